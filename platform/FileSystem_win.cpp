@@ -1,0 +1,122 @@
+#include "platform/FileSystem_win.h"
+
+#include <windows.h>
+
+#include "platform/WinText.h"
+
+namespace lumora {
+namespace {
+
+class File {
+public:
+    explicit File(HANDLE h) : handle_(h) {}
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+    ~File() {
+        if (ok()) CloseHandle(handle_);
+    }
+    bool ok() const { return handle_ != INVALID_HANDLE_VALUE; }
+    HANDLE get() const { return handle_; }
+
+private:
+    HANDLE handle_;
+};
+
+std::string StripTrailingSlash(std::wstring dir) {
+    while (dir.size() > 3 && (dir.back() == L'\\' || dir.back() == L'/')) dir.pop_back();
+    return Narrow(dir);
+}
+
+bool WriteAll(HANDLE h, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const DWORD chunk = bytes.size() > (1u << 30) ? (1u << 30) : static_cast<DWORD>(bytes.size());
+        DWORD written = 0;
+        if (!::WriteFile(h, bytes.data(), chunk, &written, nullptr) || written == 0) return false;
+        bytes.remove_prefix(written);
+    }
+    return true;
+}
+
+}  // namespace
+
+FileRead WinFileSystem::ReadFile(const std::string& path) {
+    File f(CreateFileW(Widen(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                       FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!f.ok()) {
+        const DWORD err = GetLastError();
+        const bool missing = err == ERROR_FILE_NOT_FOUND || err == ERROR_PATH_NOT_FOUND;
+        return {missing ? FileRead::Status::Missing : FileRead::Status::Failed, {}};
+    }
+    LARGE_INTEGER size{};
+    if (!GetFileSizeEx(f.get(), &size) || size.QuadPart > (1LL << 30)) return {FileRead::Status::Failed, {}};
+    std::string bytes(static_cast<size_t>(size.QuadPart), '\0');
+    size_t have = 0;
+    while (have < bytes.size()) {
+        DWORD got = 0;
+        if (!::ReadFile(f.get(), bytes.data() + have, static_cast<DWORD>(bytes.size() - have), &got, nullptr)) {
+            return {FileRead::Status::Failed, {}};
+        }
+        if (got == 0) break;
+        have += got;
+    }
+    bytes.resize(have);
+    return {FileRead::Status::Ok, std::move(bytes)};
+}
+
+bool WinFileSystem::WriteFileAtomic(const std::string& path, std::string_view bytes) {
+    const std::wstring target = Widen(path);
+    const std::wstring temp = target + L".lumora-tmp";
+    {
+        File f(CreateFileW(temp.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+        if (!f.ok()) return false;
+        if (!WriteAll(f.get(), bytes) || !FlushFileBuffers(f.get())) {
+            CloseHandle(f.get());
+            DeleteFileW(temp.c_str());
+            return false;
+        }
+    }
+    const bool exists = GetFileAttributesW(target.c_str()) != INVALID_FILE_ATTRIBUTES;
+    const bool placed = exists ? ReplaceFileW(target.c_str(), temp.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS,
+                                              nullptr, nullptr) != 0
+                               : MoveFileExW(temp.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH) != 0;
+    if (!placed) DeleteFileW(temp.c_str());
+    return placed;
+}
+
+bool WinFileSystem::CreateEmptyFile(const std::string& path) {
+    File f(CreateFileW(Widen(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    return f.ok();
+}
+
+bool WinFileSystem::FileExists(const std::string& path) {
+    const DWORD attrs = GetFileAttributesW(Widen(path).c_str());
+    return attrs != INVALID_FILE_ATTRIBUTES && (attrs & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+long long WinFileSystem::FileSize(const std::string& path) {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!GetFileAttributesExW(Widen(path).c_str(), GetFileExInfoStandard, &data)) return -1;
+    return (static_cast<long long>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
+}
+
+std::string WinFileSystem::WindowsDirectory() {
+    wchar_t buf[MAX_PATH + 1] = {};
+    const UINT n = GetWindowsDirectoryW(buf, MAX_PATH);
+    return StripTrailingSlash(std::wstring(buf, n <= MAX_PATH ? n : 0));
+}
+
+std::string ProgramFolder() {
+    std::wstring path(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD n = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+        if (n < path.size()) {
+            path.resize(n);
+            break;
+        }
+        path.resize(path.size() * 2);
+    }
+    const size_t slash = path.find_last_of(L"\\/");
+    return StripTrailingSlash(slash == std::wstring::npos ? std::wstring() : path.substr(0, slash));
+}
+
+}  // namespace lumora

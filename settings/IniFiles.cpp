@@ -1,0 +1,45 @@
+#include "settings/IniFiles.h"
+
+#include "platform/FileSystem.h"
+#include "settings/IniDocument.h"
+
+namespace lumora {
+namespace {
+
+constexpr std::string_view kScratchSection = "设置";
+constexpr std::string_view kScratchKey = "临时";
+
+bool HasFolder(std::string_view file) {
+    return file.find_first_of("\\/:") != std::string_view::npos;
+}
+
+}  // namespace
+
+std::string IniFiles::PathOf(std::string_view file) {
+    if (HasFolder(file)) return std::string(file);
+    return fs_.WindowsDirectory() + "\\" + std::string(file);
+}
+
+std::string IniFiles::Read(std::string_view file, std::string_view section, std::string_view key) {
+    const FileRead read = fs_.ReadFile(PathOf(file));
+    if (read.status != FileRead::Status::Ok) return {};
+    return IniDocument(read.bytes).Get(section, key).value_or(std::string());
+}
+
+bool IniFiles::Write(std::string_view file, std::string_view section, std::string_view key, std::string_view value) {
+    const std::string path = PathOf(file);
+    const FileRead read = fs_.ReadFile(path);
+    // A file that is there but cannot be read is never replaced: its other keys would be lost.
+    if (read.status == FileRead::Status::Failed) return false;
+    IniDocument doc(read.bytes);
+    if (!doc.Set(section, key, value)) return false;
+    return fs_.WriteFileAtomic(path, doc.Bytes());
+}
+
+std::string ReadScratchValue(IniFiles& ini) { return ini.Read(kPlayerIniFile, kScratchSection, kScratchKey); }
+
+bool WriteScratchValue(IniFiles& ini, std::string_view text) {
+    return ini.Write(kPlayerIniFile, kScratchSection, kScratchKey, text);
+}
+
+}  // namespace lumora

@@ -1,0 +1,35 @@
+#pragma once
+// Reading and writing one key of an INI file kept in code page 936. A file named without a
+// folder lives in the Windows directory, where the system's private-profile functions keep it.
+#include <string>
+#include <string_view>
+
+namespace lumora {
+
+class FileSystem;
+
+// The player's own INI file: hand-off slot, bookmarks, window and tip keys.
+inline constexpr std::string_view kPlayerIniFile = "tavrinplay.ini";
+
+class IniFiles {
+public:
+    explicit IniFiles(FileSystem& fs) : fs_(fs) {}
+
+    // Empty when the file, the section or the key is missing.
+    std::string Read(std::string_view file, std::string_view section, std::string_view key);
+    // False when the file cannot be read or written, or the text cannot be kept in code
+    // page 936; the file on disk is then unchanged.
+    bool Write(std::string_view file, std::string_view section, std::string_view key, std::string_view value);
+
+    std::string PathOf(std::string_view file);
+
+private:
+    FileSystem& fs_;
+};
+
+// The scratch value of the settings holder (key "临时" of section "设置" in the player's INI
+// file); a second instance hands its argument over through it.
+std::string ReadScratchValue(IniFiles& ini);
+bool WriteScratchValue(IniFiles& ini, std::string_view text);
+
+}  // namespace lumora

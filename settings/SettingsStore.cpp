@@ -1,0 +1,277 @@
+#include "settings/SettingsStore.h"
+
+#include <array>
+#include <cstdint>
+#include <limits>
+
+#include "settings/RegistryWrapper.h"
+
+namespace lumora {
+namespace {
+
+enum class Rule {
+    Range,   // kept when within [low, high]
+    Flag,    // kept when 0 or 1
+    Choice,  // kept when one of the values in `choices`
+    Colour,  // a colour value: 0..0xFFFFFF, or a system colour (0x80000000 + index) as a signed number
+    Raw,     // not validated; an empty value keeps the slot
+    Top,     // main window top: greater than 0 and less than the screen height
+    Left,    // main window left: greater than -1 and less than the screen width
+    Y,       // video window top: greater than -1 and less than the screen height
+    X,       // video window left: greater than -1 and less than the screen width
+    Height,  // video window height: greater than 800 and less than the screen height
+    Width,   // video window width: greater than 800 and less than the screen width
+};
+
+// `hasDefault`: an invalid stored value is replaced by `initial`. Without it the slot keeps
+// what it holds, which at start-up is `initial` too.
+struct Option {
+    std::string_view name;
+    Rule rule;
+    std::string_view initial;
+    bool hasDefault;
+    long long low = 0;
+    long long high = 0;
+    std::uint64_t choices = 0;  // bit n set: n is a valid choice
+};
+
+constexpr std::uint64_t Bits(std::initializer_list<int> values) {
+    std::uint64_t mask = 0;
+    for (int v : values) mask |= std::uint64_t{1} << v;
+    return mask;
+}
+
+constexpr bool kDefault = true;
+constexpr bool kNone = false;
+
+// Choices for the options that have no default of their own:
+//  L34B/L34F  balloon tips: the usual pale yellow (RGB 255,255,225) with black text.
+//  L1B/L1F    menus: white background, black text.
+//  L45        video window size when a video starts: 0 full screen, 1 sized automatically,
+//             2 the video window's own size. Initially 1.
+//  L46        scale of the automatic size, index into the scale list: 0 "原始大小".
+//  L47        when the video is smaller than that: 0 full screen, 1 original size,
+//             2 leave the window alone. Initially 1.
+//  L53        volume fade delay, in steps of 50 ms, beside "关闭音量渐变功能。延时:". Initially 6.
+//  L58        the time label's mode, kept between runs: 0 elapsed, 1 remaining.
+//  L61        lyrics display offset, in half seconds (the fourth slider), -9..9. Initially 0.
+//  L48..L72   the check-box array: the choices a first-time user is best served by.
+//  L25        decoder 2 (stable) until the user picks decoder 1.
+//  TOP..MovW  empty: the window places itself until it has been moved once.
+//  Vol        empty: full volume until the user has set one.
+constexpr std::array kOptions = std::to_array<Option>({
+    {"L1", Rule::Range, "5", kDefault, 1, 120},
+    {"L2", Rule::Range, "5", kDefault, 1, 120},
+    {"L6", Rule::Flag, "0", kDefault},
+    {"L8", Rule::Flag, "0", kDefault},
+    {"L11", Rule::Flag, "0", kDefault},
+    {"L13", Rule::Flag, "1", kDefault},
+    {"L15", Rule::Flag, "1", kDefault},
+    {"L16", Rule::Flag, "0", kDefault},
+    {"L22", Rule::Flag, "1", kDefault},
+    {"L24", Rule::Flag, "0", kDefault},
+    {"L25", Rule::Raw, "1", kNone},
+    {"L26", Rule::Flag, "0", kDefault},
+    {"L27", Rule::Flag, "0", kDefault},
+    {"L28", Rule::Flag, "0", kDefault},
+    {"L29", Rule::Flag, "1", kDefault},
+    {"L30", Rule::Range, "15", kDefault, 1, 100},
+    {"L31", Rule::Flag, "1", kDefault},
+    {"L32", Rule::Flag, "1", kDefault},
+    {"L33", Rule::Flag, "0", kDefault},
+    {"L34", Rule::Flag, "1", kDefault},
+    {"L34B", Rule::Colour, "14811135", kNone},
+    {"L34F", Rule::Colour, "0", kNone},
+    {"L35", Rule::Choice, "2", kDefault, 0, 0, Bits({0, 1, 2, 5, 6})},
+    {"L36", Rule::Flag, "0", kDefault},
+    {"L37", Rule::Flag, "1", kDefault},
+    {"L38", Rule::Flag, "1", kDefault},
+    {"L39", Rule::Range, "0", kDefault, 0, 99},
+    {"L40", Rule::Flag, "1", kDefault},
+    {"L41", Rule::Range, "32", kDefault, 0, 998},
+    {"L42", Rule::Range, "130", kDefault, 33, 999},  // and above "L41": see LoadSettings
+    {"L43", Rule::Flag, "0", kDefault},
+    {"L44", Rule::Flag, "1", kDefault},
+    {"L45", Rule::Choice, "1", kNone, 0, 0, Bits({0, 1, 2})},
+    {"L46", Rule::Range, "0", kNone, 0, 19},
+    {"L47", Rule::Choice, "1", kNone, 0, 0, Bits({0, 1, 2})},
+    {"L48", Rule::Flag, "1", kNone},
+    {"L49", Rule::Flag, "0", kNone},
+    {"L50", Rule::Flag, "1", kNone},
+    {"L51", Rule::Flag, "1", kNone},
+    {"L52", Rule::Flag, "0", kNone},
+    {"L53", Rule::Range, "6", kNone, 0, 999},
+    {"L54", Rule::Flag, "0", kNone},
+    {"L55", Rule::Flag, "0", kNone},
+    {"L56", Rule::Flag, "0", kNone},
+    {"L57", Rule::Flag, "1", kNone},
+    {"L58", Rule::Range, "0", kNone, 0, 1},
+    {"L59", Rule::Flag, "1", kNone},
+    {"L60", Rule::Flag, "0", kNone},
+    {"L61", Rule::Range, "0", kNone, -9, 9},
+    {"L62", Rule::Flag, "0", kNone},
+    {"L63", Rule::Flag, "0", kNone},
+    {"L64", Rule::Flag, "0", kNone},
+    {"L65", Rule::Flag, "1", kNone},
+    {"L66", Rule::Flag, "0", kNone},
+    {"L67", Rule::Flag, "0", kNone},
+    {"L68", Rule::Flag, "1", kNone},
+    {"L69", Rule::Flag, "0", kNone},
+    {"L70", Rule::Flag, "1", kNone},
+    {"L71", Rule::Flag, "1", kNone},
+    {"L72", Rule::Flag, "0", kNone},
+    {"L1B", Rule::Colour, "16777215", kNone},
+    {"L1F", Rule::Colour, "0", kNone},
+    // Loaded at start-up but written by the windows that own them.
+    {"TOP", Rule::Top, "", kNone},
+    {"LEFT", Rule::Left, "", kNone},
+    {"MovTOP", Rule::Y, "", kNone},
+    {"MovLEFT", Rule::X, "", kNone},
+    {"MovH", Rule::Height, "", kNone},
+    {"MovW", Rule::Width, "", kNone},
+    {"Vol", Rule::Raw, "", kNone},
+});
+
+constexpr size_t kSavedCount = kOptions.size() - 7;
+
+constexpr auto MakeNames(size_t from, size_t count) {
+    std::array<std::string_view, kOptions.size()> names{};
+    for (size_t i = 0; i < count; ++i) names[i] = kOptions[from + i].name;
+    return names;
+}
+constexpr auto kSavedNames = MakeNames(0, kSavedCount);
+constexpr auto kPositionNames = MakeNames(kSavedCount, kOptions.size() - kSavedCount);
+
+std::string_view TrimBlanks(std::string_view s) {
+    // A value written with a terminator by another tool still reads as its text.
+    while (!s.empty() && s.back() == '\0') s.remove_suffix(1);
+    while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
+    while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
+    return s;
+}
+
+bool IsValid(const Option& o, std::string_view text, ScreenExtent screen) {
+    if (o.rule == Rule::Raw) return !text.empty();
+    const auto n = ParseDecimal(text);
+    if (!n) return false;
+    const long long v = *n;
+    switch (o.rule) {
+        case Rule::Range: return v >= o.low && v <= o.high;
+        case Rule::Flag: return v == 0 || v == 1;
+        case Rule::Choice: return v >= 0 && v < 64 && ((o.choices >> v) & 1U) != 0;
+        case Rule::Colour:
+            return (v >= 0 && v <= 0xFFFFFF) ||
+                   (v >= std::numeric_limits<std::int32_t>::min() && v <= std::numeric_limits<std::int32_t>::min() + 0xFF);
+        case Rule::Top: return v > 0 && v < screen.heightTwips;
+        case Rule::Left: return v > -1 && v < screen.widthTwips;
+        case Rule::Y: return v > -1 && v < screen.heightTwips;
+        case Rule::X: return v > -1 && v < screen.widthTwips;
+        case Rule::Height: return v > 800 && v < screen.heightTwips;
+        case Rule::Width: return v > 800 && v < screen.widthTwips;
+        case Rule::Raw: break;
+    }
+    return false;
+}
+
+// The plain decimal form of a numeric text; other texts unchanged.
+std::string Normalised(std::string_view text) {
+    const auto n = ParseDecimal(TrimBlanks(text));
+    return n ? std::to_string(*n) : std::string(TrimBlanks(text));
+}
+
+const std::string kEmpty;
+
+}  // namespace
+
+std::optional<long long> ParseDecimal(std::string_view text) {
+    bool negative = false;
+    if (!text.empty() && (text.front() == '+' || text.front() == '-')) {
+        negative = text.front() == '-';
+        text.remove_prefix(1);
+    }
+    if (text.empty() || text.size() > 18) {
+        // 18 digits always fit; longer texts are valid only with leading zeros.
+        while (text.size() > 1 && text.front() == '0') text.remove_prefix(1);
+        if (text.empty() || text.size() > 18) return std::nullopt;
+    }
+    long long value = 0;
+    for (char c : text) {
+        if (c < '0' || c > '9') return std::nullopt;
+        value = value * 10 + (c - '0');
+    }
+    return negative ? -value : value;
+}
+
+SettingsStore::SettingsStore() {
+    for (const auto& o : kOptions) slots_.emplace(std::string(o.name), std::string(o.initial));
+}
+
+const std::string& SettingsStore::Text(std::string_view name) const {
+    const auto it = slots_.find(name);
+    return it == slots_.end() ? kEmpty : it->second;
+}
+
+bool SettingsStore::SetText(std::string_view name, std::string_view text) {
+    const auto it = slots_.find(name);
+    if (it == slots_.end()) return false;
+    it->second = std::string(text);
+    return true;
+}
+
+std::optional<long long> SettingsStore::Number(std::string_view name) const {
+    return ParseDecimal(TrimBlanks(Text(name)));
+}
+
+bool SettingsStore::IsOn(std::string_view name) const { return Number(name) == 1; }
+
+bool SettingsStore::Holds(std::string_view name) const { return slots_.find(name) != slots_.end(); }
+
+std::span<const std::string_view> SettingsStore::SavedNames() { return {kSavedNames.data(), kSavedCount}; }
+
+std::span<const std::string_view> SettingsStore::PositionNames() {
+    return {kPositionNames.data(), kOptions.size() - kSavedCount};
+}
+
+bool LoadSettings(SettingsStore& store, RegistryWrapper& registry, ScreenExtent screen) {
+    SettingsStore loaded = store;
+    for (const auto& o : kOptions) {
+        const RegistryReadResult read = registry.ReadValueQuietly(kSetupKeyPath, o.name);
+        if (read.error != regerr::kSuccess) {
+            registry.Report(read.error);
+            return false;
+        }
+        const std::string_view text = TrimBlanks(read.text);
+        bool valid = IsValid(o, text, screen);
+        // The song-menu bounds go together: the lower bound must lie above the upper one.
+        if (valid && o.name == "L42") valid = ParseDecimal(text) > loaded.Number("L41");
+        if (valid) {
+            loaded.SetText(o.name, text);
+        } else if (o.hasDefault) {
+            loaded.SetText(o.name, o.initial);
+        }
+    }
+    store = std::move(loaded);
+    return true;
+}
+
+bool SaveSettings(const SettingsStore& store, RegistryWrapper& registry, std::string_view versionText,
+                  std::string_view programFolder) {
+    static constexpr std::array<std::string_view, 4> kKeys = {
+        "HKEY_LOCAL_MACHINE\\SOFTWARE",
+        "HKEY_LOCAL_MACHINE\\SOFTWARE\\Tavrinsoft",
+        kPlayerKeyPath,
+        kSetupKeyPath,
+    };
+    for (const auto key : kKeys) {
+        if (!registry.CreateKey(key)) return false;
+    }
+    if (!registry.WriteValue(kPlayerKeyPath, "TavrinPlayer", "")) return false;
+    if (!registry.WriteValue(kPlayerKeyPath, "VER", versionText)) return false;
+    if (!registry.WriteValue(kPlayerKeyPath, "路径", programFolder)) return false;
+    for (const auto name : SettingsStore::SavedNames()) {
+        if (!registry.WriteValue(kSetupKeyPath, name, Normalised(store.Text(name)))) return false;
+    }
+    return true;
+}
+
+}  // namespace lumora

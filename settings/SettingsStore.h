@@ -1,0 +1,59 @@
+#pragma once
+// All user options of the player, as the decimal texts the registry keeps, validated when
+// they are loaded. Readers compare a slot's text or take its number; nothing else is cached.
+#include <map>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace lumora {
+
+class RegistryWrapper;
+
+inline constexpr std::string_view kPlayerKeyPath = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Tavrinsoft\\TavrinPlayer";
+inline constexpr std::string_view kSetupKeyPath = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup";
+
+// The screen in twips, against which stored window positions are checked.
+struct ScreenExtent {
+    long long widthTwips = 0;
+    long long heightTwips = 0;
+};
+
+// "05" -> 5, "+1" -> 1, " 7" -> nothing (callers trim first), "1.0" -> nothing.
+std::optional<long long> ParseDecimal(std::string_view text);
+
+class SettingsStore {
+public:
+    // Every slot holds its initial content: the defaults, and for the options that have no
+    // default of their own the choices written next to them in SettingsStore.cpp.
+    SettingsStore();
+
+    // The slot's text; empty for a name the store does not hold.
+    const std::string& Text(std::string_view name) const;
+    // False (and nothing changed) for a name the store does not hold.
+    bool SetText(std::string_view name, std::string_view text);
+    std::optional<long long> Number(std::string_view name) const;
+    // The check-box test: the slot's number is 1.
+    bool IsOn(std::string_view name) const;
+    bool Holds(std::string_view name) const;
+
+    // The option names in the order they are written to the registry.
+    static std::span<const std::string_view> SavedNames();
+    // The names loaded at start-up after the options: window positions and "Vol".
+    static std::span<const std::string_view> PositionNames();
+
+private:
+    std::map<std::string, std::string, std::less<>> slots_;
+};
+
+// Fills the store from the registry, validating every value. A missing key or value is not
+// an error. A registry failure is shown once and abandons the load; the store is then as it was.
+bool LoadSettings(SettingsStore& store, RegistryWrapper& registry, ScreenExtent screen);
+
+// Creates the keys, writes "VER", "路径", the empty "TavrinPlayer" value and every option.
+// Numbers are written in their plain form ("05" as "5"). Stops at the first failure (shown).
+bool SaveSettings(const SettingsStore& store, RegistryWrapper& registry, std::string_view versionText,
+                  std::string_view programFolder);
+
+}  // namespace lumora

@@ -1,0 +1,85 @@
+#pragma once
+// In-memory stand-ins for the ports, for unit tests of the portable code.
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "platform/FileSystem.h"
+#include "platform/ProcessRunner.h"
+#include "platform/Prompts.h"
+#include "settings/Registry.h"
+
+namespace lumora::test {
+
+struct Message {
+    std::string text;
+    std::string title;
+    bool operator==(const Message&) const = default;
+};
+
+class FakePrompts : public Prompts {
+public:
+    void ShowMessage(std::string_view text, std::string_view title) override {
+        messages.push_back({std::string(text), std::string(title)});
+    }
+    std::optional<std::string> AskSaveFileName(std::string_view, std::string_view, std::string_view) override {
+        return saveAnswer;
+    }
+    std::optional<std::string> AskOpenFileName(std::string_view, std::string_view) override { return openAnswer; }
+
+    std::vector<Message> messages;
+    std::optional<std::string> saveAnswer;
+    std::optional<std::string> openAnswer;
+};
+
+// Keys are (root, sub-key) with case kept; values are what the real registry would hold.
+class FakeRegistry : public Registry {
+public:
+    using KeyId = std::pair<RegistryRoot, std::string>;
+
+    long CreateKey(RegistryRoot root, const std::string& subKey) override;
+    long WriteBinary(RegistryRoot root, const std::string& subKey, const std::string& name,
+                     std::string_view bytes) override;
+    long Read(RegistryRoot root, const std::string& subKey, const std::string& name, RegistryValue& value) override;
+    long DeleteValue(RegistryRoot root, const std::string& subKey, const std::string& name) override;
+    long DeleteKey(RegistryRoot root, const std::string& subKey) override;
+
+    // Test set-up: a raw CP936 (or other) value as another tool would have left it.
+    void Put(RegistryRoot root, const std::string& subKey, const std::string& name, RegistryValue value);
+    const RegistryValue* Find(RegistryRoot root, const std::string& subKey, const std::string& name) const;
+
+    std::map<KeyId, std::map<std::string, RegistryValue>> keys;
+    std::vector<std::string> log;  // "create <sub-key>", "write <name>", "read <name>", ...
+    long failWith = 0;             // when set, every call answers this error
+};
+
+class FakeFileSystem : public FileSystem {
+public:
+    FileRead ReadFile(const std::string& path) override;
+    bool WriteFileAtomic(const std::string& path, std::string_view bytes) override;
+    bool CreateEmptyFile(const std::string& path) override;
+    bool FileExists(const std::string& path) override { return files.count(path) != 0; }
+    long long FileSize(const std::string& path) override;
+    std::string WindowsDirectory() override { return "C:\\WINDOWS"; }
+
+    std::map<std::string, std::string> files;
+    std::vector<std::string> unreadable;  // paths that exist but cannot be read
+    bool failWrites = false;
+};
+
+class FakeProcessRunner : public ProcessRunner {
+public:
+    std::optional<unsigned long> RunAndWait(const std::string& commandLine, bool minimised) override {
+        runs.emplace_back(commandLine, minimised);
+        if (onRun) onRun(commandLine);
+        return exitCode;
+    }
+    std::vector<std::pair<std::string, bool>> runs;
+    std::optional<unsigned long> exitCode = 0;
+    std::function<void(const std::string&)> onRun;
+};
+
+}  // namespace lumora::test
