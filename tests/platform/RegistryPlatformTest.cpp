@@ -1,0 +1,211 @@
+// The registry wrapper and the settings store against Wine's real registry.
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "platform/Registry_win.h"
+#include "settings/RegistryWrapper.h"
+#include "settings/SettingsStore.h"
+#include "support/Fakes.h"
+
+namespace lumora {
+namespace {
+
+using test::FakePrompts;
+using test::Message;
+
+constexpr ScreenExtent kScreen{19200, 15360};
+
+struct RawValue {
+    LONG rc = -1;
+    DWORD type = 0;
+    std::vector<BYTE> bytes;
+};
+
+// Read with the plain system call, not through our code, as another tool would.
+RawValue QueryRaw(HKEY root, const wchar_t* subKey, const wchar_t* name) {
+    RawValue v;
+    HKEY key = nullptr;
+    v.rc = RegOpenKeyExW(root, subKey, 0, KEY_READ, &key);
+    if (v.rc != ERROR_SUCCESS) return v;
+    DWORD size = 0;
+    v.rc = RegQueryValueExW(key, name, nullptr, &v.type, nullptr, &size);
+    if (v.rc == ERROR_SUCCESS) {
+        v.bytes.resize(size);
+        v.rc = RegQueryValueExW(key, name, nullptr, &v.type, v.bytes.data(), &size);
+        v.bytes.resize(size);
+    }
+    RegCloseKey(key);
+    return v;
+}
+
+void RemovePlayerKey() {
+    WinRegistry reg;
+    reg.DeleteKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft");
+}
+
+class RegistryPlatform : public ::testing::Test {
+protected:
+    void SetUp() override { RemovePlayerKey(); }
+    void TearDown() override { RemovePlayerKey(); }
+    WinRegistry reg;
+    FakePrompts prompts;
+    RegistryWrapper wrapper{reg, prompts};
+};
+
+TEST_F(RegistryPlatform, SavedOneIsBinaryTypeThreeWithTheSingleByte31) {
+    SettingsStore store;
+    store.SetText("L6", "1");
+    store.SetText("L1", "05");
+    ASSERT_TRUE(SaveSettings(store, wrapper, "0.1.0", "C:\\Program Files\\Lumora"));
+    const auto l6 = QueryRaw(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", L"L6");
+    ASSERT_EQ(l6.rc, ERROR_SUCCESS);
+    EXPECT_EQ(l6.type, 3u);
+    EXPECT_EQ(l6.bytes, (std::vector<BYTE>{0x31}));
+    const auto l1 = QueryRaw(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", L"L1");
+    EXPECT_EQ(l1.bytes, (std::vector<BYTE>{0x35}));  // "05" is stored as "5"
+    const auto empty = QueryRaw(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Tavrinsoft\\TavrinPlayer", L"TavrinPlayer");
+    ASSERT_EQ(empty.rc, ERROR_SUCCESS);
+    EXPECT_EQ(empty.type, 3u);
+    EXPECT_TRUE(empty.bytes.empty());
+    EXPECT_TRUE(prompts.messages.empty());
+}
+
+TEST_F(RegistryPlatform, ChineseValueNamesAndValuesRoundTrip) {
+    ASSERT_TRUE(SaveSettings(SettingsStore(), wrapper, "0.1.0", "D:\\音乐播放器\\Lumora"));
+    const auto raw = QueryRaw(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Tavrinsoft\\TavrinPlayer", L"\u8def\u5f84");  // 路径
+    ASSERT_EQ(raw.rc, ERROR_SUCCESS);
+    EXPECT_EQ(raw.type, 3u);
+    const std::string bytes(raw.bytes.begin(), raw.bytes.end());
+    EXPECT_EQ(bytes, "D:\\\xD2\xF4\xC0\xD6\xB2\xA5\xB7\xC5\xC6\xF7\\Lumora");
+    EXPECT_EQ(wrapper.ReadValue(kPlayerKeyPath, "路径"), "D:\\音乐播放器\\Lumora");
+
+    ASSERT_TRUE(wrapper.WriteValue(kSetupKeyPath, "歌词窗口", "第一行"));
+    EXPECT_EQ(wrapper.ReadValue(kSetupKeyPath, "歌词窗口"), "第一行");
+    ASSERT_TRUE(wrapper.DeleteValue(kSetupKeyPath, "歌词窗口"));
+    EXPECT_EQ(wrapper.ReadValue(kSetupKeyPath, "歌词窗口"), "");
+    EXPECT_TRUE(prompts.messages.empty());
+}
+
+TEST_F(RegistryPlatform, MissingKeyLoadsEveryDefault) {
+    SettingsStore loaded;
+    loaded.SetText("L1", "99");
+    ASSERT_TRUE(LoadSettings(loaded, wrapper, kScreen));
+    const SettingsStore fresh;
+    for (auto name : SettingsStore::SavedNames()) EXPECT_EQ(loaded.Text(name), fresh.Text(name)) << name;
+    EXPECT_TRUE(prompts.messages.empty());
+}
+
+TEST_F(RegistryPlatform, SavedSettingsLoadBack) {
+    SettingsStore store;
+    store.SetText("L30", "100");
+    store.SetText("L61", "-9");
+    store.SetText("L35", "5");
+    ASSERT_TRUE(SaveSettings(store, wrapper, "0.1.0", "C:\\L"));
+    ASSERT_TRUE(wrapper.WriteValue(kSetupKeyPath, "TOP", "1500"));
+    ASSERT_TRUE(wrapper.WriteValue(kSetupKeyPath, "L1", " 121"));  // edited by hand, out of range
+    SettingsStore loaded;
+    ASSERT_TRUE(LoadSettings(loaded, wrapper, kScreen));
+    EXPECT_EQ(loaded.Text("L30"), "100");
+    EXPECT_EQ(loaded.Text("L61"), "-9");
+    EXPECT_EQ(loaded.Text("L35"), "5");
+    EXPECT_EQ(loaded.Text("TOP"), "1500");
+    EXPECT_EQ(loaded.Text("L1"), "5");
+}
+
+TEST_F(RegistryPlatform, ValueWrittenAsStringByAnotherToolStillLoads) {
+    ASSERT_TRUE(wrapper.CreateKey(kSetupKeyPath));
+    HKEY key = nullptr;
+    ASSERT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", 0, KEY_WRITE, &key),
+              ERROR_SUCCESS);
+    const wchar_t text[] = L"77";
+    RegSetValueExW(key, L"L1", 0, REG_SZ, reinterpret_cast<const BYTE*>(text), sizeof text);
+    RegCloseKey(key);
+    SettingsStore loaded;
+    ASSERT_TRUE(LoadSettings(loaded, wrapper, kScreen));
+    EXPECT_EQ(loaded.Text("L1"), "77");
+}
+
+TEST_F(RegistryPlatform, KeysAreDeletedChildrenFirst) {
+    ASSERT_TRUE(wrapper.CreateKey("HKEY_CURRENT_USER\\Software\\LumoraTest"));
+    ASSERT_TRUE(wrapper.CreateKey("HKEY_CURRENT_USER\\Software\\LumoraTest\\a"));
+    ASSERT_TRUE(wrapper.CreateKey("HKEY_CURRENT_USER\\Software\\LumoraTest\\a\\b"));
+    ASSERT_TRUE(wrapper.WriteValue("HKEY_CURRENT_USER\\Software\\LumoraTest\\a\\b", "v", "1"));
+    ASSERT_TRUE(wrapper.DeleteKey("HKEY_CURRENT_USER\\Software\\LumoraTest"));
+    HKEY key = nullptr;
+    EXPECT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, L"Software\\LumoraTest", 0, KEY_READ, &key), ERROR_FILE_NOT_FOUND);
+}
+
+// A key whose access list lets nobody in; the owner may still change the list to clean up.
+class DeniedKey {
+public:
+    DeniedKey() {
+        HKEY key = nullptr;
+        RegCreateKeyExW(HKEY_CURRENT_USER, kPath, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr);
+        SECURITY_DESCRIPTOR sd;
+        InitializeSecurityDescriptor(&sd, SECURITY_DESCRIPTOR_REVISION);
+        alignas(DWORD) BYTE aclBuffer[64];
+        auto* acl = reinterpret_cast<ACL*>(aclBuffer);
+        InitializeAcl(acl, sizeof aclBuffer, ACL_REVISION);
+        SetSecurityDescriptorDacl(&sd, TRUE, acl, FALSE);
+        RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, &sd);
+        RegCloseKey(key);
+    }
+    ~DeniedKey() {
+        HKEY key = nullptr;
+        if (RegOpenKeyExW(HKEY_CURRENT_USER, kPath, 0, WRITE_DAC, &key) == ERROR_SUCCESS) {
+            SECURITY_DESCRIPTOR sd;
+            InitializeSecurityDescriptor(&sd, SECURITY_DESCRIPTOR_REVISION);
+            SetSecurityDescriptorDacl(&sd, TRUE, nullptr, FALSE);
+            RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, &sd);
+            RegCloseKey(key);
+        }
+        RegDeleteKeyW(HKEY_CURRENT_USER, kPath);
+    }
+    static constexpr const wchar_t* kPath = L"Software\\LumoraDenied";
+};
+
+TEST_F(RegistryPlatform, DeniedOrMalformedPathsGiveTheWrappersTexts) {
+    DeniedKey denied;
+    EXPECT_FALSE(wrapper.WriteValue("HKEY_CURRENT_USER\\Software\\LumoraDenied", "L1", "1"));
+    EXPECT_EQ(wrapper.ReadValue("HKEY_CURRENT_USER\\Software\\LumoraDenied", "L1"), "");
+    EXPECT_FALSE(wrapper.WriteValue("HKLM\\SOFTWARE\\Tavrinsoft", "L1", "1"));
+    EXPECT_FALSE(wrapper.CreateKey("HKEY_PERFORMANCE_DATA\\Lumora"));
+    const std::vector<Message> expected = {
+        {"Access to this key is denied", "Lumora"},
+        {"Access to this key is denied", "Lumora"},
+        {"Bad Key Name", "Lumora"},
+        {"Bad Key Name", "Error"},
+    };
+    EXPECT_EQ(prompts.messages, expected);
+}
+
+TEST_F(RegistryPlatform, DeniedKeyAbandonsTheLoadWithOneBox) {
+    // Load reads the real settings key; deny it and the store must stay as it was.
+    ASSERT_TRUE(SaveSettings(SettingsStore(), wrapper, "0.1.0", "C:\\L"));
+    HKEY key = nullptr;
+    ASSERT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", 0, WRITE_DAC, &key),
+              ERROR_SUCCESS);
+    SECURITY_DESCRIPTOR sd;
+    InitializeSecurityDescriptor(&sd, SECURITY_DESCRIPTOR_REVISION);
+    alignas(DWORD) BYTE aclBuffer[64];
+    auto* acl = reinterpret_cast<ACL*>(aclBuffer);
+    InitializeAcl(acl, sizeof aclBuffer, ACL_REVISION);
+    SetSecurityDescriptorDacl(&sd, TRUE, acl, FALSE);
+    ASSERT_EQ(RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, &sd), ERROR_SUCCESS);
+
+    SettingsStore store;
+    store.SetText("L1", "42");
+    EXPECT_FALSE(LoadSettings(store, wrapper, kScreen));
+    EXPECT_EQ(store.Text("L1"), "42");
+    EXPECT_EQ(prompts.messages, (std::vector<Message>{{"Access to this key is denied", "Lumora"}}));
+
+    SetSecurityDescriptorDacl(&sd, TRUE, nullptr, FALSE);
+    RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, &sd);
+    RegCloseKey(key);
+}
+
+}  // namespace
+}  // namespace lumora
