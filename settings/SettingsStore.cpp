@@ -151,7 +151,8 @@ std::string_view TrimBlanks(std::string_view s) {
 }
 
 bool IsValid(const Option& o, std::string_view text, ScreenExtent screen) {
-    if (o.rule == Rule::Raw) return !text.empty();
+    // Bytes that are not code page 936 text could not be written back.
+    if (o.rule == Rule::Raw) return !text.empty() && text.find("\xEF\xBF\xBD") == std::string_view::npos;
     const auto n = ParseDecimal(text);
     if (!n) return false;
     const long long v = *n;

@@ -59,6 +59,7 @@ const std::vector<LoadCase> kLoadCases = {
     {"L1", "  7 ", "7"}, {"L1", std::string("9\0", 2), "9"},
     // The decoder is not checked at start-up.
     {"L25", "0", "0"}, {"L25", "7", "7"}, {"L25", "(missing)", "1"},
+    {"L25", "\x8A", "1"},  // not code page 936 text: it could never be saved back
     // Colours: a 24-bit colour or a system colour as a signed number.
     {"L34B", "255", "255"}, {"L34B", "16777215", "16777215"}, {"L34B", "16777216", "14811135"},
     {"L34B", "-2147483643", "-2147483643"}, {"L1F", "red", "0"},

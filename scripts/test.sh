@@ -1,0 +1,38 @@
+#!/usr/bin/env bash
+# Sets up the machine and runs every test: the layer check, unit tests on the host (plain and
+# with sanitizers), the fuzz targets for a short while, the Windows builds, and under Wine the
+# unit and platform tests.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+start=$(date +%s)
+step() { echo; echo "== $* ($(( $(date +%s) - start )) s)"; }
+
+step setup
+scripts/setup.sh
+
+step layers
+scripts/check-layers.sh
+
+for preset in host host-asan; do
+    step "$preset: build and unit tests"
+    scripts/build.sh "$preset" >/dev/null
+    ctest --preset "$preset"
+done
+
+step "fuzz targets (${LUMORA_FUZZ_SECONDS:=20} s each)"
+scripts/build.sh fuzz >/dev/null
+for fuzzer in build/fuzz/fuzz/fuzz_*; do
+    name=$(basename "$fuzzer")
+    mkdir -p "build/fuzz/corpus/$name"
+    "$fuzzer" -max_total_time="$LUMORA_FUZZ_SECONDS" -max_len=4096 -print_final_stats=0 \
+        -artifact_prefix="build/fuzz/$name-" "build/fuzz/corpus/$name" 2>&1 | grep -E '^Done|ERROR|SUMMARY' || true
+    if ls "build/fuzz/$name-"* >/dev/null 2>&1; then echo "fuzz: $name found a failing input" >&2; exit 1; fi
+done
+
+step "win64 and win32 builds"
+scripts/build.sh win64 win32 >/dev/null
+
+step "win64 tests under Wine"
+scripts/wine-env.sh run ctest --preset win64
+
+step "all tests passed"
