@@ -1,7 +1,7 @@
 // Lumora's entry point. Start-up loads the options; the windows are built on top of this.
 #include <windows.h>
 
-#include "platform/Prompts_win.h"
+#include "ui/Prompts_win.h"
 #include "platform/Registry_win.h"
 #include "settings/RegistryWrapper.h"
 #include "settings/SettingsStore.h"

@@ -9,6 +9,8 @@ public:
     bool WriteFileAtomic(const std::string& path, std::string_view bytes) override;
     bool CreateEmptyFile(const std::string& path) override;
     bool FileExists(const std::string& path) override;
+    bool FolderExists(const std::string& path) override;
+    std::vector<std::string> ListFiles(const std::string& folder) override;
     long long FileSize(const std::string& path) override;
     std::string WindowsDirectory() override;
 };

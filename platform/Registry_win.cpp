@@ -82,6 +82,15 @@ long WinRegistry::WriteBinary(RegistryRoot root, const std::string& subKey, cons
                           static_cast<DWORD>(bytes.size()));
 }
 
+long WinRegistry::WriteText(RegistryRoot root, const std::string& subKey, const std::string& name,
+                            std::string_view utf8) {
+    Key key;
+    if (long rc = key.Open(root, subKey, KEY_WRITE); rc != ERROR_SUCCESS) return rc;
+    const std::wstring text = Widen(utf8);
+    return RegSetValueExW(key.get(), Widen(name).c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
+                          static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
+}
+
 long WinRegistry::Read(RegistryRoot root, const std::string& subKey, const std::string& name, RegistryValue& value) {
     Key key;
     if (long rc = key.Open(root, subKey, KEY_READ); rc != ERROR_SUCCESS) return rc;

@@ -10,6 +10,8 @@ public:
     long CreateKey(RegistryRoot root, const std::string& subKey) override;
     long WriteBinary(RegistryRoot root, const std::string& subKey, const std::string& name,
                      std::string_view bytes) override;
+    long WriteText(RegistryRoot root, const std::string& subKey, const std::string& name,
+                   std::string_view utf8) override;
     long Read(RegistryRoot root, const std::string& subKey, const std::string& name, RegistryValue& value) override;
     long DeleteValue(RegistryRoot root, const std::string& subKey, const std::string& name) override;
     long DeleteKey(RegistryRoot root, const std::string& subKey) override;

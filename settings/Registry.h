@@ -41,6 +41,9 @@ public:
     virtual long CreateKey(RegistryRoot root, const std::string& subKey) = 0;
     virtual long WriteBinary(RegistryRoot root, const std::string& subKey, const std::string& name,
                              std::string_view bytes) = 0;
+    // A string value (REG_SZ), for registrations that other programs read as text.
+    virtual long WriteText(RegistryRoot root, const std::string& subKey, const std::string& name,
+                           std::string_view utf8) = 0;
     virtual long Read(RegistryRoot root, const std::string& subKey, const std::string& name, RegistryValue& value) = 0;
     virtual long DeleteValue(RegistryRoot root, const std::string& subKey, const std::string& name) = 0;
     // Deletes the key with everything below it, children first.

@@ -73,12 +73,24 @@ bool RegistryWrapper::CreateKey(std::string_view fullPath) {
     return rc == regerr::kSuccess || Fail(rc, kKeyErrorTitle);
 }
 
+long RegistryWrapper::CreateKeyQuietly(std::string_view fullPath) {
+    const auto path = SplitKeyPath(fullPath);
+    return path ? registry_.CreateKey(path->root, path->subKey) : regerr::kBadKey;
+}
+
 bool RegistryWrapper::WriteValue(std::string_view fullPath, std::string_view name, std::string_view text) {
     const auto path = SplitKeyPath(fullPath);
     if (!path) return Fail(regerr::kBadKey, kValueErrorTitle);
     const auto bytes = Utf8ToCp936(text);
     if (!bytes) return Fail(regerr::kInvalidParameter, kValueErrorTitle);
     const long rc = registry_.WriteBinary(path->root, path->subKey, std::string(name), *bytes);
+    return rc == regerr::kSuccess || Fail(rc, kValueErrorTitle);
+}
+
+bool RegistryWrapper::WriteString(std::string_view fullPath, std::string_view name, std::string_view text) {
+    const auto path = SplitKeyPath(fullPath);
+    if (!path) return Fail(regerr::kBadKey, kValueErrorTitle);
+    const long rc = registry_.WriteText(path->root, path->subKey, std::string(name), text);
     return rc == regerr::kSuccess || Fail(rc, kValueErrorTitle);
 }
 

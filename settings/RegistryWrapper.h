@@ -39,7 +39,11 @@ public:
     RegistryWrapper(Registry& registry, Prompts& prompts) : registry_(registry), prompts_(prompts) {}
 
     bool CreateKey(std::string_view fullPath);
+    // As CreateKey, but answers the error number instead of showing it.
+    long CreateKeyQuietly(std::string_view fullPath);
     bool WriteValue(std::string_view fullPath, std::string_view name, std::string_view text);
+    // A string value (REG_SZ) instead of the options' binary text: COM and the shell read these.
+    bool WriteString(std::string_view fullPath, std::string_view name, std::string_view text);
     // The value's text; empty when the key or the value is missing, or on a failure (reported).
     std::string ReadValue(std::string_view fullPath, std::string_view name);
     // As ReadValue, but tells the caller about a failure instead of showing it.

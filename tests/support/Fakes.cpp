@@ -21,6 +21,16 @@ long FakeRegistry::WriteBinary(RegistryRoot root, const std::string& subKey, con
     return regerr::kSuccess;
 }
 
+long FakeRegistry::WriteText(RegistryRoot root, const std::string& subKey, const std::string& name,
+                             std::string_view utf8) {
+    log.push_back("write text " + name);
+    if (failWith) return failWith;
+    const auto it = keys.find({root, subKey});
+    if (it == keys.end()) return regerr::kFileNotFound;
+    it->second[name] = {RegistryValue::Kind::Text, std::string(utf8)};
+    return regerr::kSuccess;
+}
+
 long FakeRegistry::Read(RegistryRoot root, const std::string& subKey, const std::string& name, RegistryValue& value) {
     log.push_back("read " + name);
     if (failWith) return failWith;
@@ -74,6 +84,40 @@ bool FakeFileSystem::WriteFileAtomic(const std::string& path, std::string_view b
     if (failWrites) return false;
     files[path] = std::string(bytes);
     return true;
+}
+
+namespace {
+std::string ParentOf(const std::string& path) {
+    const size_t slash = path.find_last_of('\\');
+    if (slash == std::string::npos) return {};
+    // "D:\\x" has the drive root "D:\\" as its folder.
+    return slash == 2 && path[1] == ':' ? path.substr(0, 3) : path.substr(0, slash);
+}
+std::string WithoutTrailingSlash(std::string folder) {
+    if (folder.size() > 3 && folder.back() == '\\') folder.pop_back();
+    return folder;
+}
+}  // namespace
+
+bool FakeFileSystem::FolderExists(const std::string& path) {
+    const std::string folder = WithoutTrailingSlash(path);
+    if (std::find(folders.begin(), folders.end(), folder) != folders.end()) return true;
+    for (const auto& [file, bytes] : files) {
+        for (std::string p = ParentOf(file); !p.empty(); p = p.size() > 3 ? ParentOf(p) : std::string()) {
+            if (p == folder) return true;
+        }
+    }
+    return false;
+}
+
+std::vector<std::string> FakeFileSystem::ListFiles(const std::string& folder) {
+    const std::string f = WithoutTrailingSlash(folder);
+    if (const auto it = listingOrder.find(f); it != listingOrder.end()) return it->second;
+    std::vector<std::string> names;
+    for (const auto& [file, bytes] : files) {
+        if (ParentOf(file) == f) names.push_back(file.substr(file.find_last_of('\\') + 1));
+    }
+    return names;
 }
 
 bool FakeFileSystem::CreateEmptyFile(const std::string& path) { return WriteFileAtomic(path, {}); }

@@ -29,10 +29,32 @@ public:
         return saveAnswer;
     }
     std::optional<std::string> AskOpenFileName(std::string_view, std::string_view) override { return openAnswer; }
+    std::optional<std::vector<std::string>> AskOpenFileNames(std::string_view title, std::string_view filter) override {
+        openDialogs.push_back({std::string(filter), std::string(title)});
+        return openManyAnswer;
+    }
+    std::optional<std::string> AskFolder(std::string_view prompt) override {
+        questions.push_back({std::string(prompt), ""});
+        return folderAnswer;
+    }
+    std::optional<std::string> AskText(std::string_view prompt, std::string_view title, std::string_view) override {
+        questions.push_back({std::string(prompt), std::string(title)});
+        return textAnswer;
+    }
+    bool AskYesNo(std::string_view text, std::string_view title) override {
+        questions.push_back({std::string(text), std::string(title)});
+        return yesNoAnswer;
+    }
 
-    std::vector<Message> messages;
+    std::vector<Message> messages;   // boxes shown
+    std::vector<Message> questions;  // folder prompts, input boxes and yes/no questions asked
+    std::vector<Message> openDialogs;  // multi-file open dialogs shown: the filter as text, and the title
     std::optional<std::string> saveAnswer;
     std::optional<std::string> openAnswer;
+    std::optional<std::vector<std::string>> openManyAnswer;
+    std::optional<std::string> folderAnswer;
+    std::optional<std::string> textAnswer;
+    bool yesNoAnswer = true;
 };
 
 // Keys are (root, sub-key) with case kept; values are what the real registry would hold.
@@ -43,6 +65,8 @@ public:
     long CreateKey(RegistryRoot root, const std::string& subKey) override;
     long WriteBinary(RegistryRoot root, const std::string& subKey, const std::string& name,
                      std::string_view bytes) override;
+    long WriteText(RegistryRoot root, const std::string& subKey, const std::string& name,
+                   std::string_view utf8) override;
     long Read(RegistryRoot root, const std::string& subKey, const std::string& name, RegistryValue& value) override;
     long DeleteValue(RegistryRoot root, const std::string& subKey, const std::string& name) override;
     long DeleteKey(RegistryRoot root, const std::string& subKey) override;
@@ -62,10 +86,15 @@ public:
     bool WriteFileAtomic(const std::string& path, std::string_view bytes) override;
     bool CreateEmptyFile(const std::string& path) override;
     bool FileExists(const std::string& path) override { return files.count(path) != 0; }
+    bool FolderExists(const std::string& path) override;
+    std::vector<std::string> ListFiles(const std::string& folder) override;
     long long FileSize(const std::string& path) override;
     std::string WindowsDirectory() override { return "C:\\WINDOWS"; }
 
-    std::map<std::string, std::string> files;
+    std::map<std::string, std::string> files;  // full path -> bytes
+    std::vector<std::string> folders;          // folders that exist (files imply their folder too)
+    // Listing order of a folder's files, where a test cares; otherwise the map's order.
+    std::map<std::string, std::vector<std::string>> listingOrder;
     std::vector<std::string> unreadable;  // paths that exist but cannot be read
     bool failWrites = false;
 };

@@ -1,0 +1,146 @@
+#pragma once
+// What start-up decides before any window shows: the operating system, the help request, the
+// single-instance hand-off and the checks of the balloon-tip component. Portable: the splash
+// window runs it and shows what it returns.
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace lumora {
+
+class FileSystem;
+class IniFiles;
+class RegistryWrapper;
+class SettingsStore;
+
+// ---- Operating system ---------------------------------------------------------------------
+
+enum class OsPlatform { Win9x, NT, Other };
+
+struct OsVersion {
+    OsPlatform platform = OsPlatform::Other;
+    unsigned major = 0;
+    unsigned minor = 0;
+};
+
+struct OsIdentity {
+    std::string label;  // shown on the splash window
+    std::string code;   // "95", "98", "ME", "NT3", "NT4", "2K", "XP"
+};
+
+// Empty optional for a version that matches no row (5.2, 6.x and later): the splash keeps its
+// label and the program-wide code stays empty.
+std::optional<OsIdentity> IdentifyOs(const OsVersion& version);
+
+// On Windows 98 and ME the XP-style menus ("L65") are off whatever the registry holds.
+void ApplyOsOverrides(SettingsStore& settings, std::string_view osCode);
+
+// ---- Command line --------------------------------------------------------------------------
+
+inline constexpr std::string_view kHelpTitle = "Lumora （参数帮助）";
+
+bool IsHelpRequest(std::string_view tail);
+std::string HelpText(std::string_view version);
+
+// The command tail of a full command line: everything after the program's name, which may be
+// quoted, with the blanks before it removed.
+std::string CommandTail(std::string_view commandLine);
+
+// Port: the file system's own spelling of a path.
+class PathLookup {
+public:
+    virtual ~PathLookup() = default;
+    // The existing file or folder's path as it stands on disk (letter case and long names);
+    // empty optional when nothing is there.
+    virtual std::optional<std::string> NameOnDisk(const std::string& path) = 0;
+};
+
+// An existing path comes out as the file system spells it (so unchanged when it was already
+// spelled that way); anything else comes out unchanged.
+std::string RebuildPath(std::string_view tail, PathLookup& lookup);
+
+// ---- Balloon-tip component ------------------------------------------------------------------
+
+inline constexpr std::string_view kTooltipFile = "tooltip.dll";
+
+struct RegistryEntry {
+    std::string key;    // full key path
+    std::string name;   // value name; empty for the key's default value
+    std::string value;  // text, written as a string value
+};
+
+// The keys and values that register the component, in the order they are written; each key is
+// created before its values.
+std::vector<RegistryEntry> TooltipRegistration(std::string_view programFolder);
+
+// Writes the registration, every start; stops at the first failure (shown by the wrapper).
+void RegisterTooltip(RegistryWrapper& registry, std::string_view programFolder);
+
+// ---- The splash window's run ----------------------------------------------------------------
+
+// Port: is another instance of Lumora already running?
+class InstanceProbe {
+public:
+    virtual ~InstanceProbe() = default;
+    virtual bool AnotherInstanceRuns() = 0;
+};
+
+inline constexpr std::string_view kStartupErrorTitle = "Lumora 启动错误";
+inline constexpr std::string_view kTooltipMissingText =
+    "对不起，找不到本软件的配置文件（TOOLTIP），请重新安装或与作者联系。";
+
+// The start-up error box's body: the failure, the contact lines and where start-up stopped.
+std::string StartupErrorText(std::string_view failure, std::string_view marker);
+
+enum class StartupOutcome {
+    ShowHelp,        // show HelpText in a box titled kHelpTitle, then end
+    HandedOver,      // another instance takes the argument: end silently
+    TooltipMissing,  // show the start-up error box, then end
+    OpenMainWindow,
+};
+
+struct StartupResult {
+    StartupOutcome outcome = StartupOutcome::OpenMainWindow;
+    std::string marker;               // the step start-up was at
+    std::optional<OsIdentity> os;     // empty when the version matched no row
+    std::string argument;             // the command tail after the path rebuilding
+    bool settingsMode = false;        // the tail was exactly "set"
+    bool showMainWindowNow = false;   // an argument skips the splash's display time
+    std::vector<std::string> markers; // every marker in the order it was set
+};
+
+struct StartupPorts {
+    FileSystem& files;
+    IniFiles& ini;
+    RegistryWrapper& registry;
+    InstanceProbe& instances;
+    PathLookup& paths;
+};
+
+// Runs the splash window's steps. `pumpMessages` lets pending window messages run where start-up
+// waits for them.
+StartupResult RunStartup(StartupPorts ports, const OsVersion& version, std::string_view tail,
+                         std::string_view programFolder, void (*pumpMessages)() = nullptr);
+
+// ---- Hand-off, in the running instance --------------------------------------------------------
+
+struct HandOffAction {
+    std::optional<std::string> open;  // an argument to open
+    bool bringToFront = false;
+};
+
+// One tick of the main window's poll timer.
+HandOffAction PollHandOff(IniFiles& ini, const SettingsStore& settings);
+
+// ---- Open-argument ----------------------------------------------------------------------------
+
+// Trims the argument, and drops its surrounding quotation marks when only the unquoted form
+// exists. The existing file or folder it names, or empty optional.
+std::optional<std::string> ResolveArgument(std::string_view argument, FileSystem& fs);
+
+// The main window's pending drop list: "aaa*" followed by the paths, "*" between them.
+std::string MakePendingDropList(const std::vector<std::string>& paths);
+std::vector<std::string> ParsePendingDropList(std::string_view list);
+
+}  // namespace lumora

@@ -1,0 +1,6 @@
+# Sources of the play queue (playlist/) and their unit tests, kept here so that the folder's
+# owner can add files without touching the top-level lists.
+set(LUMORA_PLAYLIST_SOURCES
+)
+set(LUMORA_PLAYLIST_TESTS
+)

@@ -1,0 +1,312 @@
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include "app/Startup.h"
+#include "settings/IniFiles.h"
+#include "settings/RegistryWrapper.h"
+#include "settings/SettingsStore.h"
+#include "support/Fakes.h"
+
+namespace lumora {
+namespace {
+
+using test::FakeFileSystem;
+using test::FakePrompts;
+using test::FakeRegistry;
+
+TEST(Startup, OperatingSystemTable) {
+    struct Case {
+        OsPlatform platform;
+        unsigned major, minor;
+        std::optional<std::pair<std::string, std::string>> expected;
+    } cases[] = {
+        {OsPlatform::Win9x, 4, 0, std::pair{"Windows`95", "95"}},
+        {OsPlatform::Win9x, 4, 10, std::pair{"Windows`98", "98"}},
+        {OsPlatform::Win9x, 4, 90, std::pair{"Windows ME", "ME"}},
+        {OsPlatform::NT, 3, 51, std::pair{"Windows NT 3.51", "NT3"}},
+        {OsPlatform::NT, 4, 0, std::pair{"Windows NT 4.0", "NT4"}},
+        {OsPlatform::NT, 5, 0, std::pair{"Windows 2000", "2K"}},
+        {OsPlatform::NT, 5, 1, std::pair{"Windows XP", "XP"}},
+        {OsPlatform::NT, 5, 2, std::nullopt},   // Server 2003 / XP x64 match no row
+        {OsPlatform::NT, 6, 1, std::nullopt},
+        {OsPlatform::NT, 10, 0, std::nullopt},
+        {OsPlatform::Win9x, 4, 1, std::nullopt},
+        {OsPlatform::Other, 4, 0, std::nullopt},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::to_string(c.major) + "." + std::to_string(c.minor));
+        const auto os = IdentifyOs({c.platform, c.major, c.minor});
+        ASSERT_EQ(os.has_value(), c.expected.has_value());
+        if (os) {
+            EXPECT_EQ(os->label, c.expected->first);
+            EXPECT_EQ(os->code, c.expected->second);
+        }
+    }
+}
+
+TEST(Startup, Windows98AndMeTurnXpMenusOff) {
+    for (const char* code : {"98", "ME"}) {
+        SettingsStore s;
+        s.SetText("L65", "1");
+        ApplyOsOverrides(s, code);
+        EXPECT_EQ(s.Text("L65"), "0") << code;
+    }
+    SettingsStore s;
+    s.SetText("L65", "1");
+    ApplyOsOverrides(s, "XP");
+    EXPECT_EQ(s.Text("L65"), "1");
+}
+
+TEST(Startup, HelpRequestsAndHelpText) {
+    for (const char* t : {"?", "/?", "-?"}) EXPECT_TRUE(IsHelpRequest(t)) << t;
+    for (const char* t : {"", "? ", "help", "/h", "set"}) EXPECT_FALSE(IsHelpRequest(t)) << t;
+    const std::string help = HelpText("0.1.0");
+    EXPECT_EQ(help.substr(0, help.find('\n')), "版本：0.1.0");
+    EXPECT_NE(help.find("\n1、播放媒体文件\n格式：主程序路径 播放的文件路径\n"), std::string::npos);
+    EXPECT_NE(help.find("\n例：C:\\Tavrinsoft\\TavrinPlayer\\ZEV-MP3 Player.EXE C:\\"), std::string::npos);
+    EXPECT_EQ(help.substr(help.rfind('\n') + 1), "例：C:\\Tavrinsoft\\TavrinPlayer\\ZEV-MP3 Player.EXE C:\\");
+    EXPECT_EQ(std::count(help.begin(), help.end(), '\n'), 11);
+    EXPECT_EQ(kHelpTitle, "Lumora （参数帮助）");
+}
+
+TEST(Startup, CommandTailIsEverythingAfterTheProgramName) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"Lumora.exe", ""},
+        {"\"C:\\Program Files\\Lumora\\Lumora.exe\" D:\\a b.mp3", "D:\\a b.mp3"},
+        {"\"C:\\P F\\Lumora.exe\"  \"D:\\a b.mp3\"", "\"D:\\a b.mp3\""},
+        {"C:\\Lumora\\Lumora.exe   set", "set"},
+        {"Lumora.exe /?", "/?"},
+        {"\"unclosed quote", ""},
+    };
+    for (const auto& [line, tail] : cases) EXPECT_EQ(CommandTail(line), tail) << line;
+}
+
+class FakeLookup : public PathLookup {
+public:
+    std::optional<std::string> NameOnDisk(const std::string& path) override {
+        std::string key = path;
+        for (auto& c : key) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        const auto it = onDisk.find(key);
+        if (it == onDisk.end()) return std::nullopt;
+        return it->second;
+    }
+    std::map<std::string, std::string> onDisk;  // lower-cased (or short) form -> name on disk
+};
+
+TEST(Startup, PathRebuildingGivesTheNameOnDisk) {
+    FakeLookup lookup;
+    lookup.onDisk["d:\\music\\song.mp3"] = "D:\\Music\\Song.mp3";
+    lookup.onDisk["d:\\progra~1\\a.mp3"] = "D:\\Program Files\\a.mp3";
+    EXPECT_EQ(RebuildPath("D:\\Music\\Song.mp3", lookup), "D:\\Music\\Song.mp3");  // unchanged
+    EXPECT_EQ(RebuildPath("d:\\MUSIC\\song.MP3", lookup), "D:\\Music\\Song.mp3");
+    EXPECT_EQ(RebuildPath("D:\\PROGRA~1\\a.mp3", lookup), "D:\\Program Files\\a.mp3");
+    EXPECT_EQ(RebuildPath("\"D:\\Music\\Song.mp3\"", lookup), "\"D:\\Music\\Song.mp3\"");  // for the open step
+    EXPECT_EQ(RebuildPath("set", lookup), "set");
+    EXPECT_EQ(RebuildPath("", lookup), "");
+}
+
+TEST(Startup, TooltipRegistrationKeysAndValues) {
+    const auto entries = TooltipRegistration("C:\\Program Files\\Lumora");
+    const std::string clsid = "HKEY_CLASSES_ROOT\\CLSID\\{F2E3C6F5-2F8F-41F9-BDA5-8E19A020CA7E}";
+    auto find = [&](const std::string& key, const std::string& name) -> std::optional<std::string> {
+        for (const auto& e : entries) {
+            if (e.key == key && e.name == name) return e.value;
+        }
+        return std::nullopt;
+    };
+    EXPECT_EQ(entries.front().key, "HKEY_CLASSES_ROOT\\TT.Tooltip");
+    EXPECT_EQ(find("HKEY_CLASSES_ROOT\\TT.Tooltip\\Clsid", ""), "{F2E3C6F5-2F8F-41F9-BDA5-8E19A020CA7E}");
+    EXPECT_EQ(find(clsid + "\\InprocServer32", ""), "C:\\Program Files\\Lumora\\Tooltip.dll");
+    EXPECT_EQ(find(clsid + "\\InprocServer32", "ThreadingModel"), "Apartment");
+    EXPECT_EQ(find(clsid + "\\VERSION", ""), "1.1");
+    EXPECT_EQ(find(clsid + "\\TypeLib", ""), "{D05692C8-7F34-4772-83F7-14DBBCB0433F}");
+    const std::string iface = "HKEY_CLASSES_ROOT\\Interface\\";
+    EXPECT_EQ(find(iface + "{6E48358E-35AC-450B-8200-218C9660CC81}\\Forward", ""),
+              "{E60ED377-9609-47AD-AC0B-7A7B92A4E657}");
+    EXPECT_EQ(find(iface + "{F14B28A2-3ACE-444D-8F47-9C5DC79E411D}\\ProxyStubClsid32", ""),
+              "{00020420-0000-0000-C000-000000000046}");
+    EXPECT_EQ(find(iface + "{E60ED377-9609-47AD-AC0B-7A7B92A4E657}\\ProxyStubClsid", ""),
+              "{00020424-0000-0000-C000-000000000046}");
+    EXPECT_EQ(find(iface + "{E60ED377-9609-47AD-AC0B-7A7B92A4E657}\\TypeLib", "Version"), "1.1");
+    // A folder that already ends in "\" gets no second one.
+    EXPECT_EQ(TooltipRegistration("D:\\")[4].value, "D:\\Tooltip.dll");
+}
+
+struct StartupFixture {
+    FakeFileSystem fs;
+    FakeRegistry reg;
+    FakePrompts prompts;
+    RegistryWrapper wrapper{reg, prompts};
+    IniFiles ini{fs};
+    FakeLookup lookup;
+    struct Probe : InstanceProbe {
+        bool running = false;
+        bool AnotherInstanceRuns() override { return running; }
+    } probe;
+
+    StartupFixture() { fs.files["C:\\Lumora\\tooltip.dll"] = "MZ"; }
+    StartupResult Run(std::string_view tail) {
+        return RunStartup({fs, ini, wrapper, probe, lookup}, {OsPlatform::NT, 5, 1}, tail, "C:\\Lumora");
+    }
+    void StoreL44(const std::string& v) {
+        reg.Put(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", "L44",
+                {RegistryValue::Kind::Binary, v});
+    }
+};
+
+TEST(StartupRun, NormalStartClearsTheSlotAndRegistersTheComponent) {
+    StartupFixture f;
+    WriteScratchValue(f.ini, "D:\\stale.mp3");
+    const StartupResult r = f.Run("");
+    EXPECT_EQ(r.outcome, StartupOutcome::OpenMainWindow);
+    EXPECT_EQ(ReadScratchValue(f.ini), "");
+    EXPECT_FALSE(r.showMainWindowNow);
+    ASSERT_TRUE(r.os.has_value());
+    EXPECT_EQ(r.os->code, "XP");
+    const std::vector<std::string> markers = {"操作系统识别初始化", "操作系统识别", "读l44注册表",
+                                              "程序是否单一运行", "程序是否单一运行-3", "程序是否单一运行-4",
+                                              "严正参数", "第一初始化完毕"};
+    EXPECT_EQ(r.markers, markers);
+    const RegistryValue* v = f.reg.Find(RegistryRoot::ClassesRoot, "CLSID\\{F2E3C6F5-2F8F-41F9-BDA5-8E19A020CA7E}"
+                                                                   "\\InprocServer32", "");
+    ASSERT_NE(v, nullptr);
+    EXPECT_EQ(v->kind, RegistryValue::Kind::Text);
+    EXPECT_EQ(v->data, "C:\\Lumora\\Tooltip.dll");
+    EXPECT_TRUE(f.prompts.messages.empty());
+}
+
+TEST(StartupRun, ArgumentShowsTheMainWindowAtOnce) {
+    StartupFixture f;
+    f.lookup.onDisk["d:\\a.mp3"] = "D:\\A.mp3";
+    const StartupResult r = f.Run("d:\\a.mp3");
+    EXPECT_EQ(r.outcome, StartupOutcome::OpenMainWindow);
+    EXPECT_TRUE(r.showMainWindowNow);
+    EXPECT_EQ(r.argument, "D:\\A.mp3");
+    EXPECT_FALSE(r.settingsMode);
+    EXPECT_TRUE(f.Run("set").settingsMode);
+    EXPECT_EQ(f.Run("set").argument, "set");
+}
+
+TEST(StartupRun, HelpEndsBeforeAnyInstanceCheck) {
+    StartupFixture f;
+    f.probe.running = true;
+    WriteScratchValue(f.ini, "keep");
+    const StartupResult r = f.Run("/?");
+    EXPECT_EQ(r.outcome, StartupOutcome::ShowHelp);
+    EXPECT_EQ(ReadScratchValue(f.ini), "keep");
+}
+
+TEST(StartupRun, SecondInstanceHandsItsArgumentOver) {
+    struct Case {
+        const char* l44;  // "(missing)" stores nothing
+        const char* tail;
+        StartupOutcome outcome;
+        const char* slot;
+    } cases[] = {
+        {"1", "", StartupOutcome::HandedOver, "*"},
+        // The quoted text is written as it stands; like every private-profile reader, the
+        // running instance reads it back without the surrounding quotation marks.
+        {"1", "\"D:\\My Music\\a.mp3\"", StartupOutcome::HandedOver, "D:\\My Music\\a.mp3"},
+        {"(missing)", "", StartupOutcome::HandedOver, "*"},
+        {"yes", "", StartupOutcome::HandedOver, "*"},  // anything but "0" means one instance
+        {" 0 ", "", StartupOutcome::OpenMainWindow, ""},
+        {"0", "D:\\a.mp3", StartupOutcome::OpenMainWindow, ""},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.l44) + " / " + c.tail);
+        StartupFixture f;
+        f.probe.running = true;
+        if (std::string(c.l44) != "(missing)") f.StoreL44(c.l44);
+        WriteScratchValue(f.ini, "D:\\stale.mp3");
+        const StartupResult r = f.Run(c.tail);
+        EXPECT_EQ(r.outcome, c.outcome);
+        EXPECT_EQ(ReadScratchValue(f.ini), c.slot);
+        if (r.outcome == StartupOutcome::HandedOver && std::string(c.tail).size() > 0) {
+            EXPECT_NE(f.fs.files["C:\\WINDOWS\\tavrinplay.ini"].find(c.tail), std::string::npos);
+        }
+    }
+}
+
+TEST(StartupRun, MissingTooltipComponentStopsWithTheMarker) {
+    StartupFixture f;
+    f.fs.files.clear();
+    const StartupResult r = f.Run("");
+    EXPECT_EQ(r.outcome, StartupOutcome::TooltipMissing);
+    const std::string text = StartupErrorText(kTooltipMissingText, r.marker);
+    EXPECT_EQ(text.substr(0, kTooltipMissingText.size()), kTooltipMissingText);
+    EXPECT_EQ(text.substr(text.rfind('\n') + 1), "程序运行到：操作系统识别");
+    EXPECT_TRUE(f.reg.keys.empty());
+}
+
+TEST(StartupRun, LimitedUserRegistersTheComponentForHimself) {
+    StartupFixture f;
+    struct DenyClassesRoot : FakeRegistry {
+        long CreateKey(RegistryRoot root, const std::string& subKey) override {
+            return root == RegistryRoot::ClassesRoot ? regerr::kAccessDenied : FakeRegistry::CreateKey(root, subKey);
+        }
+    } reg;
+    RegistryWrapper wrapper(reg, f.prompts);
+    RegisterTooltip(wrapper, "C:\\Lumora");
+    EXPECT_NE(reg.Find(RegistryRoot::CurrentUser, "Software\\Classes\\TT.Tooltip", ""), nullptr);
+    EXPECT_TRUE(f.prompts.messages.empty());
+}
+
+TEST(HandOff, PollTable) {
+    struct Case {
+        const char* slot;
+        const char* l44;
+        const char* l66;
+        std::optional<std::string> open;
+        bool front;
+        const char* slotAfter;
+    } cases[] = {
+        {"", "1", "0", std::nullopt, false, ""},
+        {"*", "1", "0", std::nullopt, true, ""},
+        {"D:\\a.mp3", "1", "0", std::string("D:\\a.mp3"), false, ""},
+        {"D:\\a.mp3", "1", "1", std::string("D:\\a.mp3"), true, ""},
+        {"D:\\a.mp3", "0", "1", std::nullopt, false, "D:\\a.mp3"},  // not ours to take
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.slot) + " L44=" + c.l44 + " L66=" + c.l66);
+        FakeFileSystem fs;
+        IniFiles ini(fs);
+        WriteScratchValue(ini, c.slot);
+        SettingsStore s;
+        s.SetText("L44", c.l44);
+        s.SetText("L66", c.l66);
+        const HandOffAction a = PollHandOff(ini, s);
+        EXPECT_EQ(a.open, c.open);
+        EXPECT_EQ(a.bringToFront, c.front);
+        EXPECT_EQ(ReadScratchValue(ini), c.slotAfter);
+    }
+}
+
+TEST(OpenArgument, TrimsAndStripsQuotesOnlyWhenNeeded) {
+    FakeFileSystem fs;
+    fs.files["D:\\My Music\\a.mp3"] = "";
+    fs.files["D:\\\"odd\".mp3"] = "";
+    fs.folders.push_back("E:\\");
+    const std::pair<const char*, std::optional<std::string>> cases[] = {
+        {"  D:\\My Music\\a.mp3 ", "D:\\My Music\\a.mp3"},
+        {"\"D:\\My Music\\a.mp3\"", "D:\\My Music\\a.mp3"},
+        {"D:\\\"odd\".mp3", "D:\\\"odd\".mp3"},  // exists as written: kept
+        {"E:\\", "E:\\"},
+        {"D:\\My Music", "D:\\My Music"},
+        {"D:\\nothing.mp3", std::nullopt},
+        {"\"", std::nullopt},
+        {"", std::nullopt},
+    };
+    for (const auto& [arg, want] : cases) EXPECT_EQ(ResolveArgument(arg, fs), want) << arg;
+}
+
+TEST(OpenArgument, PendingDropListRoundTrips) {
+    EXPECT_EQ(MakePendingDropList({"D:\\a.mp3"}), "aaa*D:\\a.mp3");
+    EXPECT_EQ(MakePendingDropList({"D:\\a.mp3", "E:\\"}), "aaa*D:\\a.mp3*E:\\");
+    EXPECT_EQ(ParsePendingDropList("aaa*D:\\a.mp3*E:\\"), (std::vector<std::string>{"D:\\a.mp3", "E:\\"}));
+    EXPECT_TRUE(ParsePendingDropList("aaa").empty());
+    EXPECT_TRUE(ParsePendingDropList("").empty());
+}
+
+}  // namespace
+}  // namespace lumora

@@ -1,0 +1,78 @@
+// Start-up's Windows services against Wine: names on disk, folders, the instance probe.
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "platform/FileSystem_win.h"
+#include "platform/Instance_win.h"
+#include "platform/WinText.h"
+
+namespace lumora {
+namespace {
+
+class TempTree : public ::testing::Test {
+protected:
+    void SetUp() override {
+        wchar_t buf[MAX_PATH + 1];
+        const DWORD n = GetTempPathW(MAX_PATH, buf);
+        root_ = Narrow(std::wstring(buf, n)) + "Lumora Start 测试";
+        CreateDirectoryW(Widen(root_).c_str(), nullptr);
+        Touch("Song Title.MP3");
+        Touch("b.txt");
+        CreateDirectoryW(Widen(root_ + "\\Sub Folder").c_str(), nullptr);
+    }
+    void TearDown() override {
+        DeleteFileW(Widen(root_ + "\\Song Title.MP3").c_str());
+        DeleteFileW(Widen(root_ + "\\b.txt").c_str());
+        RemoveDirectoryW(Widen(root_ + "\\Sub Folder").c_str());
+        RemoveDirectoryW(Widen(root_).c_str());
+    }
+    void Touch(const std::string& name) {
+        const HANDLE h = CreateFileW(Widen(root_ + "\\" + name).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0,
+                                     nullptr);
+        CloseHandle(h);
+    }
+    std::string root_;
+};
+
+TEST_F(TempTree, NameOnDiskKeepsExactPathsAndFixesCaseAndShortNames) {
+    WinPathLookup lookup;
+    const std::string exact = root_ + "\\Song Title.MP3";
+    EXPECT_EQ(lookup.NameOnDisk(exact), exact);
+    std::string lower = exact;
+    for (size_t i = 3; i < lower.size(); ++i) {
+        if (lower[i] >= 'A' && lower[i] <= 'Z') lower[i] = static_cast<char>(lower[i] - 'A' + 'a');
+    }
+    EXPECT_EQ(lookup.NameOnDisk(lower), exact);
+    wchar_t shortPath[MAX_PATH] = {};
+    if (GetShortPathNameW(Widen(exact).c_str(), shortPath, MAX_PATH) && Narrow(shortPath) != exact) {
+        EXPECT_EQ(lookup.NameOnDisk(Narrow(shortPath)), exact);
+    }
+    EXPECT_EQ(lookup.NameOnDisk(root_ + "\\Sub Folder"), root_ + "\\Sub Folder");
+    EXPECT_EQ(lookup.NameOnDisk(root_ + "\\missing.mp3"), std::nullopt);
+    EXPECT_EQ(lookup.NameOnDisk("\"" + exact + "\""), std::nullopt);
+    EXPECT_EQ(lookup.NameOnDisk("set"), std::nullopt);
+}
+
+TEST_F(TempTree, FoldersAndTheirFiles) {
+    WinFileSystem fs;
+    EXPECT_TRUE(fs.FolderExists(root_));
+    EXPECT_TRUE(fs.FolderExists(root_ + "\\"));
+    EXPECT_TRUE(fs.FolderExists("C:\\"));
+    EXPECT_TRUE(fs.FolderExists("C:"));
+    EXPECT_FALSE(fs.FolderExists(root_ + "\\b.txt"));
+    auto names = fs.ListFiles(root_);
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(names, (std::vector<std::string>{"Song Title.MP3", "b.txt"}));
+}
+
+TEST(InstanceProbe, SecondProbeSeesTheFirst) {
+    WinInstanceProbe first;
+    WinInstanceProbe second;
+    EXPECT_TRUE(second.AnotherInstanceRuns());
+}
+
+}  // namespace
+}  // namespace lumora

@@ -1,0 +1,137 @@
+#include "ui/Boxes_win.h"
+
+#include "platform/WinText.h"
+#include "ui/DialogTemplate_win.h"
+#include "ui/Theme_win.h"
+
+namespace lumora {
+namespace {
+
+struct BoxState {
+    std::wstring text;
+    std::wstring input;
+    bool hasInput = false;
+};
+
+// Grows the box to fit its text: the text is measured in the dialog's own font.
+void FitText(HWND dlg) {
+    HWND label = GetDlgItem(dlg, IDC_BOX_TEXT);
+    RECT labelRect;
+    GetWindowRect(label, &labelRect);
+    MapWindowPoints(nullptr, dlg, reinterpret_cast<POINT*>(&labelRect), 2);
+    const int width = labelRect.right - labelRect.left;
+    wchar_t buf[4096];
+    GetWindowTextW(label, buf, 4096);
+    HDC dc = GetDC(label);
+    HGDIOBJ old = SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(label, WM_GETFONT, 0, 0)));
+    RECT need{0, 0, width, 0};
+    DrawTextW(dc, buf, -1, &need, DT_CALCRECT | DT_WORDBREAK | DT_NOPREFIX);
+    SelectObject(dc, old);
+    ReleaseDC(label, dc);
+    const int grow = (need.bottom - need.top) - (labelRect.bottom - labelRect.top);
+    if (grow <= 0) return;
+    SetWindowPos(label, nullptr, 0, 0, width, need.bottom - need.top, SWP_NOMOVE | SWP_NOZORDER);
+    // Everything below the text moves down with it.
+    for (HWND child = GetWindow(dlg, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        if (child == label) continue;
+        RECT r;
+        GetWindowRect(child, &r);
+        MapWindowPoints(nullptr, dlg, reinterpret_cast<POINT*>(&r), 2);
+        SetWindowPos(child, nullptr, r.left, r.top + grow, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    }
+    RECT w;
+    GetWindowRect(dlg, &w);
+    SetWindowPos(dlg, nullptr, 0, 0, w.right - w.left, w.bottom - w.top + grow, SWP_NOMOVE | SWP_NOZORDER);
+}
+
+void CenterOnOwner(HWND dlg) {
+    HWND owner = GetWindow(dlg, GW_OWNER);
+    RECT area;
+    if (owner && IsWindowVisible(owner) && !IsIconic(owner)) {
+        GetWindowRect(owner, &area);
+    } else {
+        SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+    }
+    RECT r;
+    GetWindowRect(dlg, &r);
+    const int x = area.left + ((area.right - area.left) - (r.right - r.left)) / 2;
+    const int y = area.top + ((area.bottom - area.top) - (r.bottom - r.top)) / 2;
+    SetWindowPos(dlg, HWND_TOP, x > 0 ? x : 0, y > 0 ? y : 0, 0, 0, SWP_NOSIZE);
+}
+
+INT_PTR CALLBACK BoxProc(HWND dlg, UINT msg, WPARAM wp, LPARAM lp) {
+    auto* state = reinterpret_cast<BoxState*>(GetWindowLongPtrW(dlg, DWLP_USER));
+    switch (msg) {
+        case WM_INITDIALOG:
+            SetWindowLongPtrW(dlg, DWLP_USER, lp);
+            state = reinterpret_cast<BoxState*>(lp);
+            SetDlgItemTextW(dlg, IDC_BOX_TEXT, state->text.c_str());
+            if (state->hasInput) SetDlgItemTextW(dlg, IDC_BOX_EDIT, state->input.c_str());
+            FitText(dlg);
+            CenterOnOwner(dlg);
+            if (state->hasInput) {
+                SetFocus(GetDlgItem(dlg, IDC_BOX_EDIT));
+                SendDlgItemMessageW(dlg, IDC_BOX_EDIT, EM_SETSEL, 0, -1);
+                return FALSE;
+            }
+            return TRUE;
+        case WM_CTLCOLORDLG:
+        case WM_CTLCOLORSTATIC:
+            return reinterpret_cast<INT_PTR>(Theme::PaintPanel(reinterpret_cast<HDC>(wp)));
+        case WM_COMMAND:
+            switch (LOWORD(wp)) {
+                case IDOK:
+                case IDCANCEL:
+                case IDYES:
+                case IDNO:
+                    if (LOWORD(wp) == IDOK && state && state->hasInput) {
+                        wchar_t buf[1024] = {};
+                        GetDlgItemTextW(dlg, IDC_BOX_EDIT, buf, 1024);
+                        state->input = buf;
+                    }
+                    EndDialog(dlg, LOWORD(wp));
+                    return TRUE;
+            }
+            break;
+        case WM_CLOSE:
+            EndDialog(dlg, IDCANCEL);
+            return TRUE;
+    }
+    return FALSE;
+}
+
+constexpr DWORD kBoxStyle = DS_MODALFRAME | DS_CENTER | WS_POPUP | WS_CAPTION | WS_SYSMENU;
+
+}  // namespace
+
+int ShowBox(HWND owner, std::string_view text, std::string_view title, BoxButtons buttons) {
+    BoxState state{Widen(text), {}, false};
+    DialogTemplate t(Widen(title), 220, 64, kBoxStyle);
+    t.AddControl(DialogTemplate::kStatic, IDC_BOX_TEXT, L"", 10, 10, 200, 20, SS_LEFT | SS_NOPREFIX);
+    if (buttons == BoxButtons::Ok) {
+        t.AddControl(DialogTemplate::kButton, IDOK, L"确定", 85, 40, 50, 15, BS_DEFPUSHBUTTON | WS_TABSTOP);
+    } else {
+        t.AddControl(DialogTemplate::kButton, IDYES, L"是(&Y)", 55, 40, 50, 15, BS_DEFPUSHBUTTON | WS_TABSTOP);
+        t.AddControl(DialogTemplate::kButton, IDNO, L"否(&N)", 115, 40, 50, 15, BS_PUSHBUTTON | WS_TABSTOP);
+    }
+    const INT_PTR rc = DialogBoxIndirectParamW(GetModuleHandleW(nullptr), t.Get(), owner, BoxProc,
+                                               reinterpret_cast<LPARAM>(&state));
+    if (buttons == BoxButtons::YesNo) return rc == IDYES ? IDYES : IDNO;
+    return IDOK;
+}
+
+std::optional<std::string> ShowInputBox(HWND owner, std::string_view prompt, std::string_view title,
+                                        std::string_view initial) {
+    BoxState state{Widen(prompt), Widen(initial), true};
+    DialogTemplate t(Widen(title), 230, 82, kBoxStyle);
+    t.AddControl(DialogTemplate::kStatic, IDC_BOX_TEXT, L"", 10, 10, 210, 20, SS_LEFT | SS_NOPREFIX);
+    t.AddControl(DialogTemplate::kEdit, IDC_BOX_EDIT, L"", 10, 36, 210, 13, ES_AUTOHSCROLL | WS_BORDER | WS_TABSTOP);
+    t.AddControl(DialogTemplate::kButton, IDOK, L"确定", 60, 58, 50, 15, BS_DEFPUSHBUTTON | WS_TABSTOP);
+    t.AddControl(DialogTemplate::kButton, IDCANCEL, L"取消", 120, 58, 50, 15, BS_PUSHBUTTON | WS_TABSTOP);
+    const INT_PTR rc = DialogBoxIndirectParamW(GetModuleHandleW(nullptr), t.Get(), owner, BoxProc,
+                                               reinterpret_cast<LPARAM>(&state));
+    if (rc != IDOK) return std::nullopt;
+    return Narrow(state.input);
+}
+
+}  // namespace lumora

@@ -1,0 +1,29 @@
+#pragma once
+// The colours and fonts of Lumora's default look (skin 2), drawn by the program itself.
+#include <windows.h>
+
+namespace lumora {
+
+class Theme {
+public:
+    static constexpr COLORREF kBackground = RGB(30, 40, 58);
+    static constexpr COLORREF kPanel = RGB(44, 58, 84);
+    static constexpr COLORREF kDisplay = RGB(12, 18, 28);
+    static constexpr COLORREF kText = RGB(226, 232, 242);
+    static constexpr COLORREF kDisplayText = RGB(120, 220, 255);
+    static constexpr COLORREF kAccent = RGB(255, 190, 70);
+    static constexpr COLORREF kButtonFace = RGB(58, 76, 108);
+    static constexpr COLORREF kButtonHot = RGB(78, 100, 140);
+    static constexpr COLORREF kButtonEdge = RGB(96, 122, 168);
+
+    static HBRUSH BackgroundBrush();
+    static HBRUSH PanelBrush();
+    static HBRUSH DisplayBrush();
+    // For WM_CTLCOLOR*: sets the panel colours on `dc` and returns the panel brush.
+    static HBRUSH PaintPanel(HDC dc);
+    static HBRUSH PaintDisplay(HDC dc);
+    static HFONT UiFont();
+    static HFONT BigFont();
+};
+
+}  // namespace lumora
