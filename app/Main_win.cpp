@@ -1,28 +1,122 @@
-// Lumora's entry point. Start-up loads the options; the windows are built on top of this.
+// Lumora's entry point: the splash window's start-up, then the main window's message loop.
 #include <windows.h>
+#include <commctrl.h>
+#include <ole2.h>
 
-#include "ui/Prompts_win.h"
+#include <memory>
+
+#include "app/Startup.h"
+#include "platform/FileSystem_win.h"
+#include "platform/Instance_win.h"
 #include "platform/Registry_win.h"
+#include "platform/WinText.h"
+#include "settings/IniFiles.h"
 #include "settings/RegistryWrapper.h"
-#include "settings/SettingsStore.h"
+#include "ui/Boxes_win.h"
+#include "ui/MainWindow_win.h"
+#include "ui/Prompts_win.h"
+#include "ui/SplashWindow_win.h"
 
 namespace {
 
-lumora::ScreenExtent ScreenInTwips() {
-    HDC dc = GetDC(nullptr);
-    const int dpiX = dc ? GetDeviceCaps(dc, LOGPIXELSX) : 96;
-    const int dpiY = dc ? GetDeviceCaps(dc, LOGPIXELSY) : 96;
-    if (dc) ReleaseDC(nullptr, dc);
-    return {static_cast<long long>(GetSystemMetrics(SM_CXSCREEN)) * 1440 / (dpiX > 0 ? dpiX : 96),
-            static_cast<long long>(GetSystemMetrics(SM_CYSCREEN)) * 1440 / (dpiY > 0 ? dpiY : 96)};
+// How long the splash stays when there is nothing to open.
+constexpr unsigned kSplashMs = 1500;
+
+lumora::OsVersion QueryOsVersion() {
+    OSVERSIONINFOW info{};
+    info.dwOSVersionInfoSize = sizeof info;
+    // The answer does not stop start-up: a failed call leaves a version that matches no row.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+    GetVersionExW(&info);
+#pragma GCC diagnostic pop
+    lumora::OsVersion v;
+    v.platform = info.dwPlatformId == VER_PLATFORM_WIN32_NT        ? lumora::OsPlatform::NT
+                 : info.dwPlatformId == VER_PLATFORM_WIN32_WINDOWS ? lumora::OsPlatform::Win9x
+                                                                   : lumora::OsPlatform::Other;
+    v.major = info.dwMajorVersion;
+    v.minor = info.dwMinorVersion;
+    return v;
+}
+
+void PumpMessages() {
+    MSG msg;
+    while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
+        if (msg.message == WM_QUIT) {
+            PostQuitMessage(static_cast<int>(msg.wParam));
+            return;
+        }
+        TranslateMessage(&msg);
+        DispatchMessageW(&msg);
+    }
 }
 
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
+    OleInitialize(nullptr);
+    INITCOMMONCONTROLSEX icc{sizeof icc, ICC_BAR_CLASSES | ICC_STANDARD_CLASSES | ICC_WIN95_CLASSES};
+    InitCommonControlsEx(&icc);
+
+    lumora::WinInstanceProbe instances;
+    lumora::WinFileSystem files;
+    lumora::IniFiles ini(files);
     lumora::WinRegistry registry;
     lumora::WinPrompts prompts;
     lumora::RegistryWrapper wrapper(registry, prompts);
-    lumora::SettingsStore settings;
-    return lumora::LoadSettings(settings, wrapper, ScreenInTwips()) ? 0 : 1;
+    lumora::WinPathLookup paths;
+
+    lumora::SplashWindow splash;
+    splash.Create();
+    const std::string tail = lumora::CommandTail(lumora::Narrow(GetCommandLineW()));
+    const lumora::StartupResult start =
+        lumora::RunStartup({files, ini, wrapper, instances, paths}, QueryOsVersion(), tail, lumora::ProgramFolder(),
+                           PumpMessages);
+    if (start.os) splash.SetOsLabel(start.os->label);
+
+    switch (start.outcome) {
+        case lumora::StartupOutcome::ShowHelp:
+            splash.Close();
+            lumora::ShowBox(nullptr, lumora::HelpText(LUMORA_VERSION_TEXT), lumora::kHelpTitle,
+                            lumora::BoxButtons::Ok);
+            OleUninitialize();
+            return 0;
+        case lumora::StartupOutcome::HandedOver:
+            splash.Close();
+            OleUninitialize();
+            return 0;
+        case lumora::StartupOutcome::TooltipMissing:
+            splash.Close();
+            lumora::ShowBox(nullptr, lumora::StartupErrorText(lumora::kTooltipMissingText, start.marker),
+                            lumora::kStartupErrorTitle, lumora::BoxButtons::Ok);
+            OleUninitialize();
+            return 1;
+        case lumora::StartupOutcome::OpenMainWindow: break;
+    }
+
+    auto main = std::make_unique<lumora::MainWindow>(lumora::MainWindowServices{files, ini, wrapper, prompts});
+    const std::string osCode = start.os ? start.os->code : std::string();
+    bool created = true;
+    if (start.showMainWindowNow) {
+        created = main->Create(start.argument, osCode);
+        splash.Close();
+    } else {
+        splash.StartTimer(kSplashMs, [&] {
+            created = main->Create(start.argument, osCode);
+            splash.Close();
+            if (!created) PostQuitMessage(1);
+        });
+    }
+    int exitCode = created ? 0 : 1;
+    if (created) {
+        MSG msg;
+        while (GetMessageW(&msg, nullptr, 0, 0) > 0) {
+            TranslateMessage(&msg);
+            DispatchMessageW(&msg);
+        }
+        exitCode = static_cast<int>(msg.wParam);
+    }
+    main.reset();
+    OleUninitialize();
+    return exitCode;
 }

@@ -1,0 +1,45 @@
+#include "playback/TransportTexts.h"
+
+#include "playlist/PlayQueue.h"
+#include "settings/SettingsStore.h"
+
+namespace lumora {
+namespace {
+
+// The neighbour of the current entry, wrapping round like the neighbour labels.
+std::string NeighbourLine(const PlayQueue& queue, int step) {
+    const int count = queue.Count();
+    if (count == 0) return {};
+    int index = queue.Current() + step;
+    if (index < 1) index = count;
+    if (index > count) index = 1;
+    const MediaEntry* entry = queue.EntryAt(index);
+    return entry ? ListLine(index, entry->name) : std::string();
+}
+
+}  // namespace
+
+TransportTips MakeTransportTips(const SettingsStore& settings, const PlayQueue& queue, std::string_view modeSuffix,
+                                bool hasFile) {
+    TransportTips t;
+    const bool empty = queue.Count() == 0;
+    t.play = "播放/暂停";
+    t.stop = "停止播放";
+    t.previous = empty ? "现在无文件播放" : "播放 “上一首”" + NeighbourLine(queue, -1);
+    t.next = empty ? "现在无文件播放" : "播放 “下一首”" + NeighbourLine(queue, +1);
+    t.back = hasFile ? "后退" + settings.Text("L1") + "秒" : "无法后退";
+    t.forward = hasFile ? "前进" + settings.Text("L2") + "秒" : "无法前进";
+    t.modeNormal = "设置播放方式-“正常”。当前播放方式为" + std::string(modeSuffix);
+    t.modeLoop = "设置播放方式-“单曲\\全部循环”。当前播放方式为" + std::string(modeSuffix);
+    t.modeRandom = "设置播放方式-“随机”。当前播放方式为" + std::string(modeSuffix);
+    t.timeMode = "转换“显示正在播放时间”和“剩余的时间”。";
+    t.segment = "当前没有选段播放。\r\n选择文件的一段进行循环播放。选择A点的位置。";
+    t.progress = "播放进度";
+    t.volume = "音量";
+    t.speed = "播放速度";
+    t.list = "打开/关闭“文件列表”窗口";
+    t.open = "打开媒体文件";
+    return t;
+}
+
+}  // namespace lumora

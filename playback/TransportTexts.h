@@ -1,0 +1,54 @@
+#pragma once
+// The texts of the main window's transport controls: their captions at start and the balloon
+// help on each, which follows the options and the queue.
+#include <string>
+#include <string_view>
+
+namespace lumora {
+
+class SettingsStore;
+class PlayQueue;
+
+// What the main window shows before anything plays.
+struct MainDisplayTexts {
+    std::string title = "无文件";
+    std::string percent = "0%";
+    std::string time = "00:00:00";
+    std::string segmentRange = "0-0";
+    std::string statusLine = "没有文件播放";
+    std::string back = "后退";
+    std::string forward = "前进";
+    std::string play = "播放";
+    std::string timeMode = "→";
+    std::string mode = "播放方式：正常";
+    std::string segment = "选段播放";
+    std::string segmentA = "A=N/A";
+    std::string segmentB = "B=N/A";
+};
+
+inline constexpr std::string_view kModeNormal = "：正常";
+
+struct TransportTips {
+    std::string play;
+    std::string stop;
+    std::string previous;
+    std::string next;
+    std::string back;
+    std::string forward;
+    std::string modeNormal;
+    std::string modeLoop;
+    std::string modeRandom;
+    std::string timeMode;
+    std::string segment;
+    std::string progress;
+    std::string volume;
+    std::string speed;
+    std::string list;
+    std::string open;
+};
+
+// `modeSuffix` is the mode label's suffix ("：正常" ...); `hasFile`: a file is open.
+TransportTips MakeTransportTips(const SettingsStore& settings, const PlayQueue& queue, std::string_view modeSuffix,
+                                bool hasFile);
+
+}  // namespace lumora

@@ -1,0 +1,61 @@
+#pragma once
+// Stable control, menu and window identities: the end-to-end driver finds controls by these.
+// One numeric block per window.
+
+namespace lumora::ids {
+
+// Window classes and fixed titles.
+inline constexpr wchar_t kMainClass[] = L"LumoraMain";
+inline constexpr wchar_t kPlaylistClass[] = L"LumoraPlaylist";
+inline constexpr wchar_t kSplashClass[] = L"frmSplash";
+inline constexpr char kMainTitle[] = "Lumora";
+inline constexpr char kPlaylistTitle[] = "《Lumora》文件列表";
+
+// Main window: 1000-1099.
+inline constexpr int IDC_MAIN_PLAY = 1001;
+inline constexpr int IDC_MAIN_STOP = 1002;
+inline constexpr int IDC_MAIN_PREVIOUS = 1003;
+inline constexpr int IDC_MAIN_NEXT = 1004;
+inline constexpr int IDC_MAIN_BACK = 1005;
+inline constexpr int IDC_MAIN_FORWARD = 1006;
+inline constexpr int IDC_MAIN_LIST = 1007;
+inline constexpr int IDC_MAIN_OPEN = 1008;
+inline constexpr int IDC_MAIN_PROGRESS = 1010;
+inline constexpr int IDC_MAIN_VOLUME = 1011;
+inline constexpr int IDC_MAIN_SPEED = 1012;
+inline constexpr int IDC_MAIN_TITLE = 1020;
+inline constexpr int IDC_MAIN_TIME = 1021;
+inline constexpr int IDC_MAIN_TIME_MODE = 1022;
+inline constexpr int IDC_MAIN_PERCENT = 1023;
+inline constexpr int IDC_MAIN_MODE = 1024;
+inline constexpr int IDC_MAIN_MODE_NORMAL = 1025;
+inline constexpr int IDC_MAIN_MODE_LOOP = 1026;
+inline constexpr int IDC_MAIN_MODE_RANDOM = 1027;
+inline constexpr int IDC_MAIN_SEGMENT = 1028;
+inline constexpr int IDC_MAIN_SEGMENT_A = 1029;
+inline constexpr int IDC_MAIN_SEGMENT_B = 1030;
+inline constexpr int IDC_MAIN_SEGMENT_RANGE = 1031;
+inline constexpr int IDC_MAIN_PREVIOUS_LABEL = 1032;
+inline constexpr int IDC_MAIN_NEXT_LABEL = 1033;
+inline constexpr int IDC_MAIN_COMBINED = 1034;
+inline constexpr int IDC_MAIN_STATUS = 1035;
+inline constexpr int IDC_MAIN_VOLUME_LABEL = 1036;
+inline constexpr int IDC_MAIN_SPEED_LABEL = 1037;
+
+// Main window menu: 1200-1249.
+inline constexpr int IDM_OPEN_FILES = 1201;
+inline constexpr int IDM_OPEN_FOLDER = 1202;
+inline constexpr int IDM_SHOW_PLAYLIST = 1203;
+inline constexpr int IDM_EXIT = 1204;
+
+// Playlist window: 1100-1149; its menu 1250-1299.
+inline constexpr int IDC_PLAYLIST_LINES = 1101;
+inline constexpr int IDM_PLAYLIST_REMOVE = 1251;
+inline constexpr int IDM_PLAYLIST_MOVE = 1252;
+inline constexpr int IDM_PLAYLIST_FIND = 1253;
+inline constexpr int IDM_PLAYLIST_PLAY = 1254;
+
+// Splash window: 1300-1349.
+inline constexpr int IDC_SPLASH_OS = 1301;
+
+}  // namespace lumora::ids

@@ -1,0 +1,12 @@
+#pragma once
+// Lumora's image buttons: owner-drawn push buttons in the program's own look. The caption stays
+// the window text, so it can be read like any button's.
+#include <windows.h>
+
+namespace lumora {
+
+HWND CreateImageButton(HWND parent, int id, const wchar_t* caption, int x, int y, int cx, int cy);
+// For WM_DRAWITEM of an image button.
+void DrawImageButton(const DRAWITEMSTRUCT& item);
+
+}  // namespace lumora

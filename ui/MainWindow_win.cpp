@@ -1,0 +1,392 @@
+#include "ui/MainWindow_win.h"
+
+#include <commctrl.h>
+#include <shellapi.h>
+
+#include "platform/FileSystem.h"
+#include "platform/WinText.h"
+#include "playback/TransportTexts.h"
+#include "settings/IniFiles.h"
+#include "settings/RegistryWrapper.h"
+#include "ui/ControlIds.h"
+#include "ui/ImageButton_win.h"
+#include "ui/Prompts_win.h"
+#include "ui/Theme_win.h"
+
+namespace lumora {
+namespace {
+
+using namespace ids;
+
+// The running instance looks for a second start's argument this often.
+constexpr UINT_PTR kHandOffTimer = 3;
+constexpr UINT kHandOffMs = 500;
+
+constexpr int kClientWidth = 460;
+constexpr int kClientHeight = 226;
+
+struct ScreenTwips {
+    long long perPixelX;
+    long long perPixelY;
+};
+
+int Dpi(int index) {
+    HDC dc = GetDC(nullptr);
+    const int dpi = dc ? GetDeviceCaps(dc, index) : 96;
+    if (dc) ReleaseDC(nullptr, dc);
+    return dpi > 0 ? dpi : 96;
+}
+
+long long PixelsToTwipsX(long long px) { return px * 1440 / Dpi(LOGPIXELSX); }
+long long PixelsToTwipsY(long long px) { return px * 1440 / Dpi(LOGPIXELSY); }
+int TwipsToPixelsX(long long twips) { return static_cast<int>(twips * Dpi(LOGPIXELSX) / 1440); }
+int TwipsToPixelsY(long long twips) { return static_cast<int>(twips * Dpi(LOGPIXELSY) / 1440); }
+
+ScreenExtent ScreenInTwips() {
+    return {PixelsToTwipsX(GetSystemMetrics(SM_CXSCREEN)), PixelsToTwipsY(GetSystemMetrics(SM_CYSCREEN))};
+}
+
+HWND Label(HWND parent, int id, const wchar_t* text, int x, int y, int cx, int cy, DWORD align = SS_LEFT) {
+    HWND h = CreateWindowExW(0, L"STATIC", text, WS_CHILD | WS_VISIBLE | SS_NOPREFIX | align, x, y, cx, cy, parent,
+                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
+    SendMessageW(h, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont()), FALSE);
+    return h;
+}
+
+HWND Slider(HWND parent, int id, int x, int y, int cx, int cy, int low, int high, int pos) {
+    HWND h = CreateWindowExW(0, TRACKBAR_CLASSW, L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | TBS_HORZ | TBS_NOTICKS, x,
+                             y, cx, cy, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
+                             GetModuleHandleW(nullptr), nullptr);
+    SendMessageW(h, TBM_SETRANGE, FALSE, MAKELPARAM(low, high));
+    SendMessageW(h, TBM_SETPOS, TRUE, pos);
+    return h;
+}
+
+bool IsDisplayControl(int id) {
+    return id == IDC_MAIN_TITLE || id == IDC_MAIN_TIME || id == IDC_MAIN_PERCENT || id == IDC_MAIN_COMBINED;
+}
+
+}  // namespace
+
+MainWindow::MainWindow(MainWindowServices services)
+    : services_(services), queue_(services.prompts, services.files, *this) {}
+
+MainWindow::~MainWindow() {
+    if (hwnd_) DestroyWindow(hwnd_);
+}
+
+bool MainWindow::Create(const std::string& argument, const std::string& osCode) {
+    osCode_ = osCode;
+    static bool registered = false;
+    if (!registered) {
+        WNDCLASSEXW wc{};
+        wc.cbSize = sizeof wc;
+        wc.lpfnWndProc = WndProc;
+        wc.hInstance = GetModuleHandleW(nullptr);
+        wc.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+        wc.hIcon = LoadIconW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(1));
+        wc.hbrBackground = Theme::BackgroundBrush();
+        wc.lpszClassName = kMainClass;
+        if (!RegisterClassExW(&wc)) return false;
+        registered = true;
+    }
+    RECT r{0, 0, kClientWidth, kClientHeight};
+    const DWORD style = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDREN;
+    AdjustWindowRectEx(&r, style, FALSE, WS_EX_ACCEPTFILES);
+    hwnd_ = CreateWindowExW(WS_EX_ACCEPTFILES, kMainClass, Widen(kMainTitle).c_str(), style, CW_USEDEFAULT,
+                            CW_USEDEFAULT, r.right - r.left, r.bottom - r.top, nullptr, nullptr,
+                            GetModuleHandleW(nullptr), this);
+    if (!hwnd_) return false;
+    services_.prompts.SetOwner(hwnd_);
+    LoadSequence(argument);
+    return true;
+}
+
+LRESULT CALLBACK MainWindow::WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
+    if (msg == WM_NCCREATE) {
+        auto* self = static_cast<MainWindow*>(reinterpret_cast<CREATESTRUCTW*>(lp)->lpCreateParams);
+        self->hwnd_ = hwnd;
+        SetWindowLongPtrW(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
+    }
+    auto* self = reinterpret_cast<MainWindow*>(GetWindowLongPtrW(hwnd, GWLP_USERDATA));
+    return self ? self->Handle(msg, wp, lp) : DefWindowProcW(hwnd, msg, wp, lp);
+}
+
+LRESULT MainWindow::Handle(UINT msg, WPARAM wp, LPARAM lp) {
+    switch (msg) {
+        case WM_CREATE: OnCreate(); return 0;
+        case WM_COMMAND: OnCommand(LOWORD(wp)); return 0;
+        case WM_TIMER: OnTimer(wp); return 0;
+        case WM_DROPFILES: OnDropFiles(reinterpret_cast<HDROP>(wp)); return 0;
+        case WM_CONTEXTMENU: OnContextMenu(static_cast<short>(LOWORD(lp)), static_cast<short>(HIWORD(lp))); return 0;
+        case WM_MOVE: playlist_.FollowOwner(); return 0;
+        case WM_DRAWITEM: DrawImageButton(*reinterpret_cast<DRAWITEMSTRUCT*>(lp)); return TRUE;
+        case WM_CTLCOLORSTATIC: {
+            const int id = GetDlgCtrlID(reinterpret_cast<HWND>(lp));
+            HDC dc = reinterpret_cast<HDC>(wp);
+            if (IsDisplayControl(id)) return reinterpret_cast<LRESULT>(Theme::PaintDisplay(dc));
+            SetTextColor(dc, Theme::kText);
+            SetBkColor(dc, Theme::kBackground);
+            return reinterpret_cast<LRESULT>(Theme::BackgroundBrush());
+        }
+        case WM_PAINT: {
+            PAINTSTRUCT ps;
+            HDC dc = BeginPaint(hwnd_, &ps);
+            RECT display{6, 6, kClientWidth - 6, 62};
+            FillRect(dc, &display, Theme::DisplayBrush());
+            EndPaint(hwnd_, &ps);
+            return 0;
+        }
+        case WM_CLOSE: OnClose(); return 0;
+        case WM_DESTROY:
+            KillTimer(hwnd_, kHandOffTimer);
+            PostQuitMessage(0);
+            return 0;
+        case WM_NCDESTROY: {
+            const LRESULT rc = DefWindowProcW(hwnd_, msg, wp, lp);
+            hwnd_ = nullptr;
+            return rc;
+        }
+    }
+    return DefWindowProcW(hwnd_, msg, wp, lp);
+}
+
+void MainWindow::OnCreate() {
+    const MainDisplayTexts t;
+    HWND title = Label(hwnd_, IDC_MAIN_TITLE, Widen(t.title).c_str(), 14, 12, 296, 26);
+    SendMessageW(title, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::BigFont()), FALSE);
+    Label(hwnd_, IDC_MAIN_TIME, Widen(t.time).c_str(), 318, 12, 90, 20, SS_RIGHT);
+    CreateImageButton(hwnd_, IDC_MAIN_TIME_MODE, Widen(t.timeMode).c_str(), 414, 11, 36, 22);
+    Label(hwnd_, IDC_MAIN_PERCENT, Widen(t.percent).c_str(), 318, 38, 90, 18, SS_RIGHT);
+    Label(hwnd_, IDC_MAIN_COMBINED, L"", 14, 40, 296, 18);
+
+    Slider(hwnd_, IDC_MAIN_PROGRESS, 6, 66, kClientWidth - 12, 24, 0, 1000, 0);
+
+    struct Button {
+        int id;
+        const std::string* text;
+        const char* fixed;
+        int x, width;
+    };
+    const Button transport[] = {
+        {IDC_MAIN_PLAY, &t.play, nullptr, 6, 54},       {IDC_MAIN_STOP, nullptr, "停止", 64, 54},
+        {IDC_MAIN_PREVIOUS, nullptr, "上一首", 122, 60}, {IDC_MAIN_NEXT, nullptr, "下一首", 186, 60},
+        {IDC_MAIN_BACK, &t.back, nullptr, 250, 48},     {IDC_MAIN_FORWARD, &t.forward, nullptr, 302, 48},
+        {IDC_MAIN_OPEN, nullptr, "打开", 354, 48},      {IDC_MAIN_LIST, nullptr, "列表", 406, 48},
+    };
+    for (const auto& b : transport) {
+        CreateImageButton(hwnd_, b.id, Widen(b.text ? *b.text : std::string(b.fixed)).c_str(), b.x, 96, b.width, 26);
+    }
+
+    Label(hwnd_, IDC_MAIN_MODE, Widen(t.mode).c_str(), 8, 132, 128, 18);
+    CreateImageButton(hwnd_, IDC_MAIN_MODE_NORMAL, L"正常", 138, 128, 44, 22);
+    CreateImageButton(hwnd_, IDC_MAIN_MODE_LOOP, L"循环", 186, 128, 44, 22);
+    CreateImageButton(hwnd_, IDC_MAIN_MODE_RANDOM, L"随机", 234, 128, 44, 22);
+    CreateImageButton(hwnd_, IDC_MAIN_SEGMENT, Widen(t.segment).c_str(), 290, 128, 64, 22);
+    Label(hwnd_, IDC_MAIN_SEGMENT_A, Widen(t.segmentA).c_str(), 360, 132, 46, 18);
+    Label(hwnd_, IDC_MAIN_SEGMENT_B, Widen(t.segmentB).c_str(), 408, 132, 46, 18);
+
+    Label(hwnd_, IDC_MAIN_VOLUME_LABEL, L"音量", 8, 160, 30, 18);
+    Slider(hwnd_, IDC_MAIN_VOLUME, 38, 156, 150, 24, 0, 20, 20);
+    Label(hwnd_, IDC_MAIN_SPEED_LABEL, L"速度", 196, 160, 30, 18);
+    Slider(hwnd_, IDC_MAIN_SPEED, 226, 156, 150, 24, 50, 200, 100);
+    Label(hwnd_, IDC_MAIN_SEGMENT_RANGE, Widen(t.segmentRange).c_str(), 384, 160, 70, 18, SS_RIGHT);
+
+    Label(hwnd_, IDC_MAIN_PREVIOUS_LABEL, L"", 8, 184, 220, 18);
+    Label(hwnd_, IDC_MAIN_NEXT_LABEL, L"", 232, 184, 222, 18);
+
+    status_ = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, hwnd_,
+                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_MAIN_STATUS)),
+                              GetModuleHandleW(nullptr), nullptr);
+    SendMessageW(status_, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont()), FALSE);
+    const int widths[] = {230, 350, -1};
+    SendMessageW(status_, SB_SETPARTS, 3, reinterpret_cast<LPARAM>(widths));
+}
+
+void MainWindow::LoadSequence(const std::string& argument) {
+    playlist_.Create(*this, hwnd_);
+    LoadSettings(settings_, services_.registry, ScreenInTwips());
+    ApplyOsOverrides(settings_, osCode_);
+    if (settings_.Number("Vol")) {
+        const long long vol = *settings_.Number("Vol");
+        SendDlgItemMessageW(hwnd_, IDC_MAIN_VOLUME, TBM_SETPOS, TRUE, vol < 0 ? 0 : vol > 20 ? 20 : vol);
+    }
+    if (tips_.Attach(hwnd_)) ApplyTips();
+
+    queue_.Clear();
+    SendMessageW(status_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(Widen(MainDisplayTexts().statusLine).c_str()));
+
+    RestorePosition();
+    playlist_.Restore(settings_, services_.registry);
+    ShowWindow(hwnd_, SW_SHOW);
+    if (settings_.IsOn("L57")) ShowWindow(playlist_.Handle(), SW_SHOWNOACTIVATE);
+    UpdateWindow(hwnd_);
+
+    if (!argument.empty()) OpenArgument(argument);
+    SetTimer(hwnd_, kHandOffTimer, kHandOffMs, nullptr);
+}
+
+void MainWindow::ApplyTips() {
+    const TransportTips t = MakeTransportTips(settings_, queue_.Queue(), modeSuffix_, false);
+    const std::pair<int, const std::string*> tips[] = {
+        {IDC_MAIN_PLAY, &t.play},           {IDC_MAIN_STOP, &t.stop},           {IDC_MAIN_PREVIOUS, &t.previous},
+        {IDC_MAIN_NEXT, &t.next},           {IDC_MAIN_BACK, &t.back},           {IDC_MAIN_FORWARD, &t.forward},
+        {IDC_MAIN_MODE_NORMAL, &t.modeNormal}, {IDC_MAIN_MODE_LOOP, &t.modeLoop}, {IDC_MAIN_MODE_RANDOM, &t.modeRandom},
+        {IDC_MAIN_TIME_MODE, &t.timeMode},  {IDC_MAIN_SEGMENT, &t.segment},     {IDC_MAIN_PROGRESS, &t.progress},
+        {IDC_MAIN_VOLUME, &t.volume},       {IDC_MAIN_SPEED, &t.speed},         {IDC_MAIN_LIST, &t.list},
+        {IDC_MAIN_OPEN, &t.open},
+    };
+    for (const auto& [id, text] : tips) tips_.Set(GetDlgItem(hwnd_, id), *text);
+    if (settings_.Text("L34") == "0") {
+        tips_.SetColors(static_cast<COLORREF>(settings_.Number("L34B").value_or(0xE1FFFF)),
+                        static_cast<COLORREF>(settings_.Number("L34F").value_or(0)));
+    }
+    tips_.Enable(settings_.IsOn("L31"));
+}
+
+void MainWindow::SetText(int id, const std::string& text) { SetDlgItemTextW(hwnd_, id, Widen(text).c_str()); }
+
+void MainWindow::ShowLines(const std::vector<std::string>& lines) { playlist_.SetLines(lines); }
+
+void MainWindow::ShowTexts(const QueueTexts& texts) {
+    SendMessageW(status_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(Widen(texts.playingPanel).c_str()));
+    SendMessageW(status_, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(Widen(texts.positionPanel).c_str()));
+    SendMessageW(status_, SB_SETTEXTW, 2, reinterpret_cast<LPARAM>(Widen(texts.totalPanel).c_str()));
+    SetText(IDC_MAIN_PREVIOUS_LABEL, texts.previousLabel);
+    SetText(IDC_MAIN_NEXT_LABEL, texts.nextLabel);
+    SetText(IDC_MAIN_COMBINED, texts.combinedLabel);
+    SetText(IDC_MAIN_TITLE, texts.itemCaption);
+    playlist_.SetCaption(texts.listCaption);
+    ApplyTips();
+}
+
+void MainWindow::SelectLine(int index) { playlist_.Select(index); }
+
+// The media engine takes the path from here once playback is built; until then choosing an
+// entry only makes it the current one.
+void MainWindow::Play(const std::string&) {}
+
+void MainWindow::OpenArgument(const std::string& argument) {
+    const auto path = ResolveArgument(argument, services_.files);
+    if (!path) return;  // names nothing: silently not added
+    pendingDropList_ = MakePendingDropList({*path});
+    pendingDropCount_ = 1;
+    queue_.AddPending(ParsePendingDropList(pendingDropList_));
+    pendingDropList_.clear();
+    pendingDropCount_ = 0;
+}
+
+void MainWindow::RemoveEntry(int index) { queue_.RemoveEntry(index); }
+void MainWindow::MoveEntry(int index) { queue_.MoveEntry(index); }
+void MainWindow::FindEntry() { queue_.FindFromCurrent(); }
+
+void MainWindow::PlayEntry(int index) {
+    if (!queue_.Queue().SetCurrent(index)) return;
+    queue_.Refresh();
+    if (const MediaEntry* e = queue_.Queue().CurrentEntry()) Play(e->path);
+}
+
+void MainWindow::OnCommand(int id) {
+    switch (id) {
+        case IDC_MAIN_OPEN:
+        case IDM_OPEN_FILES: queue_.AddFromOpenDialog(); break;
+        case IDM_OPEN_FOLDER: queue_.AddFromFolder(); break;
+        case IDC_MAIN_LIST:
+        case IDM_SHOW_PLAYLIST: playlist_.Toggle(); break;
+        case IDM_EXIT: OnClose(); break;
+        default: break;
+    }
+}
+
+void MainWindow::OnTimer(UINT_PTR id) {
+    if (id != kHandOffTimer) return;
+    const HandOffAction action = PollHandOff(services_.ini, settings_);
+    if (action.open) OpenArgument(*action.open);
+    if (action.bringToFront) {
+        ShowWindow(hwnd_, SW_SHOWNORMAL);
+        SetForegroundWindow(hwnd_);
+        BringWindowToTop(hwnd_);
+    }
+}
+
+void MainWindow::OnDropFiles(HDROP drop) {
+    const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
+    std::vector<std::string> paths;
+    for (UINT i = 0; i < count; ++i) {
+        const UINT len = DragQueryFileW(drop, i, nullptr, 0);
+        std::wstring path(len + 1, L'\0');
+        DragQueryFileW(drop, i, path.data(), len + 1);
+        path.resize(len);
+        paths.push_back(Narrow(path));
+    }
+    DragFinish(drop);
+    queue_.AddDropped(paths);
+}
+
+void MainWindow::OnContextMenu(int x, int y) {
+    HMENU menu = CreatePopupMenu();
+    AppendMenuW(menu, MF_STRING, IDM_OPEN_FILES, L"打开文件(&O)...");
+    AppendMenuW(menu, MF_STRING, IDM_OPEN_FOLDER, L"打开文件夹(&F)...");
+    AppendMenuW(menu, MF_STRING | (IsWindowVisible(playlist_.Handle()) ? MF_CHECKED : 0), IDM_SHOW_PLAYLIST,
+                L"文件列表(&L)");
+    AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+    AppendMenuW(menu, MF_STRING, IDM_EXIT, L"退出(&X)");
+    if (x == -1 && y == -1) {
+        RECT r;
+        GetWindowRect(hwnd_, &r);
+        x = r.left + 20;
+        y = r.top + 40;
+    }
+    TrackPopupMenu(menu, TPM_RIGHTBUTTON, x, y, 0, hwnd_, nullptr);
+    DestroyMenu(menu);
+}
+
+void MainWindow::RestorePosition() {
+    RECT r;
+    GetWindowRect(hwnd_, &r);
+    int x, y;
+    const auto top = settings_.Number("TOP");
+    const auto left = settings_.Number("LEFT");
+    if (top && left) {
+        x = TwipsToPixelsX(*left);
+        y = TwipsToPixelsY(*top);
+    } else {
+        RECT work;
+        SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+        x = work.left + ((work.right - work.left) - (r.right - r.left)) / 2;
+        y = work.top + ((work.bottom - work.top) - (r.bottom - r.top)) / 2;
+    }
+    SetWindowPos(hwnd_, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void MainWindow::SavePositions() {
+    static constexpr std::string_view kLevels[] = {
+        "HKEY_LOCAL_MACHINE\\SOFTWARE",
+        "HKEY_LOCAL_MACHINE\\SOFTWARE\\Tavrinsoft",
+        kPlayerKeyPath,
+        kSetupKeyPath,
+    };
+    for (const auto key : kLevels) {
+        if (!services_.registry.CreateKey(key)) return;
+    }
+    WINDOWPLACEMENT wp{};
+    wp.length = sizeof wp;
+    GetWindowPlacement(hwnd_, &wp);  // the normal position, also while minimised
+    const RECT& r = wp.rcNormalPosition;
+    if (!services_.registry.WriteValue(kSetupKeyPath, "TOP", std::to_string(PixelsToTwipsY(r.top)))) return;
+    if (!services_.registry.WriteValue(kSetupKeyPath, "LEFT", std::to_string(PixelsToTwipsX(r.left)))) return;
+    // The video window keeps the place it was given; written back as loaded until it exists.
+    for (const char* name : {"MovTOP", "MovLEFT", "MovH", "MovW"}) {
+        if (const auto n = settings_.Number(name)) {
+            if (!services_.registry.WriteValue(kSetupKeyPath, name, std::to_string(*n))) return;
+        }
+    }
+    playlist_.Save(services_.registry);
+}
+
+void MainWindow::OnClose() {
+    SavePositions();
+    DestroyWindow(hwnd_);
+}
+
+}  // namespace lumora

@@ -1,0 +1,86 @@
+#pragma once
+// The main player window: transport controls, the display, the status bar, and the owner of the
+// play queue and the playlist window. It draws and forwards; the decisions are the controllers'.
+#include <windows.h>
+#include <shellapi.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/Startup.h"
+#include "playlist/QueueController.h"
+#include "settings/SettingsStore.h"
+#include "ui/PlaylistWindow_win.h"
+#include "ui/TooltipClient_win.h"
+
+namespace lumora {
+
+class FileSystem;
+class IniFiles;
+class RegistryWrapper;
+class WinPrompts;
+
+struct MainWindowServices {
+    FileSystem& files;
+    IniFiles& ini;
+    RegistryWrapper& registry;
+    WinPrompts& prompts;
+};
+
+class MainWindow final : public QueueView {
+public:
+    explicit MainWindow(MainWindowServices services);
+    ~MainWindow() override;
+    MainWindow(const MainWindow&) = delete;
+    MainWindow& operator=(const MainWindow&) = delete;
+
+    // Creates the window, loads the options and opens the argument; `osCode` as start-up found it.
+    bool Create(const std::string& argument, const std::string& osCode);
+    HWND Handle() const { return hwnd_; }
+
+    // QueueView
+    void ShowLines(const std::vector<std::string>& lines) override;
+    void ShowTexts(const QueueTexts& texts) override;
+    void SelectLine(int index) override;
+    void Play(const std::string& path) override;
+
+    // The open-argument operation: a file, a folder or a drive root, as the command line or a
+    // second instance named it.
+    void OpenArgument(const std::string& argument);
+
+    // Commands of the playlist window.
+    void RemoveEntry(int index);
+    void MoveEntry(int index);
+    void FindEntry();
+    void PlayEntry(int index);
+
+private:
+    static LRESULT CALLBACK WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp);
+    LRESULT Handle(UINT msg, WPARAM wp, LPARAM lp);
+    void OnCreate();
+    void OnCommand(int id);
+    void OnTimer(UINT_PTR id);
+    void OnDropFiles(HDROP drop);
+    void OnContextMenu(int x, int y);
+    void OnClose();
+    void LoadSequence(const std::string& argument);
+    void ApplyTips();
+    void RestorePosition();
+    void SavePositions();
+    void SetText(int id, const std::string& text);
+
+    MainWindowServices services_;
+    SettingsStore settings_;
+    QueueController queue_;
+    PlaylistWindow playlist_;
+    TooltipClient tips_;
+    std::string osCode_;
+    std::string pendingDropList_;  // "aaa*" and the paths waiting to be added
+    int pendingDropCount_ = 0;
+    std::string modeSuffix_ = "：正常";
+    HWND hwnd_ = nullptr;
+    HWND status_ = nullptr;
+};
+
+}  // namespace lumora

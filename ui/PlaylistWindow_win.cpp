@@ -1,0 +1,203 @@
+#include "ui/PlaylistWindow_win.h"
+
+#include <cstdlib>
+
+#include "platform/WinText.h"
+#include "settings/RegistryWrapper.h"
+#include "settings/SettingsStore.h"
+#include "ui/ControlIds.h"
+#include "ui/MainWindow_win.h"
+#include "ui/Theme_win.h"
+
+namespace lumora {
+namespace {
+
+using namespace ids;
+
+// The window snaps to the main window's right edge when dragged this close to it.
+constexpr int kSnapPixels = 16;
+constexpr int kDefaultWidth = 300;
+
+int Dpi(int index) {
+    HDC dc = GetDC(nullptr);
+    const int dpi = dc ? GetDeviceCaps(dc, index) : 96;
+    if (dc) ReleaseDC(nullptr, dc);
+    return dpi > 0 ? dpi : 96;
+}
+
+}  // namespace
+
+bool PlaylistWindow::Create(MainWindow& main, HWND owner) {
+    main_ = &main;
+    owner_ = owner;
+    static bool registered = false;
+    if (!registered) {
+        WNDCLASSEXW wc{};
+        wc.cbSize = sizeof wc;
+        wc.lpfnWndProc = WndProc;
+        wc.hInstance = GetModuleHandleW(nullptr);
+        wc.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+        wc.hbrBackground = Theme::BackgroundBrush();
+        wc.lpszClassName = kPlaylistClass;
+        if (!RegisterClassExW(&wc)) return false;
+        registered = true;
+    }
+    RECT o;
+    GetWindowRect(owner, &o);
+    hwnd_ = CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_ACCEPTFILES, kPlaylistClass, Widen(kPlaylistTitle).c_str(),
+                            WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_CLIPCHILDREN, o.right, o.top,
+                            kDefaultWidth, o.bottom - o.top, owner, nullptr, GetModuleHandleW(nullptr), this);
+    return hwnd_ != nullptr;
+}
+
+LRESULT CALLBACK PlaylistWindow::WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
+    if (msg == WM_NCCREATE) {
+        auto* self = static_cast<PlaylistWindow*>(reinterpret_cast<CREATESTRUCTW*>(lp)->lpCreateParams);
+        self->hwnd_ = hwnd;
+        SetWindowLongPtrW(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
+    }
+    auto* self = reinterpret_cast<PlaylistWindow*>(GetWindowLongPtrW(hwnd, GWLP_USERDATA));
+    return self ? self->Handle(msg, wp, lp) : DefWindowProcW(hwnd, msg, wp, lp);
+}
+
+LRESULT PlaylistWindow::Handle(UINT msg, WPARAM wp, LPARAM lp) {
+    switch (msg) {
+        case WM_CREATE:
+            lines_ = CreateWindowExW(0, L"LISTBOX", L"",
+                                     WS_CHILD | WS_VISIBLE | WS_VSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT, 0, 0, 0,
+                                     0, hwnd_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_PLAYLIST_LINES)),
+                                     GetModuleHandleW(nullptr), nullptr);
+            SendMessageW(lines_, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont()), FALSE);
+            return 0;
+        case WM_SIZE:
+            MoveWindow(lines_, 0, 0, LOWORD(lp), HIWORD(lp), TRUE);
+            return 0;
+        case WM_CTLCOLORLISTBOX: return reinterpret_cast<LRESULT>(Theme::PaintPanel(reinterpret_cast<HDC>(wp)));
+        case WM_COMMAND:
+            if (LOWORD(wp) == IDC_PLAYLIST_LINES && HIWORD(wp) == LBN_DBLCLK) {
+                main_->PlayEntry(SelectedIndex());
+            } else if (LOWORD(wp) == IDM_PLAYLIST_PLAY) {
+                main_->PlayEntry(SelectedIndex());
+            } else if (LOWORD(wp) == IDM_PLAYLIST_REMOVE) {
+                main_->RemoveEntry(SelectedIndex());
+            } else if (LOWORD(wp) == IDM_PLAYLIST_MOVE) {
+                main_->MoveEntry(SelectedIndex());
+            } else if (LOWORD(wp) == IDM_PLAYLIST_FIND) {
+                main_->FindEntry();
+            }
+            return 0;
+        case WM_CONTEXTMENU: OnContextMenu(static_cast<short>(LOWORD(lp)), static_cast<short>(HIWORD(lp))); return 0;
+        case WM_DROPFILES: return SendMessageW(owner_, WM_DROPFILES, wp, lp);
+        case WM_MOVING: OnMoving(*reinterpret_cast<RECT*>(lp)); return TRUE;
+        case WM_CLOSE: ShowWindow(hwnd_, SW_HIDE); return 0;
+    }
+    return DefWindowProcW(hwnd_, msg, wp, lp);
+}
+
+int PlaylistWindow::SelectedIndex() const {
+    const LRESULT sel = SendMessageW(lines_, LB_GETCURSEL, 0, 0);
+    return sel == LB_ERR ? 0 : static_cast<int>(sel) + 1;
+}
+
+void PlaylistWindow::SetLines(const std::vector<std::string>& lines) {
+    SendMessageW(lines_, WM_SETREDRAW, FALSE, 0);
+    SendMessageW(lines_, LB_RESETCONTENT, 0, 0);
+    for (const auto& line : lines) SendMessageW(lines_, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Widen(line).c_str()));
+    SendMessageW(lines_, WM_SETREDRAW, TRUE, 0);
+    InvalidateRect(lines_, nullptr, TRUE);
+}
+
+void PlaylistWindow::Select(int index) { SendMessageW(lines_, LB_SETCURSEL, static_cast<WPARAM>(index - 1), 0); }
+
+void PlaylistWindow::SetCaption(const std::string& caption) { SetWindowTextW(hwnd_, Widen(caption).c_str()); }
+
+void PlaylistWindow::Toggle() {
+    if (IsWindowVisible(hwnd_)) {
+        ShowWindow(hwnd_, SW_HIDE);
+    } else {
+        FollowOwner();
+        ShowWindow(hwnd_, SW_SHOWNOACTIVATE);
+    }
+}
+
+void PlaylistWindow::FollowOwner() {
+    if (!hwnd_ || !docked_) return;
+    RECT o, r;
+    GetWindowRect(owner_, &o);
+    GetWindowRect(hwnd_, &r);
+    SetWindowPos(hwnd_, nullptr, o.right, o.top, r.right - r.left, o.bottom - o.top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void PlaylistWindow::OnMoving(RECT& r) {
+    RECT o;
+    GetWindowRect(owner_, &o);
+    docked_ = std::abs(r.left - o.right) <= kSnapPixels && std::abs(r.top - o.top) <= kSnapPixels;
+    if (docked_) OffsetRect(&r, o.right - r.left, o.top - r.top);
+}
+
+void PlaylistWindow::OnContextMenu(int x, int y) {
+    if (x != -1 || y != -1) {
+        // A right click selects the line under the mouse first.
+        POINT pt{x, y};
+        ScreenToClient(lines_, &pt);
+        const LRESULT hit = SendMessageW(lines_, LB_ITEMFROMPOINT, 0, MAKELPARAM(pt.x, pt.y));
+        if (HIWORD(hit) == 0) SendMessageW(lines_, LB_SETCURSEL, LOWORD(hit), 0);
+    } else {
+        RECT r;
+        GetWindowRect(lines_, &r);
+        x = r.left + 20;
+        y = r.top + 20;
+    }
+    const UINT needsLine = SelectedIndex() > 0 ? MF_ENABLED : MF_GRAYED;
+    HMENU menu = CreatePopupMenu();
+    AppendMenuW(menu, MF_STRING | needsLine, IDM_PLAYLIST_PLAY, L"播放(&P)");
+    AppendMenuW(menu, MF_STRING | needsLine, IDM_PLAYLIST_REMOVE, L"删除(&D)");
+    AppendMenuW(menu, MF_STRING | needsLine, IDM_PLAYLIST_MOVE, L"移动(&M)...");
+    AppendMenuW(menu, MF_STRING, IDM_PLAYLIST_FIND, L"查找(&F)...");
+    TrackPopupMenu(menu, TPM_RIGHTBUTTON, x, y, 0, hwnd_, nullptr);
+    DestroyMenu(menu);
+}
+
+void PlaylistWindow::Restore(const SettingsStore&, RegistryWrapper& registry) {
+    const auto read = [&](const char* name) { return ParseDecimal(registry.ReadValue(kSetupKeyPath, name)); };
+    const auto left = read("F4L");
+    const auto top = read("F4T");
+    const auto width = read("F4W");
+    const auto height = read("F4H");
+    if (!left || !top || !width || !height || *width <= 0 || *height <= 0) {
+        FollowOwner();
+        return;
+    }
+    const int dpiX = Dpi(LOGPIXELSX);
+    const int dpiY = Dpi(LOGPIXELSY);
+    RECT r{static_cast<int>(*left * dpiX / 1440), static_cast<int>(*top * dpiY / 1440),
+           static_cast<int>((*left + *width) * dpiX / 1440), static_cast<int>((*top + *height) * dpiY / 1440)};
+    // Only a place that is on a screen; otherwise the window docks again.
+    if (!MonitorFromRect(&r, MONITOR_DEFAULTTONULL)) {
+        FollowOwner();
+        return;
+    }
+    RECT o;
+    GetWindowRect(owner_, &o);
+    docked_ = r.left == o.right && r.top == o.top;
+    SetWindowPos(hwnd_, nullptr, r.left, r.top, r.right - r.left, r.bottom - r.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    if (docked_) FollowOwner();
+}
+
+void PlaylistWindow::Save(RegistryWrapper& registry) {
+    RECT r;
+    GetWindowRect(hwnd_, &r);
+    const int dpiX = Dpi(LOGPIXELSX);
+    const int dpiY = Dpi(LOGPIXELSY);
+    const std::pair<const char*, long long> values[] = {
+        {"F4L", 1LL * r.left * 1440 / dpiX},
+        {"F4T", 1LL * r.top * 1440 / dpiY},
+        {"F4W", 1LL * (r.right - r.left) * 1440 / dpiX},
+        {"F4H", 1LL * (r.bottom - r.top) * 1440 / dpiY},
+    };
+    for (const auto& [name, value] : values) {
+        if (!registry.WriteValue(kSetupKeyPath, name, std::to_string(value))) return;
+    }
+}
+
+}  // namespace lumora

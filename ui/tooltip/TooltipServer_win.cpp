@@ -1,0 +1,211 @@
+// tooltip.dll: the balloon-tip component. One class, "TT.Tooltip", apartment-threaded.
+#include <windows.h>
+#include <commctrl.h>
+#include <olectl.h>
+
+#include <new>
+
+#include "ui/tooltip/Tooltip.h"
+
+namespace {
+
+HINSTANCE gModule = nullptr;
+LONG gObjects = 0;
+LONG gLocks = 0;
+
+class Tooltip final : public lumora::ITooltip {
+public:
+    Tooltip() { InterlockedIncrement(&gObjects); }
+    ~Tooltip() {
+        if (tip_) DestroyWindow(tip_);
+        InterlockedDecrement(&gObjects);
+    }
+
+    // IUnknown
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** out) override {
+        if (!out) return E_POINTER;
+        if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IDispatch) ||
+            IsEqualIID(riid, lumora::kTooltipIid)) {
+            *out = static_cast<lumora::ITooltip*>(this);
+            AddRef();
+            return S_OK;
+        }
+        *out = nullptr;
+        return E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(InterlockedIncrement(&refs_)); }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const LONG n = InterlockedDecrement(&refs_);
+        if (n == 0) delete this;
+        return static_cast<ULONG>(n);
+    }
+
+    // IDispatch, without a type library: names map to the dispatch ids.
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+        if (count) *count = 0;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
+        static const struct {
+            const wchar_t* name;
+            DISPID id;
+        } kNames[] = {{L"Create", lumora::kDispCreate},     {L"AddTool", lumora::kDispAddTool},
+                      {L"SetText", lumora::kDispSetText},   {L"SetColors", lumora::kDispSetColors},
+                      {L"Enable", lumora::kDispEnable}};
+        HRESULT hr = S_OK;
+        for (UINT i = 0; i < count; ++i) {
+            ids[i] = DISPID_UNKNOWN;
+            for (const auto& n : kNames) {
+                if (i == 0 && lstrcmpiW(names[0], n.name) == 0) ids[0] = n.id;
+            }
+            if (ids[i] == DISPID_UNKNOWN) hr = DISP_E_UNKNOWNNAME;
+        }
+        return hr;
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* params, VARIANT*, EXCEPINFO*,
+                                     UINT* argErr) override {
+        if (!(flags & DISPATCH_METHOD) || !params) return DISP_E_MEMBERNOTFOUND;
+        // Arguments arrive last first.
+        auto arg = [&](UINT index, VARTYPE type, VARIANT& out) -> HRESULT {
+            if (index >= params->cArgs) return DISP_E_BADPARAMCOUNT;
+            VariantInit(&out);
+            const HRESULT hr = VariantChangeType(&out, &params->rgvarg[params->cArgs - 1 - index], 0, type);
+            if (FAILED(hr) && argErr) *argErr = params->cArgs - 1 - index;
+            return hr;
+        };
+        VARIANT a{}, b{};
+        HRESULT hr = DISP_E_MEMBERNOTFOUND;
+        switch (id) {
+            case lumora::kDispCreate:
+                if (SUCCEEDED(hr = arg(0, VT_I8, a))) hr = Create(static_cast<LONG_PTR>(a.llVal));
+                break;
+            case lumora::kDispAddTool:
+            case lumora::kDispSetText:
+                if (SUCCEEDED(hr = arg(0, VT_I8, a)) && SUCCEEDED(hr = arg(1, VT_BSTR, b))) {
+                    hr = id == lumora::kDispAddTool ? AddTool(static_cast<LONG_PTR>(a.llVal), b.bstrVal)
+                                                    : SetText(static_cast<LONG_PTR>(a.llVal), b.bstrVal);
+                }
+                break;
+            case lumora::kDispSetColors:
+                if (SUCCEEDED(hr = arg(0, VT_I4, a)) && SUCCEEDED(hr = arg(1, VT_I4, b))) hr = SetColors(a.lVal, b.lVal);
+                break;
+            case lumora::kDispEnable:
+                if (SUCCEEDED(hr = arg(0, VT_BOOL, a))) hr = Enable(a.boolVal);
+                break;
+        }
+        VariantClear(&a);
+        VariantClear(&b);
+        return hr;
+    }
+
+    // ITooltip
+    HRESULT STDMETHODCALLTYPE Create(LONG_PTR owner) override {
+        if (tip_) return S_FALSE;
+        owner_ = reinterpret_cast<HWND>(owner);
+        tip_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+                               WS_POPUP | TTS_BALLOON | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT, CW_USEDEFAULT,
+                               CW_USEDEFAULT, CW_USEDEFAULT, owner_, nullptr, gModule, nullptr);
+        if (!tip_) return HRESULT_FROM_WIN32(GetLastError());
+        // Room for the two-line help texts; line breaks in a text start new lines.
+        SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, 360);
+        SendMessageW(tip_, TTM_SETDELAYTIME, TTDT_AUTOPOP, 15000);
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE AddTool(LONG_PTR control, BSTR text) override {
+        if (!tip_) return E_UNEXPECTED;
+        TOOLINFOW info = Info(control, text);
+        return SendMessageW(tip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&info)) ? S_OK : E_FAIL;
+    }
+    HRESULT STDMETHODCALLTYPE SetText(LONG_PTR control, BSTR text) override {
+        if (!tip_) return E_UNEXPECTED;
+        TOOLINFOW info = Info(control, text);
+        SendMessageW(tip_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&info));
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE SetColors(LONG background, LONG text) override {
+        if (!tip_) return E_UNEXPECTED;
+        if (background != -1) SendMessageW(tip_, TTM_SETTIPBKCOLOR, static_cast<WPARAM>(background), 0);
+        if (text != -1) SendMessageW(tip_, TTM_SETTIPTEXTCOLOR, static_cast<WPARAM>(text), 0);
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE Enable(VARIANT_BOOL on) override {
+        if (!tip_) return E_UNEXPECTED;
+        SendMessageW(tip_, TTM_ACTIVATE, on != VARIANT_FALSE, 0);
+        return S_OK;
+    }
+
+private:
+    TOOLINFOW Info(LONG_PTR control, BSTR text) const {
+        TOOLINFOW info{};
+        // The size of the version-5.8 structure, so the tips work without visual styles too.
+        info.cbSize = TTTOOLINFOW_V2_SIZE;
+        info.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+        info.hwnd = owner_;
+        info.uId = static_cast<UINT_PTR>(control);
+        info.lpszText = text ? text : const_cast<wchar_t*>(L"");
+        return info;
+    }
+
+    LONG refs_ = 1;
+    HWND owner_ = nullptr;
+    HWND tip_ = nullptr;
+};
+
+class Factory final : public IClassFactory {
+public:
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** out) override {
+        if (!out) return E_POINTER;
+        if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IClassFactory)) {
+            *out = static_cast<IClassFactory*>(this);
+            return S_OK;
+        }
+        *out = nullptr;
+        return E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }  // a static object
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID riid, void** out) override {
+        if (!out) return E_POINTER;
+        *out = nullptr;
+        if (outer) return CLASS_E_NOAGGREGATION;
+        auto* tip = new (std::nothrow) Tooltip;
+        if (!tip) return E_OUTOFMEMORY;
+        const HRESULT hr = tip->QueryInterface(riid, out);
+        tip->Release();
+        return hr;
+    }
+    HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override {
+        if (lock) {
+            InterlockedIncrement(&gLocks);
+        } else {
+            InterlockedDecrement(&gLocks);
+        }
+        return S_OK;
+    }
+};
+
+Factory gFactory;
+
+}  // namespace
+
+extern "C" {
+
+BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID) {
+    if (reason == DLL_PROCESS_ATTACH) {
+        gModule = module;
+        DisableThreadLibraryCalls(module);
+    }
+    return TRUE;
+}
+
+__declspec(dllexport) HRESULT STDAPICALLTYPE DllGetClassObject(REFCLSID clsid, REFIID riid, void** out) {
+    if (!IsEqualCLSID(clsid, lumora::kTooltipClsid)) return CLASS_E_CLASSNOTAVAILABLE;
+    return gFactory.QueryInterface(riid, out);
+}
+
+__declspec(dllexport) HRESULT STDAPICALLTYPE DllCanUnloadNow() {
+    return gObjects == 0 && gLocks == 0 ? S_OK : S_FALSE;
+}
+
+}  // extern "C"
