@@ -1,0 +1,175 @@
+#include "e2e/Driver.h"
+
+#include <commctrl.h>
+
+#include <utility>
+
+#include "platform/WinText.h"
+#include "ui/Boxes_win.h"
+
+namespace lumora::e2e {
+namespace {
+
+constexpr DWORD kPollMs = 50;
+
+struct Search {
+    DWORD pid;
+    const wchar_t* className;
+    std::wstring title;
+    std::vector<HWND> found;
+};
+
+BOOL CALLBACK Collect(HWND hwnd, LPARAM lp) {
+    auto* s = reinterpret_cast<Search*>(lp);
+    wchar_t cls[128] = {};
+    GetClassNameW(hwnd, cls, 128);
+    if (lstrcmpW(cls, s->className) != 0) return TRUE;
+    DWORD pid = 0;
+    GetWindowThreadProcessId(hwnd, &pid);
+    if (s->pid && pid != s->pid) return TRUE;
+    if (!s->title.empty()) {
+        wchar_t title[512] = {};
+        GetWindowTextW(hwnd, title, 512);
+        if (s->title != title) return TRUE;
+    }
+    s->found.push_back(hwnd);
+    return TRUE;
+}
+
+template <typename F>
+auto Poll(DWORD ms, F f) -> decltype(f()) {
+    const DWORD start = GetTickCount();
+    for (;;) {
+        auto result = f();
+        if (result || GetTickCount() - start >= ms) return result;
+        Sleep(kPollMs);
+    }
+}
+
+}  // namespace
+
+LumoraProcess::~LumoraProcess() { Kill(); }
+
+LumoraProcess::LumoraProcess(LumoraProcess&& other) noexcept : info_(std::exchange(other.info_, {})) {}
+
+LumoraProcess LumoraProcess::Start(const std::wstring& exe, const std::string& tail) {
+    LumoraProcess p;
+    std::wstring cmd = L"\"" + exe + L"\"";
+    if (!tail.empty()) cmd += L" " + Widen(tail);
+    std::vector<wchar_t> buffer(cmd.begin(), cmd.end());
+    buffer.push_back(0);
+    STARTUPINFOW si{};
+    si.cb = sizeof si;
+    const std::wstring folder = exe.substr(0, exe.find_last_of(L"\\/"));
+    CreateProcessW(exe.c_str(), buffer.data(), nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(), &si, &p.info_);
+    return p;
+}
+
+bool LumoraProcess::WaitForExit(DWORD ms, DWORD* code) const {
+    if (!info_.hProcess) return true;
+    if (WaitForSingleObject(info_.hProcess, ms) != WAIT_OBJECT_0) return false;
+    if (code) GetExitCodeProcess(info_.hProcess, code);
+    return true;
+}
+
+void LumoraProcess::Kill() {
+    if (!info_.hProcess) return;
+    if (WaitForSingleObject(info_.hProcess, 0) != WAIT_OBJECT_0) {
+        TerminateProcess(info_.hProcess, 99);
+        WaitForSingleObject(info_.hProcess, 5000);
+    }
+    CloseHandle(info_.hProcess);
+    CloseHandle(info_.hThread);
+    info_ = {};
+}
+
+HWND FindWindowOf(DWORD pid, const wchar_t* className, const std::string& title) {
+    Search s{pid, className, Widen(title), {}};
+    EnumWindows(Collect, reinterpret_cast<LPARAM>(&s));
+    return s.found.empty() ? nullptr : s.found.front();
+}
+
+HWND WaitForWindow(DWORD pid, const wchar_t* className, const std::string& title, DWORD ms) {
+    return Poll(ms, [&] { return FindWindowOf(pid, className, title); });
+}
+
+std::vector<HWND> AllWindows(const wchar_t* className) {
+    Search s{0, className, {}, {}};
+    EnumWindows(Collect, reinterpret_cast<LPARAM>(&s));
+    return s.found;
+}
+
+std::string Text(HWND window) {
+    wchar_t buf[4096] = {};
+    DWORD_PTR got = 0;
+    SendMessageTimeoutW(window, WM_GETTEXT, 4096, reinterpret_cast<LPARAM>(buf), SMTO_ABORTIFHUNG, 5000, &got);
+    return Narrow(buf);
+}
+
+std::string ControlText(HWND parent, int id) { return Text(GetDlgItem(parent, id)); }
+
+std::string WaitForControlText(HWND parent, int id, const std::string& expected, DWORD ms) {
+    std::string last;
+    Poll(ms, [&] {
+        last = ControlText(parent, id);
+        return last == expected;
+    });
+    return last;
+}
+
+std::vector<std::string> ListLines(HWND parent, int id) {
+    HWND list = GetDlgItem(parent, id);
+    std::vector<std::string> lines;
+    const LRESULT count = SendMessageW(list, LB_GETCOUNT, 0, 0);
+    for (LRESULT i = 0; i < count; ++i) {
+        const LRESULT len = SendMessageW(list, LB_GETTEXTLEN, static_cast<WPARAM>(i), 0);
+        std::wstring line(static_cast<size_t>(len > 0 ? len : 0) + 1, L'\0');
+        SendMessageW(list, LB_GETTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(line.data()));
+        line.resize(wcslen(line.c_str()));
+        lines.push_back(Narrow(line));
+    }
+    return lines;
+}
+
+std::string StatusText(HWND parent, int id, int part) {
+    HWND bar = GetDlgItem(parent, id);
+    DWORD pid = 0;
+    GetWindowThreadProcessId(bar, &pid);
+    HANDLE process = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, pid);
+    if (!process) return {};
+    constexpr SIZE_T kBytes = 4096;
+    void* remote = VirtualAllocEx(process, nullptr, kBytes, MEM_COMMIT, PAGE_READWRITE);
+    std::wstring text;
+    if (remote) {
+        const LRESULT info = SendMessageW(bar, SB_GETTEXTLENGTHW, static_cast<WPARAM>(part), 0);
+        if (LOWORD(info) * sizeof(wchar_t) < kBytes) {
+            SendMessageW(bar, SB_GETTEXTW, static_cast<WPARAM>(part), reinterpret_cast<LPARAM>(remote));
+            text.assign(LOWORD(info) + 1u, L'\0');
+            SIZE_T read = 0;
+            ReadProcessMemory(process, remote, text.data(), text.size() * sizeof(wchar_t), &read);
+            text.resize(wcslen(text.c_str()));
+        }
+        VirtualFreeEx(process, remote, 0, MEM_RELEASE);
+    }
+    CloseHandle(process);
+    return Narrow(text);
+}
+
+void Click(HWND parent, int id) {
+    PostMessageW(parent, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(parent, id)));
+}
+
+void Command(HWND window, int id) { PostMessageW(window, WM_COMMAND, MAKEWPARAM(id, 0), 0); }
+
+HWND WaitForBox(const std::string& title, DWORD ms) { return WaitForWindow(0, L"#32770", title, ms); }
+
+std::string BoxText(HWND box) { return ControlText(box, IDC_BOX_TEXT); }
+
+void AnswerBox(HWND box, int buttonId) { Click(box, buttonId); }
+
+void TypeAndConfirm(HWND box, const std::string& text) {
+    SendMessageW(GetDlgItem(box, IDC_BOX_EDIT), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Widen(text).c_str()));
+    Click(box, IDOK);
+}
+
+}  // namespace lumora::e2e

@@ -1,0 +1,58 @@
+#pragma once
+// The end-to-end driver: starts the real Lumora.exe and works it from outside through window
+// messages, as a user would through the mouse and keyboard.
+#include <windows.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace lumora::e2e {
+
+// Every wait polls with a time-out; nothing sleeps a fixed time to "let it happen".
+inline constexpr DWORD kTimeoutMs = 15000;
+
+class LumoraProcess {
+public:
+    LumoraProcess() = default;
+    ~LumoraProcess();
+    LumoraProcess(LumoraProcess&& other) noexcept;
+    LumoraProcess& operator=(LumoraProcess&&) = delete;
+    LumoraProcess(const LumoraProcess&) = delete;
+
+    // Starts `exe` with `tail` as its command tail.
+    static LumoraProcess Start(const std::wstring& exe, const std::string& tail);
+    DWORD Id() const { return info_.dwProcessId; }
+    // True when the process ended within the time; its exit code in `code`.
+    bool WaitForExit(DWORD ms, DWORD* code = nullptr) const;
+    void Kill();
+
+private:
+    PROCESS_INFORMATION info_{};
+};
+
+// A top-level window of process `pid` (any Lumora process when 0) with this class and, when not
+// empty, this title.
+HWND FindWindowOf(DWORD pid, const wchar_t* className, const std::string& title = {});
+HWND WaitForWindow(DWORD pid, const wchar_t* className, const std::string& title = {}, DWORD ms = kTimeoutMs);
+// Every top-level window of that class, of any process.
+std::vector<HWND> AllWindows(const wchar_t* className);
+
+std::string Text(HWND window);
+std::string ControlText(HWND parent, int id);
+// Waits until the control shows `expected`; returns what it shows in the end.
+std::string WaitForControlText(HWND parent, int id, const std::string& expected, DWORD ms = kTimeoutMs);
+std::vector<std::string> ListLines(HWND parent, int id);
+// A status bar panel: read through a buffer in the other process.
+std::string StatusText(HWND parent, int id, int part);
+
+void Click(HWND parent, int id);
+void Command(HWND window, int id);
+
+// Lumora's own message and input boxes are dialogs; found by title.
+HWND WaitForBox(const std::string& title, DWORD ms = kTimeoutMs);
+std::string BoxText(HWND box);
+void AnswerBox(HWND box, int buttonId);
+void TypeAndConfirm(HWND box, const std::string& text);
+
+}  // namespace lumora::e2e

@@ -1,0 +1,232 @@
+// Lumora started for real under Wine and driven through its windows.
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "e2e/Driver.h"
+#include "platform/WinText.h"
+#include "ui/ControlIds.h"
+
+namespace lumora::e2e {
+namespace {
+
+using namespace ids;
+namespace fs = std::filesystem;
+
+std::wstring LumoraExe() {
+    wchar_t buf[MAX_PATH] = {};
+    GetEnvironmentVariableW(L"LUMORA_EXE", buf, MAX_PATH);
+    return buf;
+}
+
+void DeleteSettings() {
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Tavrinsoft");
+}
+
+void StoreOption(const wchar_t* name, const char* text) {
+    HKEY key = nullptr;
+    RegCreateKeyExW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", 0, nullptr, 0, KEY_WRITE,
+                    nullptr, &key, nullptr);
+    RegSetValueExW(key, name, 0, REG_BINARY, reinterpret_cast<const BYTE*>(text), static_cast<DWORD>(strlen(text)));
+    RegCloseKey(key);
+}
+
+struct RawValue {
+    DWORD type = 0;
+    std::string bytes;
+};
+
+std::optional<RawValue> ReadOption(const wchar_t* name) {
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", 0, KEY_READ, &key)) {
+        return std::nullopt;
+    }
+    RawValue v;
+    char data[256] = {};
+    DWORD size = sizeof data;
+    const LONG rc = RegQueryValueExW(key, name, nullptr, &v.type, reinterpret_cast<BYTE*>(data), &size);
+    RegCloseKey(key);
+    if (rc) return std::nullopt;
+    v.bytes.assign(data, size);
+    return v;
+}
+
+class LumoraE2E : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_FALSE(LumoraExe().empty()) << "LUMORA_EXE is not set";
+        DeleteSettings();
+        wchar_t tmp[MAX_PATH];
+        GetTempPathW(MAX_PATH, tmp);
+        media_ = fs::path(tmp) / L"Lumora E2E 音乐";
+        fs::remove_all(media_);
+        fs::create_directories(media_);
+        for (const wchar_t* name : {L"一 Song.mp3", L"two.MP3", L"three.wav", L"readme.txt", L"clip.mpeg"}) {
+            const HANDLE h = CreateFileW((media_ / name).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+            CloseHandle(h);
+        }
+    }
+    void TearDown() override {
+        for (auto& p : processes_) p.Kill();
+        fs::remove_all(media_);
+    }
+    LumoraProcess& Start(const std::string& tail, const std::wstring& exe = LumoraExe()) {
+        processes_.push_back(LumoraProcess::Start(exe, tail));
+        return processes_.back();
+    }
+    std::string MediaFolder() const { return Narrow(media_.wstring()); }
+
+    fs::path media_;
+    std::vector<LumoraProcess> processes_;
+};
+
+TEST_F(LumoraE2E, HelpShowsItsBoxAndNoMainWindow) {
+    LumoraProcess& p = Start("/?");
+    HWND box = WaitForBox("Lumora （参数帮助）");
+    ASSERT_NE(box, nullptr);
+    const std::string text = BoxText(box);
+    EXPECT_EQ(text.rfind("版本：", 0), 0u) << text;
+    EXPECT_NE(text.find("3、播放文件夹/驱动器下所有媒体文件"), std::string::npos);
+    EXPECT_EQ(FindWindowOf(p.Id(), kMainClass), nullptr);
+    AnswerBox(box, IDOK);
+    EXPECT_TRUE(p.WaitForExit(kTimeoutMs));
+    EXPECT_EQ(FindWindowOf(p.Id(), kMainClass), nullptr);
+}
+
+TEST_F(LumoraE2E, FolderArgumentFillsTheQueue) {
+    LumoraProcess& p = Start("\"" + MediaFolder() + "\"");
+    HWND main = WaitForWindow(p.Id(), kMainClass);
+    ASSERT_NE(main, nullptr);
+    HWND list = WaitForWindow(p.Id(), kPlaylistClass);
+    ASSERT_NE(list, nullptr);
+    EXPECT_EQ(WaitForControlText(main, IDC_MAIN_COMBINED, "正在播放第 1个文件-----共 3个文件"),
+              "正在播放第 1个文件-----共 3个文件");
+    auto lines = ListLines(list, IDC_PLAYLIST_LINES);
+    ASSERT_EQ(lines.size(), 3u);
+    for (size_t i = 0; i < lines.size(); ++i) EXPECT_EQ(lines[i].substr(0, 5), "00" + std::to_string(i + 1) + "-(");
+    std::sort(lines.begin(), lines.end(), [](auto& a, auto& b) { return a.substr(5) < b.substr(5); });
+    EXPECT_EQ(lines[0].substr(5), "three.wav)");
+    EXPECT_EQ(lines[1].substr(5), "two.MP3)");
+    EXPECT_EQ(lines[2].substr(5), "一 Song.mp3)");
+    EXPECT_EQ(StatusText(main, IDC_MAIN_STATUS, 1), "正在播放第 1个文件");
+    EXPECT_EQ(StatusText(main, IDC_MAIN_STATUS, 2), "共 3个文件");
+    EXPECT_EQ(StatusText(main, IDC_MAIN_STATUS, 0), "正在播放" + ListLines(list, IDC_PLAYLIST_LINES)[0]);
+    EXPECT_EQ(Text(list), "《Lumora》文件列表");
+}
+
+TEST_F(LumoraE2E, EmptyStartShowsTheInitialTexts) {
+    LumoraProcess& p = Start("");
+    HWND main = WaitForWindow(p.Id(), kMainClass);
+    ASSERT_NE(main, nullptr);
+    EXPECT_EQ(ControlText(main, IDC_MAIN_TITLE), "无文件");
+    EXPECT_EQ(ControlText(main, IDC_MAIN_TIME), "00:00:00");
+    EXPECT_EQ(ControlText(main, IDC_MAIN_PERCENT), "0%");
+    EXPECT_EQ(ControlText(main, IDC_MAIN_SEGMENT_RANGE), "0-0");
+    EXPECT_EQ(ControlText(main, IDC_MAIN_BACK), "后退");
+    EXPECT_EQ(ControlText(main, IDC_MAIN_FORWARD), "前进");
+    EXPECT_EQ(ControlText(main, IDC_MAIN_PREVIOUS_LABEL), "上一首-无文件");
+    EXPECT_EQ(ControlText(main, IDC_MAIN_NEXT_LABEL), "下一首-无文件");
+    EXPECT_EQ(StatusText(main, IDC_MAIN_STATUS, 0), "没有文件播放");
+}
+
+TEST_F(LumoraE2E, SecondStartWithoutArgumentStartsNoSecondWindow) {
+    LumoraProcess& first = Start("");
+    HWND main = WaitForWindow(first.Id(), kMainClass);
+    ASSERT_NE(main, nullptr);
+    LumoraProcess& second = Start("");
+    DWORD code = 1;
+    ASSERT_TRUE(second.WaitForExit(kTimeoutMs, &code));
+    EXPECT_EQ(code, 0u);
+    EXPECT_EQ(AllWindows(kMainClass).size(), 1u);
+    EXPECT_TRUE(IsWindowVisible(main));
+}
+
+TEST_F(LumoraE2E, SecondStartHandsAQuotedPathToTheFirst) {
+    LumoraProcess& first = Start("");
+    HWND main = WaitForWindow(first.Id(), kMainClass);
+    ASSERT_NE(main, nullptr);
+    const std::string song = MediaFolder() + "\\two.MP3";
+    LumoraProcess& second = Start("\"" + song + "\"");
+    ASSERT_TRUE(second.WaitForExit(kTimeoutMs));
+    HWND list = WaitForWindow(first.Id(), kPlaylistClass);
+    EXPECT_EQ(WaitForControlText(main, IDC_MAIN_TITLE, "two.MP3"), "two.MP3");
+    EXPECT_EQ(ListLines(list, IDC_PLAYLIST_LINES), (std::vector<std::string>{"001-(two.MP3)"}));
+    EXPECT_EQ(AllWindows(kMainClass).size(), 1u);
+}
+
+TEST_F(LumoraE2E, WithSingleInstanceOffASecondInstanceStarts) {
+    StoreOption(L"L44", "0");
+    LumoraProcess& first = Start("");
+    ASSERT_NE(WaitForWindow(first.Id(), kMainClass), nullptr);
+    LumoraProcess& second = Start("");
+    EXPECT_NE(WaitForWindow(second.Id(), kMainClass), nullptr);
+    EXPECT_EQ(AllWindows(kMainClass).size(), 2u);
+}
+
+TEST_F(LumoraE2E, ClosingStoresThePositionAsBinaryDecimalText) {
+    LumoraProcess& p = Start("");
+    HWND main = WaitForWindow(p.Id(), kMainClass);
+    ASSERT_NE(main, nullptr);
+    SetWindowPos(main, nullptr, 120, 90, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    PostMessageW(main, WM_CLOSE, 0, 0);
+    ASSERT_TRUE(p.WaitForExit(kTimeoutMs));
+    for (const wchar_t* name : {L"TOP", L"LEFT"}) {
+        const auto v = ReadOption(name);
+        ASSERT_TRUE(v.has_value());
+        EXPECT_EQ(v->type, REG_BINARY);
+        ASSERT_FALSE(v->bytes.empty());
+        for (char c : v->bytes) EXPECT_TRUE(c >= '0' && c <= '9') << v->bytes;
+    }
+    EXPECT_EQ(ReadOption(L"LEFT")->bytes, std::to_string(120 * 1440 / 96));
+}
+
+TEST_F(LumoraE2E, MissingTooltipComponentShowsTheStartupErrorBox) {
+    wchar_t tmp[MAX_PATH];
+    GetTempPathW(MAX_PATH, tmp);
+    const fs::path folder = fs::path(tmp) / L"Lumora without tooltip";
+    fs::create_directories(folder);
+    fs::copy_file(LumoraExe(), folder / L"Lumora.exe", fs::copy_options::overwrite_existing);
+    LumoraProcess& p = Start("", (folder / L"Lumora.exe").wstring());
+    HWND box = WaitForBox("Lumora 启动错误");
+    ASSERT_NE(box, nullptr);
+    const std::string text = BoxText(box);
+    EXPECT_EQ(text.rfind("对不起，找不到本软件的配置文件（TOOLTIP），请重新安装或与作者联系。", 0), 0u);
+    EXPECT_EQ(text.substr(text.rfind('\n') + 1), "程序运行到：操作系统识别");
+    EXPECT_EQ(FindWindowOf(p.Id(), kMainClass), nullptr);
+    AnswerBox(box, IDOK);
+    EXPECT_TRUE(p.WaitForExit(kTimeoutMs));
+    fs::remove_all(folder);
+}
+
+TEST_F(LumoraE2E, PlaylistRefusesToRemoveThePlayingEntryAndMovesThroughTheInputBox) {
+    LumoraProcess& p = Start("\"" + MediaFolder() + "\"");
+    HWND main = WaitForWindow(p.Id(), kMainClass);
+    HWND list = WaitForWindow(p.Id(), kPlaylistClass);
+    ASSERT_NE(list, nullptr);
+    WaitForControlText(main, IDC_MAIN_COMBINED, "正在播放第 1个文件-----共 3个文件");
+    const auto before = ListLines(list, IDC_PLAYLIST_LINES);
+    ASSERT_EQ(before.size(), 3u);
+
+    SendDlgItemMessageW(list, IDC_PLAYLIST_LINES, LB_SETCURSEL, 0, 0);
+    Command(list, IDM_PLAYLIST_REMOVE);
+    HWND refusal = WaitForBox("错误");
+    ASSERT_NE(refusal, nullptr);
+    EXPECT_EQ(BoxText(refusal), "正在播放的媒体文件不能删除。");
+    AnswerBox(refusal, IDOK);
+
+    SendDlgItemMessageW(list, IDC_PLAYLIST_LINES, LB_SETCURSEL, 2, 0);
+    Command(list, IDM_PLAYLIST_MOVE);
+    HWND ask = WaitForBox("移动位置");
+    ASSERT_NE(ask, nullptr);
+    EXPECT_EQ(BoxText(ask), "你想把" + before[2] + " 的位置移动到哪里？\r\n范围:1～3");
+    TypeAndConfirm(ask, "2");
+    const std::string moved = "002-(" + before[2].substr(5);
+    const DWORD start = GetTickCount();
+    while (ListLines(list, IDC_PLAYLIST_LINES)[1] != moved && GetTickCount() - start < kTimeoutMs) Sleep(50);
+    EXPECT_EQ(ListLines(list, IDC_PLAYLIST_LINES)[1], moved);
+}
+
+}  // namespace
+}  // namespace lumora::e2e
