@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Sets up the machine and runs every test: the layer check, unit tests on the host (plain and
-# with sanitizers), the fuzz targets for a short while, the Windows builds, and under Wine the
-# unit and platform tests.
+# with sanitizers), the fuzz targets for a short while, the Windows builds (the 32-bit one checked
+# for XP), and under Wine the unit, platform and end-to-end tests.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 start=$(date +%s)
@@ -31,8 +31,9 @@ done
 
 step "win64 and win32 builds"
 scripts/build.sh win64 win32 >/dev/null
+scripts/check-xp-imports.sh
 
-step "win64 tests under Wine"
+step "win64 unit, platform and end-to-end tests under Wine"
 scripts/wine-env.sh run ctest --preset win64
 
 step "all tests passed"

@@ -209,7 +209,7 @@ void MainWindow::LoadSequence(const std::string& argument) {
     ApplyOsOverrides(settings_, osCode_);
     if (settings_.Number("Vol")) {
         const long long vol = *settings_.Number("Vol");
-        SendDlgItemMessageW(hwnd_, IDC_MAIN_VOLUME, TBM_SETPOS, TRUE, vol < 0 ? 0 : vol > 20 ? 20 : vol);
+        SendDlgItemMessageW(hwnd_, IDC_MAIN_VOLUME, TBM_SETPOS, TRUE, static_cast<LPARAM>(vol < 0 ? 0 : vol > 20 ? 20 : vol));
     }
     if (tips_.Attach(hwnd_)) ApplyTips();
 

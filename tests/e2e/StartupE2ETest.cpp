@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "e2e/Driver.h"
+#include "platform/Registry_win.h"
 #include "platform/WinText.h"
 #include "ui/ControlIds.h"
 
@@ -21,9 +22,7 @@ std::wstring LumoraExe() {
     return buf;
 }
 
-void DeleteSettings() {
-    RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Tavrinsoft");
-}
+void DeleteSettings() { WinRegistry().DeleteKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft"); }
 
 void StoreOption(const wchar_t* name, const char* text) {
     HKEY key = nullptr;
