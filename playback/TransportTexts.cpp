@@ -39,6 +39,12 @@ TransportTips MakeTransportTips(const SettingsStore& settings, const PlayQueue& 
     t.speed = "播放速度";
     t.list = "打开/关闭“文件列表”窗口";
     t.open = "打开媒体文件";
+    t.title = "正在播放的文件";
+    t.time = "“显示正在播放时间”。";
+    t.percent = "已播放的百分比";
+    t.mode = "当前播放方式为" + std::string(modeSuffix);
+    t.segmentRange = t.segment;
+    t.neighbours = "双击“文件列表”里的文件可直接播放";
     return t;
 }
 

@@ -45,6 +45,12 @@ struct TransportTips {
     std::string speed;
     std::string list;
     std::string open;
+    std::string title;
+    std::string time;
+    std::string percent;
+    std::string mode;
+    std::string segmentRange;
+    std::string neighbours;
 };
 
 // `modeSuffix` is the mode label's suffix ("：正常" ...); `hasFile`: a file is open.

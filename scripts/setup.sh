@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
     cmake ninja-build g++ pkg-config clang          # host build, sanitizers, libFuzzer
-    googletest                                      # GoogleTest sources, built per target
+    googletest libbenchmark-dev                     # GoogleTest sources, built per target; benchmarks
     mingw-w64 g++-mingw-w64-x86-64 g++-mingw-w64-i686
     wine wine64                                     # `wine` runs the win64 build
     xvfb xauth                                      # virtual display

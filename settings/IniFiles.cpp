@@ -42,4 +42,17 @@ bool WriteScratchValue(IniFiles& ini, std::string_view text) {
     return ini.Write(kPlayerIniFile, kScratchSection, kScratchKey, text);
 }
 
+std::optional<int> ReadWindowOpacity(IniFiles& ini, TransparentWindow window) {
+    constexpr std::string_view kSection = "透明度";
+    if (ini.Read(kPlayerIniFile, kSection, "form_tm_check1") != "1") return std::nullopt;
+    const std::string key = "form_tm_" + std::to_string(static_cast<int>(window));
+    const std::string text = ini.Read(kPlayerIniFile, kSection, key);
+    if (text.empty() || text.size() > 3 || text.find_first_not_of("0123456789") != std::string::npos) {
+        return std::nullopt;
+    }
+    const int value = std::stoi(text);
+    if (value < 20 || value > 255) return std::nullopt;
+    return value;
+}
+
 }  // namespace lumora

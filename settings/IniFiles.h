@@ -1,6 +1,7 @@
 #pragma once
 // Reading and writing one key of an INI file kept in code page 936. A file named without a
 // folder lives in the Windows directory, where the system's private-profile functions keep it.
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -31,5 +32,11 @@ private:
 // file); a second instance hands its argument over through it.
 std::string ReadScratchValue(IniFiles& ini);
 bool WriteScratchValue(IniFiles& ini, std::string_view text);
+
+// Window transparency kept in the player's INI file, section "透明度": "form_tm_check1" = "1"
+// turns it on, "form_tm_0" (main), "form_tm_1" (list) and "form_tm_2" (lyrics window) hold the
+// opacity, 20 to 255 (255 = opaque). Empty optional when off or the stored value is unusable.
+enum class TransparentWindow { Main = 0, List = 1, Lyrics = 2 };
+std::optional<int> ReadWindowOpacity(IniFiles& ini, TransparentWindow window);
 
 }  // namespace lumora

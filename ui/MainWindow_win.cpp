@@ -47,7 +47,9 @@ ScreenExtent ScreenInTwips() {
 }
 
 HWND Label(HWND parent, int id, const wchar_t* text, int x, int y, int cx, int cy, DWORD align = SS_LEFT) {
-    HWND h = CreateWindowExW(0, L"STATIC", text, WS_CHILD | WS_VISIBLE | SS_NOPREFIX | align, x, y, cx, cy, parent,
+    // SS_NOTIFY: the balloon help needs the label to see the mouse.
+    HWND h = CreateWindowExW(0, L"STATIC", text, WS_CHILD | WS_VISIBLE | SS_NOPREFIX | SS_NOTIFY | align, x, y, cx, cy,
+                             parent,
                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
     SendMessageW(h, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont()), FALSE);
     return h;
@@ -223,6 +225,10 @@ void MainWindow::LoadSequence(const std::string& argument) {
     UpdateWindow(hwnd_);
 
     if (!argument.empty()) OpenArgument(argument);
+    if (const auto alpha = ReadWindowOpacity(services_.ini, TransparentWindow::Main)) {
+        SetWindowLongW(hwnd_, GWL_EXSTYLE, GetWindowLongW(hwnd_, GWL_EXSTYLE) | WS_EX_LAYERED);
+        SetLayeredWindowAttributes(hwnd_, 0, static_cast<BYTE>(*alpha), LWA_ALPHA);
+    }
     SetTimer(hwnd_, kHandOffTimer, kHandOffMs, nullptr);
 }
 
@@ -234,7 +240,11 @@ void MainWindow::ApplyTips() {
         {IDC_MAIN_MODE_NORMAL, &t.modeNormal}, {IDC_MAIN_MODE_LOOP, &t.modeLoop}, {IDC_MAIN_MODE_RANDOM, &t.modeRandom},
         {IDC_MAIN_TIME_MODE, &t.timeMode},  {IDC_MAIN_SEGMENT, &t.segment},     {IDC_MAIN_PROGRESS, &t.progress},
         {IDC_MAIN_VOLUME, &t.volume},       {IDC_MAIN_SPEED, &t.speed},         {IDC_MAIN_LIST, &t.list},
-        {IDC_MAIN_OPEN, &t.open},
+        {IDC_MAIN_OPEN, &t.open},           {IDC_MAIN_TITLE, &t.title},         {IDC_MAIN_TIME, &t.time},
+        {IDC_MAIN_PERCENT, &t.percent},     {IDC_MAIN_MODE, &t.mode},           {IDC_MAIN_SEGMENT_A, &t.segment},
+        {IDC_MAIN_SEGMENT_B, &t.segment},   {IDC_MAIN_SEGMENT_RANGE, &t.segmentRange},
+        {IDC_MAIN_PREVIOUS_LABEL, &t.previous}, {IDC_MAIN_NEXT_LABEL, &t.next},
+        {IDC_MAIN_COMBINED, &t.neighbours}, {IDC_MAIN_VOLUME_LABEL, &t.volume}, {IDC_MAIN_SPEED_LABEL, &t.speed},
     };
     for (const auto& [id, text] : tips) tips_.Set(GetDlgItem(hwnd_, id), *text);
     if (settings_.Text("L34") == "0") {

@@ -25,9 +25,11 @@ bool TooltipClient::Attach(HWND owner) {
 void TooltipClient::Set(HWND control, std::string_view text) {
     if (!tip_ || !control) return;
     BSTR b = SysAllocString(Widen(text).c_str());
-    // Adding a control twice only replaces its text.
-    tip_->AddTool(reinterpret_cast<LONG_PTR>(control), b);
-    tip_->SetText(reinterpret_cast<LONG_PTR>(control), b);
+    if (added_.insert(control).second) {
+        tip_->AddTool(reinterpret_cast<LONG_PTR>(control), b);
+    } else {
+        tip_->SetText(reinterpret_cast<LONG_PTR>(control), b);
+    }
     SysFreeString(b);
 }
 

@@ -2,6 +2,7 @@
 // Lumora's side of tooltip.dll: balloon help on the controls of one window.
 #include <windows.h>
 
+#include <set>
 #include <string_view>
 
 #include "ui/tooltip/Tooltip.h"
@@ -24,6 +25,7 @@ public:
 
 private:
     ITooltip* tip_ = nullptr;
+    std::set<HWND> added_;  // controls that already have a tool: later texts only replace it
 };
 
 }  // namespace lumora

@@ -1,5 +1,6 @@
 // Lumora started for real under Wine and driven through its windows.
 #include <windows.h>
+#include <commctrl.h>
 
 #include <gtest/gtest.h>
 
@@ -134,12 +135,54 @@ TEST_F(LumoraE2E, SecondStartWithoutArgumentStartsNoSecondWindow) {
     LumoraProcess& first = Start("");
     HWND main = WaitForWindow(first.Id(), kMainClass);
     ASSERT_NE(main, nullptr);
+    ShowWindow(main, SW_MINIMIZE);
     LumoraProcess& second = Start("");
     DWORD code = 1;
     ASSERT_TRUE(second.WaitForExit(kTimeoutMs, &code));
     EXPECT_EQ(code, 0u);
     EXPECT_EQ(AllWindows(kMainClass).size(), 1u);
+    // The running window comes back to its normal state at the front.
+    const DWORD start = GetTickCount();
+    while (IsIconic(main) && GetTickCount() - start < kTimeoutMs) Sleep(50);
+    EXPECT_FALSE(IsIconic(main));
     EXPECT_TRUE(IsWindowVisible(main));
+}
+
+TEST_F(LumoraE2E, ArgumentNamingNothingOpensAnEmptyQueueSilently) {
+    LumoraProcess& p = Start("\"D:\\没有 这个\\文件.mp3\"");
+    HWND main = WaitForWindow(p.Id(), kMainClass);
+    ASSERT_NE(main, nullptr);
+    EXPECT_EQ(ControlText(main, IDC_MAIN_TITLE), "无文件");
+    EXPECT_EQ(WaitForBox("错误", 1000), nullptr);
+    HWND list = WaitForWindow(p.Id(), kPlaylistClass);
+    EXPECT_TRUE(ListLines(list, IDC_PLAYLIST_LINES).empty());
+}
+
+struct Children {
+    std::vector<HWND> all;
+};
+
+BOOL CALLBACK CollectChild(HWND hwnd, LPARAM lp) {
+    reinterpret_cast<Children*>(lp)->all.push_back(hwnd);
+    return TRUE;
+}
+
+TEST_F(LumoraE2E, EveryControlOfTheMainWindowHasBalloonHelp) {
+    LumoraProcess& p = Start("");
+    HWND main = WaitForWindow(p.Id(), kMainClass);
+    ASSERT_NE(main, nullptr);
+    HWND tips = WaitForWindow(p.Id(), L"tooltips_class32");
+    ASSERT_NE(tips, nullptr) << "the balloon-tip component made no tip window";
+    Children children;
+    EnumChildWindows(main, CollectChild, reinterpret_cast<LPARAM>(&children));
+    size_t controls = 0;
+    for (HWND child : children.all) {
+        wchar_t cls[64] = {};
+        GetClassNameW(child, cls, 64);
+        if (lstrcmpiW(cls, L"msctls_statusbar32") != 0) ++controls;
+    }
+    EXPECT_GT(controls, 20u);
+    EXPECT_EQ(static_cast<size_t>(SendMessageW(tips, TTM_GETTOOLCOUNT, 0, 0)), controls);
 }
 
 TEST_F(LumoraE2E, SecondStartHandsAQuotedPathToTheFirst) {

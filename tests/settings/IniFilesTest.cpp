@@ -32,6 +32,27 @@ TEST(IniFiles, ScratchValueIsKeyLinShiInSectionSheZhi) {
     EXPECT_EQ(ReadScratchValue(ini), "");
 }
 
+TEST(IniFiles, WindowOpacityOnlyWhenSwitchedOnAndInRange) {
+    struct Case {
+        const char* check;
+        const char* value;
+        std::optional<int> opacity;
+    } cases[] = {
+        {"1", "200", 200}, {"1", "20", 20}, {"1", "255", 255}, {"1", "19", std::nullopt}, {"1", "256", std::nullopt},
+        {"1", "abc", std::nullopt}, {"1", "", std::nullopt}, {"1", "99999999999", std::nullopt},
+        {"0", "200", std::nullopt}, {"", "200", std::nullopt},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.check) + "/" + c.value);
+        FakeFileSystem fs;
+        IniFiles ini(fs);
+        ini.Write("tavrinplay.ini", "透明度", "form_tm_check1", c.check);
+        ini.Write("tavrinplay.ini", "透明度", "form_tm_0", c.value);
+        EXPECT_EQ(ReadWindowOpacity(ini, TransparentWindow::Main), c.opacity);
+        EXPECT_EQ(ReadWindowOpacity(ini, TransparentWindow::List), std::nullopt);
+    }
+}
+
 TEST(IniFiles, AFileThatCannotBeReadIsNeverReplaced) {
     FakeFileSystem fs;
     fs.files[kPlayerIni] = "[书签]\r\n1=keep me\r\n";
