@@ -5,8 +5,11 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/setup.sh
 scripts/build.sh win64 >/dev/null
+scripts/make-demo.sh build/demo >/dev/null
 exe=build/win64/Lumora.exe
 echo "run: built $exe"
+# With no arguments Lumora plays the bundled demo.
+if [ $# -eq 0 ]; then set -- "Z:$(pwd -P | tr / '\\')\\build\\demo\\欢迎使用Lumora.mp3"; fi
 
 if [ -n "${DISPLAY:-}" ]; then
     exec scripts/wine-env.sh run wine "$exe" "$@"

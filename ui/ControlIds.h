@@ -41,12 +41,14 @@ inline constexpr int IDC_MAIN_COMBINED = 1034;
 inline constexpr int IDC_MAIN_STATUS = 1035;
 inline constexpr int IDC_MAIN_VOLUME_LABEL = 1036;
 inline constexpr int IDC_MAIN_SPEED_LABEL = 1037;
+inline constexpr int IDC_MAIN_STATUS_LINE = 1038;
 
 // Main window menu: 1200-1249.
 inline constexpr int IDM_OPEN_FILES = 1201;
 inline constexpr int IDM_OPEN_FOLDER = 1202;
 inline constexpr int IDM_SHOW_PLAYLIST = 1203;
 inline constexpr int IDM_EXIT = 1204;
+inline constexpr int IDM_JUMP_TO_TIME = 1205;
 
 // Playlist window: 1100-1149; its menu 1250-1299.
 inline constexpr int IDC_PLAYLIST_LINES = 1101;

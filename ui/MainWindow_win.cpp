@@ -21,9 +21,26 @@ using namespace ids;
 // The running instance looks for a second start's argument this often.
 constexpr UINT_PTR kHandOffTimer = 3;
 constexpr UINT kHandOffMs = 500;
+// Position, texts and the end of a file; runs only while something plays.
+constexpr UINT_PTR kProgressTimer = 1;
+constexpr UINT kProgressMs = 250;
+// The gradual volume change; runs only while the mixer moves toward the slider.
+constexpr UINT_PTR kVolumeTimer = 2;
+
+WNDPROC gTrackbarProc = nullptr;
+
+// The speed slider goes back to 100% on a double click on its track or pointer.
+LRESULT CALLBACK SpeedSliderProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
+    if (msg == WM_LBUTTONDBLCLK) {
+        SendMessageW(GetParent(hwnd), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(hwnd), STN_DBLCLK),
+                     reinterpret_cast<LPARAM>(hwnd));
+        return 0;
+    }
+    return CallWindowProcW(gTrackbarProc, hwnd, msg, wp, lp);
+}
 
 constexpr int kClientWidth = 460;
-constexpr int kClientHeight = 226;
+constexpr int kClientHeight = 248;
 
 struct ScreenTwips {
     long long perPixelX;
@@ -71,7 +88,10 @@ bool IsDisplayControl(int id) {
 }  // namespace
 
 MainWindow::MainWindow(MainWindowServices services)
-    : services_(services), queue_(services.prompts, services.files, *this) {}
+    : services_(services),
+      queue_(services.prompts, services.files, *this),
+      player_({queue_, settings_, services.prompts, decoder2_, nullptr, volume_, *this,
+               [] { return static_cast<double>(GetTickCount() % 1000003) / 1000003.0; }}) {}
 
 MainWindow::~MainWindow() {
     if (hwnd_) DestroyWindow(hwnd_);
@@ -117,7 +137,14 @@ LRESULT CALLBACK MainWindow::WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) 
 LRESULT MainWindow::Handle(UINT msg, WPARAM wp, LPARAM lp) {
     switch (msg) {
         case WM_CREATE: OnCreate(); return 0;
-        case WM_COMMAND: OnCommand(LOWORD(wp)); return 0;
+        case WM_COMMAND:
+            if (LOWORD(wp) == IDC_MAIN_SPEED && HIWORD(wp) == STN_DBLCLK) {
+                player_.ResetSpeed();
+            } else {
+                OnCommand(LOWORD(wp));
+            }
+            return 0;
+        case WM_HSCROLL: OnScroll(reinterpret_cast<HWND>(lp), LOWORD(wp)); return 0;
         case WM_TIMER: OnTimer(wp); return 0;
         case WM_DROPFILES: OnDropFiles(reinterpret_cast<HDROP>(wp)); return 0;
         case WM_CONTEXTMENU: OnContextMenu(static_cast<short>(LOWORD(lp)), static_cast<short>(HIWORD(lp))); return 0;
@@ -142,6 +169,8 @@ LRESULT MainWindow::Handle(UINT msg, WPARAM wp, LPARAM lp) {
         case WM_CLOSE: OnClose(); return 0;
         case WM_DESTROY:
             KillTimer(hwnd_, kHandOffTimer);
+            KillTimer(hwnd_, kProgressTimer);
+            KillTimer(hwnd_, kVolumeTimer);
             PostQuitMessage(0);
             return 0;
         case WM_NCDESTROY: {
@@ -191,11 +220,14 @@ void MainWindow::OnCreate() {
     Label(hwnd_, IDC_MAIN_VOLUME_LABEL, L"音量", 8, 160, 30, 18);
     Slider(hwnd_, IDC_MAIN_VOLUME, 38, 156, 150, 24, 0, 20, 20);
     Label(hwnd_, IDC_MAIN_SPEED_LABEL, L"速度", 196, 160, 30, 18);
-    Slider(hwnd_, IDC_MAIN_SPEED, 226, 156, 150, 24, 50, 200, 100);
+    HWND speed = Slider(hwnd_, IDC_MAIN_SPEED, 226, 156, 150, 24, 1, 200, 100);
+    gTrackbarProc = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(speed, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(SpeedSliderProc)));
     Label(hwnd_, IDC_MAIN_SEGMENT_RANGE, Widen(t.segmentRange).c_str(), 384, 160, 70, 18, SS_RIGHT);
 
     Label(hwnd_, IDC_MAIN_PREVIOUS_LABEL, L"", 8, 184, 220, 18);
     Label(hwnd_, IDC_MAIN_NEXT_LABEL, L"", 232, 184, 222, 18);
+    Label(hwnd_, IDC_MAIN_STATUS_LINE, Widen(t.statusLine).c_str(), 8, 206, kClientWidth - 16, 18);
 
     status_ = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, hwnd_,
                               reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_MAIN_STATUS)),
@@ -207,6 +239,7 @@ void MainWindow::OnCreate() {
 
 void MainWindow::LoadSequence(const std::string& argument) {
     playlist_.Create(*this, hwnd_);
+    decoder2_.SetVideoWindow(reinterpret_cast<UINT_PTR>(hwnd_));
     LoadSettings(settings_, services_.registry, ScreenInTwips());
     ApplyOsOverrides(settings_, osCode_);
     if (settings_.Number("Vol")) {
@@ -216,7 +249,6 @@ void MainWindow::LoadSequence(const std::string& argument) {
     if (tips_.Attach(hwnd_)) ApplyTips();
 
     queue_.Clear();
-    SendMessageW(status_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(Widen(MainDisplayTexts().statusLine).c_str()));
 
     RestorePosition();
     playlist_.Restore(settings_, services_.registry);
@@ -272,9 +304,56 @@ void MainWindow::ShowTexts(const QueueTexts& texts) {
 
 void MainWindow::SelectLine(int index) { playlist_.Select(index); }
 
-// The media engine takes the path from here once playback is built; until then choosing an
-// entry only makes it the current one.
-void MainWindow::Play(const std::string&) {}
+void MainWindow::Play(const std::string& path) { player_.OpenAndPlay(path); }
+
+void MainWindow::ShowPlayback(const PlaybackTexts& t) {
+    SetText(IDC_MAIN_PLAY, t.playCaption);
+    SetText(IDC_MAIN_MODE, t.modeLabel);
+    SetText(IDC_MAIN_SEGMENT, t.segmentButton);
+    SetText(IDC_MAIN_SEGMENT_A, t.segmentA);
+    SetText(IDC_MAIN_SEGMENT_B, t.segmentB);
+    SetText(IDC_MAIN_TIME_MODE, t.timeMode);
+    SetText(IDC_MAIN_TIME, t.time);
+    SetText(IDC_MAIN_PERCENT, t.percent);
+    SetText(IDC_MAIN_TITLE, t.title);
+    SetText(IDC_MAIN_STATUS_LINE, t.statusLine);
+    SendDlgItemMessageW(hwnd_, IDC_MAIN_PROGRESS, TBM_SETPOS, TRUE, t.progress);
+    SendDlgItemMessageW(hwnd_, IDC_MAIN_SPEED, TBM_SETPOS, TRUE, t.speed);
+    EnableWindow(GetDlgItem(hwnd_, IDC_MAIN_BACK), t.backForwardEnabled);
+    EnableWindow(GetDlgItem(hwnd_, IDC_MAIN_FORWARD), t.backForwardEnabled);
+    tips_.Set(GetDlgItem(hwnd_, IDC_MAIN_PROGRESS), t.progressLine.empty() ? "播放进度" : t.progressLine);
+    tips_.Set(GetDlgItem(hwnd_, IDC_MAIN_SPEED), t.speedTip);
+    tips_.Set(GetDlgItem(hwnd_, IDC_MAIN_VOLUME), t.volumeTip);
+    tips_.Set(GetDlgItem(hwnd_, IDC_MAIN_SEGMENT), t.segmentTip);
+    UpdateTimers();
+}
+
+void MainWindow::UpdateTimers() {
+    const bool progress = player_.IsPlaying();
+    if (progress != progressTimerOn_) {
+        progress ? SetTimer(hwnd_, kProgressTimer, kProgressMs, nullptr) : KillTimer(hwnd_, kProgressTimer);
+        progressTimerOn_ = progress;
+    }
+    const bool volume = player_.VolumeChanging();
+    if (volume != volumeTimerOn_) {
+        // "L53": the delay between two steps, in 50 ms units.
+        const UINT step = static_cast<UINT>(std::max<long long>(1, settings_.Number("L53").value_or(6)) * 50 / 6);
+        volume ? SetTimer(hwnd_, kVolumeTimer, step, nullptr) : KillTimer(hwnd_, kVolumeTimer);
+        volumeTimerOn_ = volume;
+    }
+}
+
+void MainWindow::OnScroll(HWND slider, int code) {
+    const int id = GetDlgCtrlID(slider);
+    const int pos = static_cast<int>(SendMessageW(slider, TBM_GETPOS, 0, 0));
+    if (id == IDC_MAIN_VOLUME) {
+        player_.SetVolume(pos);
+    } else if (id == IDC_MAIN_SPEED && (code == TB_ENDTRACK || code == TB_THUMBPOSITION)) {
+        player_.SetSpeed(pos);
+    } else if (id == IDC_MAIN_PROGRESS && (code == TB_ENDTRACK || code == TB_THUMBPOSITION)) {
+        player_.SeekToPermille(pos);
+    }
+}
 
 void MainWindow::OpenArgument(const std::string& argument) {
     const auto path = ResolveArgument(argument, services_.files);
@@ -290,11 +369,7 @@ void MainWindow::RemoveEntry(int index) { queue_.RemoveEntry(index); }
 void MainWindow::MoveEntry(int index) { queue_.MoveEntry(index); }
 void MainWindow::FindEntry() { queue_.FindFromCurrent(); }
 
-void MainWindow::PlayEntry(int index) {
-    if (!queue_.Queue().SetCurrent(index)) return;
-    queue_.Refresh();
-    if (const MediaEntry* e = queue_.Queue().CurrentEntry()) Play(e->path);
-}
+void MainWindow::PlayEntry(int index) { player_.PlayEntry(index); }
 
 void MainWindow::OnCommand(int id) {
     switch (id) {
@@ -304,11 +379,35 @@ void MainWindow::OnCommand(int id) {
         case IDC_MAIN_LIST:
         case IDM_SHOW_PLAYLIST: playlist_.Toggle(); break;
         case IDM_EXIT: OnClose(); break;
+        case IDC_MAIN_PLAY: player_.PlayPause(); break;
+        case IDC_MAIN_STOP: player_.Stop(); break;
+        case IDC_MAIN_PREVIOUS: player_.Previous(); break;
+        case IDC_MAIN_NEXT: player_.Next(); break;
+        case IDC_MAIN_BACK: player_.Back(); break;
+        case IDC_MAIN_FORWARD: player_.Forward(); break;
+        case IDC_MAIN_MODE_NORMAL: player_.SetNormal(); break;
+        case IDC_MAIN_MODE_LOOP: player_.ToggleLoop(); break;
+        case IDC_MAIN_MODE_RANDOM: player_.SetRandom(); break;
+        case IDC_MAIN_TIME_MODE: player_.ToggleTimeMode(); break;
+        case IDC_MAIN_SEGMENT: player_.SegmentCommand(); break;
+        case IDC_MAIN_SEGMENT_A: player_.SetA(); break;
+        case IDC_MAIN_SEGMENT_B: player_.SetB(); break;
+        case IDC_MAIN_TIME:
+        case IDM_JUMP_TO_TIME: player_.JumpToTime(); break;
         default: break;
     }
 }
 
 void MainWindow::OnTimer(UINT_PTR id) {
+    if (id == kProgressTimer) {
+        player_.ProgressTick();
+        return;
+    }
+    if (id == kVolumeTimer) {
+        player_.VolumeTick();
+        UpdateTimers();
+        return;
+    }
     if (id != kHandOffTimer) return;
     const HandOffAction action = PollHandOff(services_.ini, settings_);
     if (action.open) OpenArgument(*action.open);
@@ -337,6 +436,7 @@ void MainWindow::OnContextMenu(int x, int y) {
     HMENU menu = CreatePopupMenu();
     AppendMenuW(menu, MF_STRING, IDM_OPEN_FILES, L"打开文件(&O)...");
     AppendMenuW(menu, MF_STRING, IDM_OPEN_FOLDER, L"打开文件夹(&F)...");
+    AppendMenuW(menu, MF_STRING, IDM_JUMP_TO_TIME, L"直接播放(&T)...");
     AppendMenuW(menu, MF_STRING | (IsWindowVisible(playlist_.Handle()) ? MF_CHECKED : 0), IDM_SHOW_PLAYLIST,
                 L"文件列表(&L)");
     AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
@@ -396,6 +496,7 @@ void MainWindow::SavePositions() {
 
 void MainWindow::OnClose() {
     SavePositions();
+    engine_.CloseAll();
     DestroyWindow(hwnd_);
 }
 

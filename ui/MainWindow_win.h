@@ -9,6 +9,11 @@
 #include <vector>
 
 #include "app/Startup.h"
+#include "platform/Mci_win.h"
+#include "platform/Volume_win.h"
+#include "playback/EngineDecoder.h"
+#include "playback/MediaEngine.h"
+#include "playback/PlaybackController.h"
 #include "playlist/QueueController.h"
 #include "settings/SettingsStore.h"
 #include "ui/PlaylistWindow_win.h"
@@ -28,7 +33,7 @@ struct MainWindowServices {
     WinPrompts& prompts;
 };
 
-class MainWindow final : public QueueView {
+class MainWindow final : public QueueView, public PlaybackView {
 public:
     explicit MainWindow(MainWindowServices services);
     ~MainWindow() override;
@@ -44,6 +49,9 @@ public:
     void ShowTexts(const QueueTexts& texts) override;
     void SelectLine(int index) override;
     void Play(const std::string& path) override;
+
+    // PlaybackView
+    void ShowPlayback(const PlaybackTexts& texts) override;
 
     // The open-argument operation: a file, a folder or a drive root, as the command line or a
     // second instance named it.
@@ -64,6 +72,8 @@ private:
     void OnDropFiles(HDROP drop);
     void OnContextMenu(int x, int y);
     void OnClose();
+    void OnScroll(HWND slider, int code);
+    void UpdateTimers();
     void LoadSequence(const std::string& argument);
     void ApplyTips();
     void RestorePosition();
@@ -73,6 +83,13 @@ private:
     MainWindowServices services_;
     SettingsStore settings_;
     QueueController queue_;
+    WinMci mci_;
+    MediaEngine engine_{mci_};
+    EngineDecoder decoder2_{engine_, 0};
+    WinVolume volume_;
+    PlaybackController player_;
+    bool progressTimerOn_ = false;
+    bool volumeTimerOn_ = false;
     PlaylistWindow playlist_;
     TooltipClient tips_;
     std::string osCode_;

@@ -52,6 +52,14 @@ LumoraProcess::~LumoraProcess() { Kill(); }
 
 LumoraProcess::LumoraProcess(LumoraProcess&& other) noexcept : info_(std::exchange(other.info_, {})) {}
 
+LumoraProcess& LumoraProcess::operator=(LumoraProcess&& other) noexcept {
+    if (this != &other) {
+        Kill();
+        info_ = std::exchange(other.info_, {});
+    }
+    return *this;
+}
+
 LumoraProcess LumoraProcess::Start(const std::wstring& exe, const std::string& tail) {
     LumoraProcess p;
     std::wstring cmd = L"\"" + exe + L"\"";

@@ -17,7 +17,7 @@ public:
     LumoraProcess() = default;
     ~LumoraProcess();
     LumoraProcess(LumoraProcess&& other) noexcept;
-    LumoraProcess& operator=(LumoraProcess&&) = delete;
+    LumoraProcess& operator=(LumoraProcess&& other) noexcept;
     LumoraProcess(const LumoraProcess&) = delete;
 
     // Starts `exe` with `tail` as its command tail.

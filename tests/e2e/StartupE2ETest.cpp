@@ -128,7 +128,9 @@ TEST_F(LumoraE2E, EmptyStartShowsTheInitialTexts) {
     EXPECT_EQ(ControlText(main, IDC_MAIN_FORWARD), "前进");
     EXPECT_EQ(ControlText(main, IDC_MAIN_PREVIOUS_LABEL), "上一首-无文件");
     EXPECT_EQ(ControlText(main, IDC_MAIN_NEXT_LABEL), "下一首-无文件");
-    EXPECT_EQ(StatusText(main, IDC_MAIN_STATUS, 0), "没有文件播放");
+    EXPECT_EQ(ControlText(main, IDC_MAIN_STATUS_LINE), "没有文件播放");
+    EXPECT_EQ(StatusText(main, IDC_MAIN_STATUS, 1), "正在播放第0文件");
+    EXPECT_EQ(StatusText(main, IDC_MAIN_STATUS, 2), "共0个文件");
 }
 
 TEST_F(LumoraE2E, SecondStartWithoutArgumentStartsNoSecondWindow) {

@@ -1,0 +1,78 @@
+#include "playback/EngineDecoder.h"
+
+namespace lumora {
+
+long long EngineDecoder::ToUnits(long long ms) const {
+    const auto& s = engine_.State();
+    if (s.unitIsMs || s.length <= 0 || lengthMs_ <= 0) return ms;
+    return ms * s.length / lengthMs_;
+}
+
+long long EngineDecoder::ToMs(long long units) const {
+    const auto& s = engine_.State();
+    if (units < 0) return -1;
+    if (s.unitIsMs || s.length <= 0 || lengthMs_ <= 0) return units;
+    return units * lengthMs_ / s.length;
+}
+
+bool EngineDecoder::Open(const std::string& path) {
+    rangeEndUnits_ = -1;
+    lengthMs_ = -1;
+    stillPicture_ = false;
+    switch (engine_.OpenDispatch(path, videoWindow_, false)) {
+        case OpenResult::Playing:
+            lengthMs_ = engine_.State().unitIsMs ? engine_.Length() : engine_.Commands().LengthMs(kMovieAlias);
+            return true;
+        case OpenResult::Picture:
+            stillPicture_ = true;
+            lengthMs_ = 0;
+            return true;
+        default: return false;
+    }
+}
+
+bool EngineDecoder::Pause() { return engine_.Pause(); }
+
+bool EngineDecoder::Resume() {
+    if (stillPicture_) return true;
+    return engine_.Play("", rangeEndUnits_ >= 0 ? std::to_string(rangeEndUnits_) : std::string());
+}
+
+void EngineDecoder::Stop() { engine_.Stop(); }
+
+void EngineDecoder::Close() { engine_.CloseAll(); }
+
+long long EngineDecoder::PositionMs() { return stillPicture_ ? 0 : ToMs(engine_.Position()); }
+
+bool EngineDecoder::Seek(long long ms) {
+    if (stillPicture_) return false;
+    const bool wasPaused = engine_.State().paused;
+    engine_.ForgetPause();
+    if (!engine_.Play(std::to_string(ToUnits(ms < 0 ? 0 : ms)),
+                      rangeEndUnits_ >= 0 ? std::to_string(rangeEndUnits_) : std::string())) {
+        return false;
+    }
+    return !wasPaused || engine_.Pause();
+}
+
+bool EngineDecoder::PlayRange(long long fromMs, long long toMs) {
+    if (stillPicture_) return false;
+    rangeEndUnits_ = toMs < 0 ? -1 : ToUnits(toMs);
+    engine_.ForgetPause();
+    return engine_.Play(std::to_string(ToUnits(fromMs)),
+                        rangeEndUnits_ >= 0 ? std::to_string(rangeEndUnits_) : std::string());
+}
+
+bool EngineDecoder::SetSpeed(int percent) {
+    if (stillPicture_) return false;
+    if (percent == engine_.State().currentSpeed) return true;
+    return engine_.SetSpeed(percent, true);
+}
+
+bool EngineDecoder::Finished() {
+    if (stillPicture_ || engine_.State().paused) return false;
+    const std::string mode = engine_.Mode();
+    return mode == "stopped";
+}
+
+}  // namespace lumora

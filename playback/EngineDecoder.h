@@ -1,0 +1,36 @@
+#pragma once
+// Decoder 2: the media engine, with its frames turned into milliseconds.
+#include "playback/Decoder.h"
+#include "playback/MediaEngine.h"
+
+namespace lumora {
+
+class EngineDecoder final : public Decoder {
+public:
+    EngineDecoder(MediaEngine& engine, WindowId videoWindow) : engine_(engine), videoWindow_(videoWindow) {}
+    void SetVideoWindow(WindowId window) { videoWindow_ = window; }
+
+    bool Open(const std::string& path) override;
+    bool Pause() override;
+    bool Resume() override;
+    void Stop() override;
+    void Close() override;
+    long long PositionMs() override;
+    long long LengthMs() override { return lengthMs_; }
+    bool Seek(long long ms) override;
+    bool PlayRange(long long fromMs, long long toMs) override;
+    bool SetSpeed(int percent) override;
+    bool Finished() override;
+
+private:
+    long long ToUnits(long long ms) const;
+    long long ToMs(long long units) const;
+
+    MediaEngine& engine_;
+    WindowId videoWindow_;
+    long long lengthMs_ = -1;
+    long long rangeEndUnits_ = -1;  // the end of the play range, -1 for the file's end
+    bool stillPicture_ = false;
+};
+
+}  // namespace lumora

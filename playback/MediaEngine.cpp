@@ -1,0 +1,245 @@
+#include "playback/MediaEngine.h"
+
+#include <cmath>
+#include <sstream>
+
+#include "settings/SettingsStore.h"
+
+namespace lumora {
+namespace {
+
+std::string Lower(std::string_view s) {
+    std::string out(s);
+    for (auto& c : out) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    }
+    return out;
+}
+
+// The last four characters (bytes: every ending we compare is ASCII), lower case.
+std::string Ending(std::string_view path) { return Lower(path.size() < 4 ? path : path.substr(path.size() - 4)); }
+
+std::optional<long long> Number(const std::optional<std::string>& reply) {
+    if (!reply) return std::nullopt;
+    std::string_view t = *reply;
+    while (!t.empty() && (t.back() == ' ' || t.back() == '\0' || t.back() == '\r' || t.back() == '\n')) {
+        t.remove_suffix(1);
+    }
+    while (!t.empty() && t.front() == ' ') t.remove_prefix(1);
+    return ParseDecimal(t);
+}
+
+}  // namespace
+
+std::string MciCommands::Run(const std::string& command) {
+    const unsigned long rc = port_.Send(command, nullptr);
+    return rc == 0 ? std::string(kSuccess) : port_.ErrorText(rc);
+}
+
+std::optional<std::string> MciCommands::Query(const std::string& command) {
+    std::string reply;
+    if (port_.Send(command, &reply) != 0) return std::nullopt;
+    return reply;
+}
+
+std::string MciCommands::OpenDevice(WindowId parent, std::string_view alias, std::string_view deviceType,
+                                    const std::string& path) {
+    // The short form needs no quoting; a volume without short names keeps the long path, which
+    // then is quoted when it holds a blank so that the device still gets one argument.
+    std::string name = port_.ShortPath(path).value_or(std::string());
+    if (name.find(' ') != std::string::npos) name = "\"" + name + "\"";
+    return Run("open " + name + " type " + std::string(deviceType) + " Alias " + std::string(alias) + " parent " +
+               std::to_string(parent) + " Style " + std::string(kChildStyle));
+}
+
+std::string MciCommands::PlaySegment(std::string_view alias, std::string_view from, std::string_view to) {
+    std::string f(from.empty() ? "0" : from);
+    std::string t(to);
+    if (t.empty()) t = std::to_string(LengthFrames(alias));
+    return Run("play " + std::string(alias) + " from " + f + " to " + t);
+}
+
+std::string MciCommands::Pause(std::string_view alias) { return Run("Pause " + std::string(alias)); }
+
+std::string MciCommands::Stop(std::string_view alias) { return Run("Stop " + std::string(alias)); }
+
+long long MciCommands::LengthFrames(std::string_view alias) {
+    const std::string a(alias);
+    if (port_.Send("set " + a + " time format frames", nullptr) != 0) return -1;
+    return Number(Query("status " + a + " length")).value_or(-1);
+}
+
+long long MciCommands::LengthMs(std::string_view alias) {
+    const std::string a(alias);
+    if (port_.Send("set " + a + " time format ms", nullptr) != 0) return -1;
+    const long long ms = Number(Query("status " + a + " length")).value_or(-1);
+    port_.Send("set " + a + " time format frames", nullptr);
+    return ms;
+}
+
+long long MciCommands::Position(std::string_view alias) {
+    return Number(Query("status " + std::string(alias) + " position")).value_or(-1);
+}
+
+std::string MciCommands::PlacePicture(WindowId window, std::string_view alias, long left, long top, long width,
+                                      long height) {
+    if (width == 0 || height == 0) {
+        const PixelRect r = port_.WindowRect(window);
+        width = r.width;
+        height = r.height;
+    }
+    return Run("put " + std::string(alias) + " window at " + std::to_string(left) + " " + std::to_string(top) + " " +
+               std::to_string(width) + " " + std::to_string(height));
+}
+
+long long MciCommands::PictureSize(std::string_view alias, std::string_view key) {
+    const auto reply = Query("Where " + std::string(alias) + " destination");
+    if (!reply) return -1;
+    std::istringstream in(*reply);
+    long long values[4] = {-1, -1, -1, -1};
+    for (auto& v : values) {
+        if (!(in >> v)) return -1;
+    }
+    const std::string k = Lower(key);
+    return k == "cx" ? values[2] : k == "cy" ? values[3] : -1;
+}
+
+long long MciCommands::FrameRate(std::string_view alias) {
+    const long long frames = LengthFrames(alias);
+    const long long ms = LengthMs(alias);
+    if (frames == -1 || ms == -1 || ms == 0) return -1;
+    return std::llround(static_cast<double>(frames) / (static_cast<double>(ms) / 1000.0));
+}
+
+std::string MciCommands::SetSpeed(std::string_view alias, long long percent) {
+    return Run("set " + std::string(alias) + " speed " + std::to_string(percent * 10));
+}
+
+std::string MciCommands::CloseAll() { return Run("Close All"); }
+
+std::string DeviceTypeFor(std::string_view path) {
+    const std::string ending = Ending(path);
+    if (ending == ".avi") return "AviVideo";
+    if (ending == ".mid") return "Sequencer";
+    // DVD files get the MPEG device as well; the comparison is kept apart so that the three
+    // outcomes stay visible.
+    if (ending == ".vob") return "MPEGVideo";
+    return "MPEGVideo";
+}
+
+bool MediaEngine::OpenMedia(const std::string& path, WindowId parent) {
+    if (commands_.OpenDevice(parent, kMovieAlias, DeviceTypeFor(path), path) != kSuccess) return false;
+    state_.alias = std::string(kMovieAlias);
+    const long long frames = commands_.LengthFrames(kMovieAlias);
+    state_.positionStep = frames >= 5000 ? frames / 5000 : 1;
+    state_.unitIsMs = frames <= 0;
+    state_.length = frames;
+    if (state_.unitIsMs) {
+        state_.length = commands_.LengthMs(kMovieAlias);
+        commands_.Query("set " + std::string(kMovieAlias) + " time format ms");
+    }
+    state_.paused = false;
+    state_.resumePosition = 0;
+    kind_ = MediaKind::Mci;
+    return true;
+}
+
+bool MediaEngine::Play(std::string_view from, std::string_view to) {
+    std::string start(from);
+    // No resume command exists: continuing is a new play from the frame read at the pause.
+    if (state_.paused && state_.resumePosition > 0) start = std::to_string(state_.resumePosition);
+    std::string end(to);
+    if (start.empty()) start = "0";
+    if (end.empty()) end = std::to_string(state_.unitIsMs ? state_.length : commands_.LengthFrames(kMovieAlias));
+    if (commands_.PlaySegment(kMovieAlias, start, end) != kSuccess) return false;
+    state_.segmentStart = ParseDecimal(start).value_or(0);
+    state_.segmentEnd = ParseDecimal(end).value_or(0);
+    state_.paused = false;
+    return true;
+}
+
+bool MediaEngine::Pause() {
+    switch (kind_) {
+        case MediaKind::Mci:
+            if (commands_.Pause(kMovieAlias) != kSuccess) return false;
+            state_.resumePosition = commands_.Position(kMovieAlias);
+            state_.paused = true;
+            return true;
+        case MediaKind::Picture: state_.paused = true; return true;
+        default: return false;
+    }
+}
+
+bool MediaEngine::Stop() {
+    if (kind_ != MediaKind::Mci) return false;
+    return commands_.Stop(kMovieAlias) == kSuccess;
+}
+
+long long MediaEngine::Position() { return kind_ == MediaKind::Mci ? commands_.Position(kMovieAlias) : -1; }
+
+std::string MediaEngine::Mode() {
+    if (kind_ != MediaKind::Mci) return {};
+    return commands_.Query("status " + std::string(kMovieAlias) + " mode").value_or(std::string());
+}
+
+bool MediaEngine::PlacePicture(WindowId window, std::optional<PixelRect> at) {
+    const PixelRect r = at.value_or(PixelRect{});
+    return commands_.PlacePicture(window, kMovieAlias, r.left, r.top, r.width, r.height) == kSuccess;
+}
+
+bool MediaEngine::SetSpeed(long long percent, bool allowed) {
+    if (!allowed || percent == state_.currentSpeed) return false;
+    state_.currentSpeed = percent;
+    return commands_.SetSpeed(kMovieAlias, percent) == kSuccess;
+}
+
+void MediaEngine::CloseAll() {
+    if (onCloseCd) onCloseCd();
+    state_ = EngineState{};
+    kind_ = MediaKind::None;
+    videoCaption_ = "当前媒体不为视频";
+    info_ = {};
+    commands_.CloseAll();
+}
+
+OpenResult MediaEngine::OpenDispatch(const std::string& path, WindowId videoWindow, bool decoder1) {
+    CloseAll();
+    const std::string ending = Ending(path);
+    const bool mpegAudio = ending == ".mp1" || ending == ".mp2" || ending == ".mp3";
+    if (mpegAudio && decoder1) return OpenResult::ForDecoder1;
+
+    if (ending == ".swf" || ending == ".spl") return OpenResult::CannotPlay;  // no Flash player is hosted
+    if (ending == ".cda") return OpenResult::CdTrack;
+    if (ending == ".bmp" || ending == ".jpg" || ending == ".dib" || ending == ".wmf" || ending == ".emf" ||
+        ending == ".ico" || ending == ".cur") {
+        kind_ = MediaKind::Picture;
+        return OpenResult::Picture;
+    }
+    if (!OpenMedia(path, videoWindow)) return OpenResult::CannotPlay;
+    if (ending == ".mid" || ending == ".rmi" || ending == "midi" || ending == ".vob") {
+        return Play("", "") ? OpenResult::Playing : OpenResult::CannotPlay;
+    }
+    const long long cx = commands_.PictureSize(kMovieAlias, "cx");
+    const long long cy = commands_.PictureSize(kMovieAlias, "cy");
+    if (!Play("", "")) return OpenResult::CannotPlay;
+    const bool video = cx > 0 && cy > 0;
+    if (video) {
+        PlacePicture(videoWindow);
+        videoCaption_ = "该媒体文件为视频";
+        const long long frames = commands_.LengthFrames(kMovieAlias);
+        const long long rate = commands_.FrameRate(kMovieAlias);
+        info_.lines = {
+            "该媒体文件为视频",
+            "画面原始大小(X)：" + std::to_string(cx) + "  (Y)：" + std::to_string(cy),
+            "画面实际大小(X)：" + std::to_string(commands_.PictureSize(kMovieAlias, "cx")) +
+                "  (Y)：" + std::to_string(commands_.PictureSize(kMovieAlias, "cy")),
+            "总帧数：" + std::to_string(frames) + "  帧速率：" + std::to_string(rate),
+        };
+    } else {
+        videoCaption_ = "该媒体文件为音频";
+        info_.lines = {"该媒体文件为音频"};
+    }
+    return OpenResult::Playing;
+}
+
+}  // namespace lumora

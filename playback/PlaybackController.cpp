@@ -1,0 +1,458 @@
+#include "playback/PlaybackController.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <optional>
+#include <vector>
+
+#include "platform/Prompts.h"
+#include "playlist/QueueController.h"
+#include "settings/SettingsStore.h"
+
+namespace lumora {
+namespace {
+
+constexpr std::string_view kNoFile = "现在无文件播放";
+constexpr std::string_view kCannotPlayTitle = "无法播放";
+constexpr std::string_view kCannotPlayStatus = "该文件无法播放...";
+constexpr std::string_view kCannotPlayQuestion =
+    " 文件无法播放或文件不存在或本播放器不支持此格式的媒体文件。（本播放器支持达近50种文件类型）"
+    "提示：如果要播放下一首请单击“是”；如果要播放上一首请单击“否”";
+constexpr std::string_view kJumpTitle = "直接播放";
+constexpr std::string_view kJumpPrompt =
+    "请输入要播放的时间，你可以直接输入秒数，比如:12345，\r\n也可以输入时间，比如:01:20:15（冒号必须半角）。";
+constexpr std::string_view kSegmentChoosingTip =
+    "先单击此按纽，在右边会出现“A=N/A”（开始点选择）“B=N/A”（结束点选择）。";
+constexpr std::string_view kSegmentIdleTip = "当前没有选段播放。\r\n选择文件的一段进行循环播放。选择A点的位置。";
+constexpr std::string_view kBBeforeA = "B点不能比A点小";
+constexpr std::string_view kChooseAFirst = "请选择A点再选B点";
+constexpr std::string_view kErrorTitle = "错误";
+constexpr std::string_view kSpeedUnsupported = "提示：有些媒体格式不支持此功能。";
+constexpr std::string_view kSpeedTip =
+    "设置播放速度：1%-99%为“减速播放”100%为“正常播放”101%-200%为“加速播放”\r\n提示：双击“滑道”或“指针”可恢复正常播放。";
+
+std::string_view Trim(std::string_view s) {
+    while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
+    while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
+    return s;
+}
+
+// A number as the typed-time rules read one: digits with an optional sign and decimal point.
+std::optional<double> ReadNumber(std::string_view s) {
+    s = Trim(s);
+    if (s.empty()) return std::nullopt;
+    size_t i = 0;
+    if (s[0] == '+' || s[0] == '-') ++i;
+    bool digits = false;
+    bool point = false;
+    for (size_t k = i; k < s.size(); ++k) {
+        if (s[k] >= '0' && s[k] <= '9') {
+            digits = true;
+        } else if (s[k] == '.' && !point) {
+            point = true;
+        } else {
+            return std::nullopt;
+        }
+    }
+    if (!digits || s.size() > 30) return std::nullopt;
+    return std::stod(std::string(s));
+}
+
+std::string VolumeTip(int level) {
+    return "显示播放音量 -- " + std::to_string(level) + "  （0为MIN；20为MAX）";
+}
+
+}  // namespace
+
+PlaybackController::PlaybackController(PlaybackDeps deps) : deps_(std::move(deps)) {
+    texts_.speedTip = std::string(kSpeedTip);
+    texts_.volumeTip = VolumeTip(texts_.volume);
+}
+
+long long PlaybackController::ParseTypedTime(std::string_view text) {
+    if (const auto seconds = ReadNumber(text)) return std::llround(*seconds);
+    std::vector<std::string_view> parts;
+    size_t start = 0;
+    while (true) {
+        const size_t colon = text.find(':', start);
+        parts.push_back(text.substr(start, colon == std::string_view::npos ? colon : colon - start));
+        if (colon == std::string_view::npos) break;
+        start = colon + 1;
+    }
+    if (parts.size() != 3) return 0;
+    double total = 0;
+    const double weights[3] = {3600, 60, 1};
+    for (size_t i = 0; i < 3; ++i) {
+        const auto n = ReadNumber(parts[i]);
+        if (!n) return 0;
+        total += *n * weights[i];
+    }
+    return std::llround(total);
+}
+
+std::string PlaybackController::FormatTime(long long ms) {
+    if (ms < 0) ms = 0;
+    const long long s = ms / 1000;
+    char buf[32];
+    std::snprintf(buf, sizeof buf, "%02lld:%02lld:%02lld", s / 3600, (s / 60) % 60, s % 60);
+    return buf;
+}
+
+Decoder& PlaybackController::ChosenDecoder() {
+    // "L25" "0" is decoder 1; anything else the media engine.
+    if (deps_.settings.Text("L25") == "0" && deps_.decoder1) return *deps_.decoder1;
+    return deps_.decoder2;
+}
+
+void PlaybackController::Show() { deps_.view.ShowPlayback(texts_); }
+
+void PlaybackController::RefreshModeLabel() {
+    texts_.modeLabel = choosingSegment_ ? std::string(kSegmentPrefix) : std::string(kModePrefix) + texts_.modeSuffix;
+}
+
+void PlaybackController::SetModeSuffix(std::string_view suffix) {
+    texts_.modeSuffix = std::string(suffix);
+    RefreshModeLabel();
+    Show();
+}
+
+void PlaybackController::OpenAndPlay(const std::string& path) {
+    if (decoder_) decoder_->Close();
+    decoder_ = nullptr;
+    pointA_ = pointB_ = -1;
+    choosingSegment_ = false;
+    texts_.segmentA = "A=N/A";
+    texts_.segmentB = "B=N/A";
+    texts_.segmentButton = "选段播放";
+    texts_.segmentTip = std::string(kSegmentIdleTip);
+    RefreshModeLabel();
+
+    Decoder* chosen = &ChosenDecoder();
+    bool opened = chosen->Open(path);
+    // A file the audio player cannot decode goes to the media engine.
+    if (!opened && chosen != &deps_.decoder2) {
+        chosen = &deps_.decoder2;
+        opened = chosen->Open(path);
+    }
+    if (!opened) {
+        CannotPlay(path);
+        return;
+    }
+    decoder_ = chosen;
+    stopped_ = false;
+    if (texts_.speed != 100) decoder_->SetSpeed(texts_.speed);
+    const MediaEntry* entry = deps_.queue.Queue().CurrentEntry();
+    texts_.title = entry ? entry->name : path;
+    texts_.playCaption = "暂停";
+    texts_.backForwardEnabled = true;
+    const long long length = decoder_->LengthMs();
+    texts_.totalTime = "总时：" + (length > 0 ? FormatTime(length) : std::string("N/A"));
+    texts_.progress = 0;
+    Show();
+}
+
+void PlaybackController::CannotPlay(const std::string& path) {
+    texts_.totalTime = "总时：N/A";
+    texts_.statusLine = std::string(kCannotPlayStatus);
+    texts_.title = std::string(kCannotPlayTitle);
+    texts_.playCaption = "播放";
+    Show();
+    const MediaEntry* entry = deps_.queue.Queue().CurrentEntry();
+    const std::string name = entry ? entry->name : path;
+    if (deps_.settings.Text("L16") == "1") {
+        if (deps_.prompts.AskYesNo(name + std::string(kCannotPlayQuestion), kCannotPlayTitle)) {
+            Next();
+        } else {
+            Previous();
+        }
+        return;
+    }
+    Next();  // "无法播放文件时自动切换下一首"
+}
+
+bool PlaybackController::PlayIndex(int index) {
+    PlayQueue& queue = deps_.queue.Queue();
+    if (!queue.SetCurrent(index)) return false;
+    queue.SetPendingDirection("0");
+    deps_.queue.Refresh();
+    if (const MediaEntry* e = queue.CurrentEntry()) OpenAndPlay(e->path);
+    return true;
+}
+
+void PlaybackController::ChooseAndPlay(Direction direction) {
+    PlayQueue& queue = deps_.queue.Queue();
+    const int count = queue.Count();
+    if (count == 0) return;
+    int index = queue.Current() + 1;
+    switch (direction) {
+        case Direction::First: index = 1; break;
+        case Direction::Back: index = queue.Current() - 1; break;
+        case Direction::Forward: index = queue.Current() + 1; break;
+        case Direction::Remembered: index = rememberedIndex_; break;
+    }
+    if (index > count) {
+        // Past the last entry: the queue stays on it and nothing more plays.
+        queue.SetCurrent(count);
+        deps_.queue.Refresh();
+        return;
+    }
+    if (index < 1) return;  // before the first entry: nothing plays
+    PlayIndex(index);
+}
+
+void PlaybackController::PlayPause() {
+    if (!decoder_) {
+        if (deps_.queue.Queue().Count() == 0) {
+            texts_.statusLine = std::string(kNoFile);
+            Show();
+            return;
+        }
+        if (const MediaEntry* e = deps_.queue.Queue().CurrentEntry()) OpenAndPlay(e->path);
+        return;
+    }
+    if (IsPlaying()) {
+        if (decoder_->Pause()) texts_.playCaption = "播放";
+    } else if (stopped_ || decoder_->Finished()) {
+        // Stopped: play again from the start (or the segment's A).
+        if (decoder_->PlayRange(pointA_ >= 0 && pointB_ >= 0 ? pointA_ : 0, pointB_ >= 0 ? pointB_ : -1)) {
+            texts_.playCaption = "暂停";
+            stopped_ = false;
+        }
+    } else if (decoder_->Resume()) {
+        texts_.playCaption = "暂停";
+    }
+    Show();
+}
+
+void PlaybackController::Stop() {
+    if (decoder_) decoder_->Stop();
+    stopped_ = true;
+    texts_.playCaption = "播放";
+    texts_.progress = 0;
+    texts_.timeMode = "→";
+    texts_.time = "-";
+    Show();
+}
+
+void PlaybackController::Previous() {
+    if (deps_.queue.Queue().Count() == 0) {
+        texts_.statusLine = std::string(kNoFile);
+        Show();
+        return;
+    }
+    deps_.queue.Queue().SetPendingDirection("2");
+    ChooseAndPlay(Direction::Back);
+}
+
+void PlaybackController::Next() {
+    if (deps_.queue.Queue().Count() == 0) {
+        texts_.statusLine = std::string(kNoFile);
+        Show();
+        return;
+    }
+    deps_.queue.Queue().SetPendingDirection("0");
+    ChooseAndPlay(Direction::Forward);
+}
+
+void PlaybackController::Back() {
+    if (!decoder_) return;
+    const long long pos = decoder_->PositionMs();
+    decoder_->Seek(std::max(0LL, pos - 1000 * deps_.settings.Number("L1").value_or(5)));
+}
+
+void PlaybackController::Forward() {
+    if (!decoder_) return;
+    const long long pos = decoder_->PositionMs();
+    const long long length = decoder_->LengthMs();
+    long long target = pos + 1000 * deps_.settings.Number("L2").value_or(5);
+    if (length > 0 && target > length) target = length;
+    decoder_->Seek(target);
+}
+
+void PlaybackController::JumpToTime() {
+    const auto answer = deps_.prompts.AskText(kJumpPrompt, kJumpTitle, "");
+    if (!answer || Trim(*answer).empty()) return;
+    if (!decoder_) return;
+    decoder_->Seek(ParseTypedTime(*answer) * 1000);
+}
+
+void PlaybackController::SeekToPermille(int permille) {
+    if (!decoder_) return;
+    const long long length = decoder_->LengthMs();
+    if (length > 0) decoder_->Seek(length * std::clamp(permille, 0, 1000) / 1000);
+}
+
+void PlaybackController::PlayEntry(int index) {
+    if (index < 1 || index > deps_.queue.Queue().Count()) return;
+    rememberedIndex_ = 0;
+    PlayIndex(index);
+}
+
+void PlaybackController::SetNormal() { SetModeSuffix(kSuffixNormal); }
+
+void PlaybackController::ToggleLoop() {
+    SetModeSuffix(texts_.modeSuffix == kSuffixRepeatOne ? kSuffixRepeatAll : kSuffixRepeatOne);
+}
+
+void PlaybackController::SetRandom() { SetModeSuffix(kSuffixRandom); }
+
+void PlaybackController::ToggleTimeMode() {
+    texts_.timeMode = texts_.timeMode == "→" ? "←" : "→";
+    Show();
+}
+
+void PlaybackController::SegmentCommand() {
+    if (!choosingSegment_) {
+        choosingSegment_ = true;
+        texts_.segmentButton = "取消选段";
+        texts_.segmentA = "A=N/A";
+        texts_.segmentB = "B=N/A";
+        texts_.segmentTip = std::string(kSegmentChoosingTip);
+        RefreshModeLabel();
+        Show();
+        return;
+    }
+    // Cancel: back to the ordinary state and the whole file.
+    choosingSegment_ = false;
+    pointA_ = pointB_ = -1;
+    texts_.segmentButton = "选段播放";
+    texts_.segmentA = "A=N/A";
+    texts_.segmentB = "B=N/A";
+    texts_.segmentTip = std::string(kSegmentIdleTip);
+    RefreshModeLabel();
+    if (decoder_ && IsPlaying()) {
+        const long long pos = decoder_->PositionMs();
+        decoder_->PlayRange(pos < 0 ? 0 : pos, -1);
+    }
+    Show();
+}
+
+void PlaybackController::SetA() {
+    if (!choosingSegment_ || !decoder_) return;
+    pointA_ = std::max(0LL, decoder_->PositionMs());
+    const std::string time = FormatTime(pointA_);
+    texts_.segmentA = "A=" + time;
+    texts_.segmentTip = "当前A点（开始点）为" + time + "\r\n选择文件的一段进行循环播放。选择A点的位置。";
+    Show();
+}
+
+void PlaybackController::SetB() {
+    if (!choosingSegment_ || !decoder_) return;
+    if (pointA_ < 0) {
+        deps_.prompts.ShowMessage(kChooseAFirst, kErrorTitle);
+        return;
+    }
+    const long long b = decoder_->PositionMs();
+    if (b < pointA_) {
+        deps_.prompts.ShowMessage(kBBeforeA, kErrorTitle);
+        return;
+    }
+    pointB_ = b;
+    texts_.segmentB = "B=" + FormatTime(pointB_);
+    decoder_->PlayRange(pointA_, pointB_);
+    texts_.playCaption = "暂停";
+    Show();
+}
+
+void PlaybackController::SetSpeed(int percent) {
+    if (percent < 1) percent = 1;
+    if (percent > 200) percent = 200;
+    texts_.speed = percent;
+    // Speed follows the slider while a file is open; a format that cannot change it says so.
+    if (decoder_ && !decoder_->SetSpeed(percent)) texts_.statusLine = std::string(kSpeedUnsupported);
+    Show();
+}
+
+void PlaybackController::ResetSpeed() { SetSpeed(100); }
+
+void PlaybackController::SetVolume(int level) {
+    if (level < 0) level = 0;
+    if (level > 20) level = 20;
+    texts_.volume = level;
+    texts_.volumeTip = VolumeTip(level);
+    texts_.statusLine = "当前音量为：" + std::to_string(level * 5) + "%";
+    // "关闭音量渐变功能": the mixer goes straight to the new level.
+    if (deps_.settings.Text("L60") == "1") {
+        mixerLevel_ = level;
+        deps_.volume.SetLevel(level);
+    }
+    Show();
+}
+
+bool PlaybackController::VolumeTick() {
+    if (mixerLevel_ == texts_.volume) return false;
+    mixerLevel_ += mixerLevel_ < texts_.volume ? 1 : -1;
+    deps_.volume.SetLevel(mixerLevel_);
+    return mixerLevel_ != texts_.volume;
+}
+
+void PlaybackController::ProgressTick() {
+    if (!decoder_ || !IsPlaying()) return;
+    const long long length = decoder_->LengthMs();
+    const long long pos = decoder_->PositionMs();
+    if (pointA_ >= 0 && pointB_ >= 0 && (decoder_->Finished() || pos >= pointB_)) {
+        decoder_->PlayRange(pointA_, pointB_);  // at B playback starts again at A
+        return;
+    }
+    if (decoder_->Finished()) {
+        OnEndOfFile();
+        return;
+    }
+    if (length > 0 && pos >= 0) {
+        texts_.progress = static_cast<int>(std::min<long long>(1000, pos * 1000 / length));
+        const long long percent = pos * 100 / length;
+        texts_.percent = std::to_string(percent) + "%";
+        texts_.time = texts_.timeMode == "←" ? "-" + FormatTime(length - pos) : FormatTime(pos);
+        texts_.progressLine = "播放的进度为：" + std::to_string(percent) + "%" + " 时间为：" + FormatTime(pos);
+        texts_.statusLine = texts_.progressLine;
+    }
+    Show();
+}
+
+void PlaybackController::OnEndOfFile() {
+    // 1. The transport returns to its resting state.
+    texts_.backForwardEnabled = true;
+    texts_.playCaption = "播放";
+    texts_.progress = 0;
+    // 2.
+    if (texts_.timeMode == "←") texts_.time = "00:00-";
+    PlayQueue& queue = deps_.queue.Queue();
+    const int count = queue.Count();
+    // 3. Repeat one.
+    if (texts_.modeSuffix == kSuffixRepeatOne) {
+        if (decoder_ && decoder_->PlayRange(0, -1)) texts_.playCaption = "暂停";
+        Show();
+        return;
+    }
+    // 4. Random, from three entries up.
+    if (texts_.modeSuffix == kSuffixRandom) {
+        if (count >= 3) {
+            int index = static_cast<int>(deps_.random() * count) + 1;
+            index = std::clamp(index, 1, count);
+            queue.SetPendingDirection("0");
+            PlayIndex(index);
+        } else {
+            Show();
+        }
+        return;
+    }
+    // 5. Repeat all at the last entry: entry 1.
+    if (texts_.modeSuffix == kSuffixRepeatAll && queue.Current() == count && count > 0) {
+        PlayEntry(1);
+        SetModeSuffix(kSuffixRepeatAll);
+        return;
+    }
+    // 6. Normal and repeat all: by the direction flag.
+    if (count >= 1) {
+        const std::string& flag = queue.PendingDirection();
+        const Direction d = flag == "1"   ? Direction::First
+                            : flag == "2" ? Direction::Back
+                            : flag == "4" ? Direction::Remembered
+                                          : Direction::Forward;
+        ChooseAndPlay(d);
+    }
+    Show();
+}
+
+}  // namespace lumora

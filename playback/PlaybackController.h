@@ -1,0 +1,132 @@
+#pragma once
+// The playback controller: what plays and how. Transport commands, the four play modes, the A-B
+// segment, speed and volume, the advance at the end of a file and the handling of a file that
+// cannot be played. Its state is the texts the main window shows, and its decisions compare them.
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "playback/Decoder.h"
+
+namespace lumora {
+
+class Prompts;
+class QueueController;
+class SettingsStore;
+
+inline constexpr std::string_view kModePrefix = "播放方式";
+inline constexpr std::string_view kSegmentPrefix = "选段播放";
+inline constexpr std::string_view kSuffixNormal = "：正常";
+inline constexpr std::string_view kSuffixRepeatOne = "：单曲循环";
+inline constexpr std::string_view kSuffixRepeatAll = "：全部循环";
+inline constexpr std::string_view kSuffixRandom = "：随机";
+
+struct PlaybackTexts {
+    std::string playCaption = "播放";
+    std::string modeLabel = "播放方式：正常";  // the prefix ("播放方式" or "选段播放") and the mode suffix
+    std::string modeSuffix = "：正常";
+    std::string segmentButton = "选段播放";    // "取消选段" while a segment is being chosen
+    std::string segmentA = "A=N/A";
+    std::string segmentB = "B=N/A";
+    std::string segmentTip = "当前没有选段播放。\r\n选择文件的一段进行循环播放。选择A点的位置。";
+    std::string timeMode = "→";                // "→" elapsed, "←" remaining
+    std::string time = "00:00:00";
+    std::string percent = "0%";
+    std::string progressLine;                  // "播放的进度为：…  时间为：…"
+    std::string totalTime;                     // "总时：" + the length, "总时：N/A"
+    std::string statusLine = "没有文件播放";
+    std::string title = "无文件";
+    std::string speedTip;
+    std::string volumeTip;
+    int progress = 0;                          // the slider, 0 … 1000
+    int speed = 100;
+    int volume = 20;
+    bool backForwardEnabled = true;
+    bool operator==(const PlaybackTexts&) const = default;
+};
+
+class PlaybackView {
+public:
+    virtual ~PlaybackView() = default;
+    virtual void ShowPlayback(const PlaybackTexts& texts) = 0;
+};
+
+struct PlaybackDeps {
+    QueueController& queue;
+    const SettingsStore& settings;
+    Prompts& prompts;
+    Decoder& decoder2;
+    Decoder* decoder1;  // null until the audio player exists on this system
+    VolumeControl& volume;
+    PlaybackView& view;
+    std::function<double()> random;  // uniform in [0, 1)
+};
+
+class PlaybackController {
+public:
+    explicit PlaybackController(PlaybackDeps deps);
+
+    const PlaybackTexts& Texts() const { return texts_; }
+    bool IsOpen() const { return decoder_ != nullptr; }
+    bool IsPlaying() const { return texts_.playCaption == "暂停"; }
+
+    // Opens the queue's current entry (its full path) and plays it.
+    void OpenAndPlay(const std::string& path);
+    void PlayPause();
+    void Stop();
+    void Previous();
+    void Next();
+    void Back();
+    void Forward();
+    void JumpToTime();
+    // The progress slider was dropped at `permille` of the file.
+    void SeekToPermille(int permille);
+    void PlayEntry(int index);
+
+    void SetNormal();
+    void ToggleLoop();
+    void SetRandom();
+    void ToggleTimeMode();
+
+    void SegmentCommand();  // start choosing, or cancel
+    void SetA();
+    void SetB();
+
+    void SetSpeed(int percent);
+    void ResetSpeed();
+    void SetVolume(int level);
+    // One step of the gradual volume change; false once the target is reached.
+    bool VolumeTick();
+    bool VolumeChanging() const { return mixerLevel_ != texts_.volume; }
+
+    // The progress timer: position, texts, the A-B loop and, for decoder 2, the end of the file.
+    void ProgressTick();
+    // The end-of-file event of a decoder (decoder 2's twin comes from ProgressTick).
+    void OnEndOfFile();
+
+    // Seconds from a typed time: "12345", "01:20:15"; anything else 0.
+    static long long ParseTypedTime(std::string_view text);
+    static std::string FormatTime(long long ms);
+
+private:
+    enum class Direction { First, Back, Forward, Remembered };
+    Decoder& ChosenDecoder();
+    void ChooseAndPlay(Direction direction);
+    bool PlayIndex(int index);
+    void CannotPlay(const std::string& name);
+    void SetModeSuffix(std::string_view suffix);
+    void RefreshModeLabel();
+    void Show();
+
+    PlaybackDeps deps_;
+    PlaybackTexts texts_;
+    Decoder* decoder_ = nullptr;
+    bool choosingSegment_ = false;
+    bool stopped_ = false;  // the stop command ran: play starts again from the beginning
+    long long pointA_ = -1;
+    long long pointB_ = -1;
+    int rememberedIndex_ = 0;
+    int mixerLevel_ = 20;
+};
+
+}  // namespace lumora

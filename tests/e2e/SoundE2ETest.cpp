@@ -1,0 +1,229 @@
+// Playback end to end: Lumora plays real files under Wine while tests/e2e/run-sound-tests.sh
+// records the sound sink. Each test marks the stretches that must sound or be silent; the script
+// checks the recording against them.
+#include <windows.h>
+#include <commctrl.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <functional>
+
+#include "e2e/Driver.h"
+#include "platform/Registry_win.h"
+#include "platform/WinText.h"
+#include "ui/ControlIds.h"
+
+namespace lumora::e2e {
+namespace {
+
+using namespace ids;
+
+std::string Env(const wchar_t* name) {
+    wchar_t buf[MAX_PATH] = {};
+    GetEnvironmentVariableW(name, buf, MAX_PATH);
+    return Narrow(buf);
+}
+
+long long UnixMs() {
+    FILETIME ft;
+    GetSystemTimeAsFileTime(&ft);
+    const unsigned long long t = (static_cast<unsigned long long>(ft.dwHighDateTime) << 32) | ft.dwLowDateTime;
+    return static_cast<long long>((t - 116444736000000000ULL) / 10000ULL);
+}
+
+// Marks the next `ms` milliseconds as sounding or silent, for the recording check.
+void Hold(const char* kind, DWORD ms, const char* label) {
+    const long long from = UnixMs();
+    Sleep(ms);
+    const long long to = UnixMs();
+    FILE* f = _wfopen(Widen(Env(L"LUMORA_EVENT_LOG")).c_str(), L"a");
+    if (!f) return;
+    std::fprintf(f, "%s %lld %lld %s\n", kind, from, to, label);
+    std::fclose(f);
+}
+
+int Seconds(const std::string& hhmmss) {
+    int h = 0, m = 0, s = 0;
+    if (std::sscanf(hhmmss.c_str(), "%d:%d:%d", &h, &m, &s) != 3) return -1;
+    return h * 3600 + m * 60 + s;
+}
+
+void StoreOption(const char* name, const char* text) {
+    WinRegistry reg;
+    reg.CreateKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup");
+    reg.WriteBinary(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", name, text);
+}
+
+bool WaitFor(const std::function<bool()>& condition, DWORD ms = kTimeoutMs) {
+    const DWORD start = GetTickCount();
+    while (!condition()) {
+        if (GetTickCount() - start > ms) return false;
+        Sleep(50);
+    }
+    return true;
+}
+
+class SoundDecoder2 : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_FALSE(Env(L"LUMORA_E2E_MEDIA").empty()) << "run through tests/e2e/run-sound-tests.sh";
+        WinRegistry().DeleteKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft");
+        StoreOption("L25", "1");
+    }
+    void TearDown() override { process_.Kill(); }
+
+    HWND Start(const std::string& relative) {
+        process_ = LumoraProcess::Start(Widen(Env(L"LUMORA_EXE")), "\"" + Env(L"LUMORA_E2E_MEDIA") + relative + "\"");
+        main_ = WaitForWindow(process_.Id(), kMainClass);
+        list_ = WaitForWindow(process_.Id(), kPlaylistClass);
+        return main_;
+    }
+    bool Playing() { return WaitForControlText(main_, IDC_MAIN_PLAY, "暂停") == "暂停"; }
+    int Time() { return Seconds(ControlText(main_, IDC_MAIN_TIME)); }
+    std::string Title() { return ControlText(main_, IDC_MAIN_TITLE); }
+    std::string LineName(size_t i) {
+        const auto lines = ListLines(list_, IDC_PLAYLIST_LINES);
+        return i < lines.size() ? lines[i].substr(5, lines[i].size() - 6) : std::string();
+    }
+    void PlayLine(int index) {
+        SendDlgItemMessageW(list_, IDC_PLAYLIST_LINES, LB_SETCURSEL, static_cast<WPARAM>(index - 1), 0);
+        Command(list_, IDM_PLAYLIST_PLAY);
+    }
+
+    LumoraProcess process_;
+    HWND main_ = nullptr;
+    HWND list_ = nullptr;
+};
+
+TEST_F(SoundDecoder2, PlayPauseResumeStop) {
+    ASSERT_NE(Start("\\long.mp3"), nullptr);
+    ASSERT_TRUE(Playing());
+    Sleep(700);
+    Hold("sound", 1000, "decoder2-playing");
+
+    Click(main_, IDC_MAIN_PLAY);
+    ASSERT_EQ(WaitForControlText(main_, IDC_MAIN_PLAY, "播放"), "播放");
+    Sleep(400);
+    const int pausedAt = Time();
+    Hold("silence", 1000, "decoder2-paused");
+    EXPECT_EQ(Time(), pausedAt);
+    EXPECT_GE(pausedAt, 1);
+
+    Click(main_, IDC_MAIN_PLAY);
+    ASSERT_TRUE(Playing());
+    Sleep(600);
+    Hold("sound", 800, "decoder2-resumed");
+    EXPECT_GE(Time(), pausedAt);  // continues from the paused position, not from the start
+
+    Click(main_, IDC_MAIN_STOP);
+    ASSERT_EQ(WaitForControlText(main_, IDC_MAIN_PLAY, "播放"), "播放");
+    Sleep(400);
+    Hold("silence", 800, "decoder2-stopped");
+    EXPECT_EQ(ControlText(main_, IDC_MAIN_TIME), "-");
+}
+
+TEST_F(SoundDecoder2, NextPreviousAndEndOfFileByMode) {
+    ASSERT_NE(Start("\\tones"), nullptr);
+    ASSERT_TRUE(Playing());
+    ASSERT_EQ(ListLines(list_, IDC_PLAYLIST_LINES).size(), 3u);
+    EXPECT_EQ(Title(), LineName(0));
+    Click(main_, IDC_MAIN_NEXT);
+    EXPECT_TRUE(WaitFor([&] { return Title() == LineName(1); }));
+    Click(main_, IDC_MAIN_PREVIOUS);
+    EXPECT_TRUE(WaitFor([&] { return Title() == LineName(0); }));
+
+    // Normal: the last entry plays to its end and playing stops.
+    PlayLine(3);
+    ASSERT_TRUE(WaitFor([&] { return Title() == LineName(2); }));
+    EXPECT_TRUE(WaitFor([&] { return ControlText(main_, IDC_MAIN_PLAY) == "播放"; }, 6000));
+    EXPECT_EQ(Title(), LineName(2));
+    Sleep(300);
+    Hold("silence", 700, "decoder2-normal-after-last");
+
+    // Repeat all: after the last comes the first.
+    Click(main_, IDC_MAIN_MODE_LOOP);
+    Click(main_, IDC_MAIN_MODE_LOOP);
+    EXPECT_EQ(WaitForControlText(main_, IDC_MAIN_MODE, "播放方式：全部循环"), "播放方式：全部循环");
+    PlayLine(3);
+    ASSERT_TRUE(WaitFor([&] { return Title() == LineName(2); }));
+    EXPECT_TRUE(WaitFor([&] { return Title() == LineName(0); }, 6000));
+    Sleep(300);
+    Hold("sound", 700, "decoder2-repeat-all-wrapped");
+
+    // Repeat one: the same entry again.
+    Click(main_, IDC_MAIN_MODE_LOOP);
+    EXPECT_EQ(WaitForControlText(main_, IDC_MAIN_MODE, "播放方式：单曲循环"), "播放方式：单曲循环");
+    PlayLine(2);
+    ASSERT_TRUE(WaitFor([&] { return Title() == LineName(1); }));
+    Sleep(3000);  // past the end of the 2 s file
+    EXPECT_EQ(Title(), LineName(1));
+    EXPECT_EQ(ControlText(main_, IDC_MAIN_PLAY), "暂停");
+    Hold("sound", 600, "decoder2-repeat-one-again");
+}
+
+TEST_F(SoundDecoder2, JumpToATypedTime) {
+    ASSERT_NE(Start("\\long.mp3"), nullptr);
+    ASSERT_TRUE(Playing());
+    Command(main_, IDM_JUMP_TO_TIME);
+    HWND box = WaitForBox("直接播放");
+    ASSERT_NE(box, nullptr);
+    TypeAndConfirm(box, "00:00:08");
+    EXPECT_TRUE(WaitFor([&] { return Time() >= 8; }, 3000)) << ControlText(main_, IDC_MAIN_TIME);
+    Hold("sound", 600, "decoder2-after-jump");
+}
+
+TEST_F(SoundDecoder2, SegmentLoopKeepsThePositionInside) {
+    ASSERT_NE(Start("\\long.mp3"), nullptr);
+    ASSERT_TRUE(Playing());
+    Click(main_, IDC_MAIN_SEGMENT);
+    EXPECT_EQ(WaitForControlText(main_, IDC_MAIN_MODE, "选段播放"), "选段播放");
+    ASSERT_TRUE(WaitFor([&] { return Time() >= 1; }));
+    PostMessageW(main_, WM_COMMAND, MAKEWPARAM(IDC_MAIN_SEGMENT_A, STN_CLICKED), 0);
+    ASSERT_TRUE(WaitFor([&] { return ControlText(main_, IDC_MAIN_SEGMENT_A) != "A=N/A"; }));
+    const int a = Seconds(ControlText(main_, IDC_MAIN_SEGMENT_A).substr(2));
+    ASSERT_TRUE(WaitFor([&] { return Time() >= a + 2; }));
+    PostMessageW(main_, WM_COMMAND, MAKEWPARAM(IDC_MAIN_SEGMENT_B, STN_CLICKED), 0);
+    ASSERT_TRUE(WaitFor([&] { return ControlText(main_, IDC_MAIN_SEGMENT_B) != "B=N/A"; }));
+    const int b = Seconds(ControlText(main_, IDC_MAIN_SEGMENT_B).substr(2));
+    for (int i = 0; i < 16; ++i) {
+        Sleep(250);
+        const int t = Time();
+        EXPECT_GE(t, a);
+        EXPECT_LE(t, b + 1);
+    }
+    Hold("sound", 600, "decoder2-segment");
+}
+
+TEST_F(SoundDecoder2, UnplayableFileUnderL16) {
+    StoreOption("L16", "1");
+    ASSERT_NE(Start("\\bad\\0-broken.mp3"), nullptr);
+    HWND box = WaitForBox("无法播放");
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(BoxText(box).rfind("0-broken.mp3 文件无法播放或文件不存在或本播放器不支持此格式的媒体文件。", 0), 0u);
+    AnswerBox(box, IDYES);
+    EXPECT_EQ(WaitForControlText(main_, IDC_MAIN_STATUS_LINE, "该文件无法播放..."), "该文件无法播放...");
+}
+
+TEST_F(SoundDecoder2, UnplayableFileGoesOnToTheNext) {
+    ASSERT_NE(Start("\\bad"), nullptr);
+    ASSERT_TRUE(WaitFor([&] { return ListLines(list_, IDC_PLAYLIST_LINES).size() == 3; }));
+    size_t broken = 0;
+    for (size_t i = 0; i < 3; ++i) {
+        if (LineName(i) == "0-broken.mp3") broken = i;
+    }
+    if (broken == 2) {
+        PlayLine(2);  // start above it so that it is not the last one tried
+        ASSERT_TRUE(WaitFor([&] { return Title() == LineName(1); }));
+        Click(main_, IDC_MAIN_NEXT);
+        EXPECT_EQ(WaitForControlText(main_, IDC_MAIN_STATUS_LINE, "该文件无法播放..."), "该文件无法播放...");
+        return;
+    }
+    PlayLine(static_cast<int>(broken) + 1);
+    EXPECT_TRUE(WaitFor([&] { return Title() == LineName(broken + 1); })) << Title();
+    EXPECT_TRUE(Playing());
+    EXPECT_EQ(FindWindowOf(0, L"#32770", "无法播放"), nullptr);  // "0": no question asked
+}
+
+}  // namespace
+}  // namespace lumora::e2e

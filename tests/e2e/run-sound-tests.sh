@@ -1,0 +1,66 @@
+#!/usr/bin/env bash
+# End-to-end playback tests with their sound: records the null sink while the driver plays files
+# through Lumora, then checks each stretch the driver marked as sounding or silent.
+# Usage: run-sound-tests.sh BUILD_DIR   (inside scripts/wine-env.sh)
+set -euo pipefail
+build=$(cd "$1" && pwd)
+work=$build/e2e-sound
+rm -rf "$work"
+mkdir -p "$work/media"
+
+# Short tones (distinct pitches), a longer one for pause and seek, and a text file named .mp3.
+mkdir -p "$work/media/tones"
+for i in 1 2 3; do
+    sox -n -r 44100 -c 2 "$work/t$i.wav" synth 2 sine $((300 + 200 * i)) vol 0.5
+    lame --quiet -b 128 "$work/t$i.wav" "$work/media/tones/tone$i.mp3"
+done
+sox -n -r 44100 -c 2 "$work/long.wav" synth 12 sine 500 vol 0.5
+lame --quiet -b 128 "$work/long.wav" "$work/media/long.mp3"
+mkdir -p "$work/media/bad"
+echo "this is not audio" > "$work/media/bad/0-broken.mp3"
+cp "$work/media/tones/tone1.mp3" "$work/media/bad/1-good.mp3"
+cp "$work/media/tones/tone2.mp3" "$work/media/bad/2-good.mp3"
+
+# The null sink renders only while something plays into it; a stream of zeros keeps it running,
+# so the recording's clock is the wall clock the driver marks its stretches with.
+pacat --raw --format=s16le --rate=44100 --channels=2 --latency-msec=20 /dev/zero &
+keepalive=$!
+sleep 0.3
+parec -d nul.monitor --format=s16le --rate=44100 --channels=2 --latency-msec=20 --raw > "$work/rec.raw" &
+rec=$!
+# The recording's first bytes arrive a while after parec starts: take the wall-clock time of its
+# first sample from the first bytes that are there.
+for _ in $(seq 1 200); do
+    [ -s "$work/rec.raw" ] && break
+    sleep 0.02
+done
+now=$(date +%s%3N)
+bytes=$(stat -c %s "$work/rec.raw")
+t0=$(( now - bytes * 1000 / 176400 ))
+echo "$t0" > "$work/t0"
+set +e
+LUMORA_EXE="Z:$build/Lumora.exe" LUMORA_E2E_MEDIA="Z:$work/media" LUMORA_EVENT_LOG="Z:$work/events.txt" \
+    wine "$build/tests/lumora_e2e_tests.exe" --gtest_filter="${LUMORA_SOUND_FILTER:-Sound*}"
+rc=$?
+set -e
+kill "$rec" "$keepalive" 2>/dev/null || true
+wait "$rec" "$keepalive" 2>/dev/null || true
+
+fail=0
+if [ -f "$work/events.txt" ]; then
+    while read -r kind from to label; do
+        [ -n "$kind" ] || continue
+        start=$(awk -v a="$from" -v t="$t0" 'BEGIN{printf "%.3f", (a-t)/1000}')
+        len=$(awk -v a="$from" -v b="$to" 'BEGIN{printf "%.3f", (b-a)/1000}')
+        rms=$(sox -t raw -r 44100 -e signed -b 16 -c 2 "$work/rec.raw" -n trim "$start" "$len" stat 2>&1 |
+              awk '/RMS +amplitude/{print $3}')
+        rms=${rms:-0}
+        ok=$(awk -v r="$rms" -v k="$kind" 'BEGIN{print (k=="sound" ? r>0.02 : r<0.002) ? "ok" : "FAILED"}')
+        echo "sound check: $label: expected $kind, RMS $rms ($ok)"
+        [ "$ok" = ok ] || fail=1
+    done < "$work/events.txt"
+else
+    echo "sound check: the driver left no events" >&2
+    fail=1
+fi
+[ $rc -eq 0 ] && [ $fail -eq 0 ]

@@ -1,0 +1,227 @@
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <map>
+
+#include "playback/MediaEngine.h"
+
+namespace lumora {
+namespace {
+
+// Records every command; answers from a table of replies and error codes.
+class RecordingMci : public MciPort {
+public:
+    unsigned long Send(const std::string& command, std::string* reply) override {
+        sent.push_back(command);
+        if (const auto it = errors.find(command); it != errors.end()) return it->second;
+        if (reply) {
+            const auto it = replies.find(command);
+            *reply = it == replies.end() ? std::string() : it->second;
+        }
+        if (command.rfind("set movie1 time format ", 0) == 0) format = command.substr(23);
+        if (command == "status movie1 length") {
+            if (reply) *reply = format == "ms" ? std::to_string(lengthMs) : std::to_string(lengthFrames);
+        }
+        if (command == "status movie1 position" && reply) *reply = std::to_string(position);
+        return 0;
+    }
+    std::string ErrorText(unsigned long error) override { return "error " + std::to_string(error); }
+    std::optional<std::string> ShortPath(const std::string& path) override {
+        if (noShortName) return path;
+        if (path.find("missing") != std::string::npos) return std::nullopt;
+        return "C:\\SHORT~1\\" + path.substr(path.find_last_of('\\') + 1);
+    }
+    PixelRect WindowRect(WindowId) override { return {10, 20, 640, 480}; }
+
+    std::vector<std::string> sent;
+    std::map<std::string, std::string> replies;
+    std::map<std::string, unsigned long> errors;
+    std::string format = "frames";
+    long long lengthFrames = 10001;
+    long long lengthMs = 400000;
+    long long position = 0;
+    bool noShortName = false;
+};
+
+TEST(MciCommands, CommandTextsExactly) {
+    RecordingMci mci;
+    MciCommands c(mci);
+    EXPECT_EQ(c.OpenDevice(1234, "movie1", "MPEGVideo", "D:\\My Music\\a.mp3"), "Success");
+    EXPECT_EQ(c.PlaySegment("movie1", "10", "20"), "Success");
+    EXPECT_EQ(c.Pause("movie1"), "Success");
+    EXPECT_EQ(c.Stop("movie1"), "Success");
+    EXPECT_EQ(c.PlacePicture(1, "movie1", 0, 0, 320, 240), "Success");
+    EXPECT_EQ(c.SetSpeed("movie1", 150), "Success");
+    EXPECT_EQ(c.CloseAll(), "Success");
+    const std::vector<std::string> expected = {
+        "open C:\\SHORT~1\\a.mp3 type MPEGVideo Alias movie1 parent 1234 Style 1073741824",
+        "play movie1 from 10 to 20",
+        "Pause movie1",
+        "Stop movie1",
+        "put movie1 window at 0 0 320 240",
+        "set movie1 speed 1500",
+        "Close All",
+    };
+    EXPECT_EQ(mci.sent, expected);
+}
+
+TEST(MciCommands, ErrorsGiveTheSystemTextAndMinusOne) {
+    RecordingMci mci;
+    mci.errors["Pause movie1"] = 263;
+    mci.errors["status movie1 position"] = 263;
+    mci.errors["set movie1 time format frames"] = 263;
+    MciCommands c(mci);
+    EXPECT_EQ(c.Pause("movie1"), "error 263");
+    EXPECT_EQ(c.Position("movie1"), -1);
+    EXPECT_EQ(c.LengthFrames("movie1"), -1);
+    EXPECT_EQ(c.FrameRate("movie1"), -1);  // never computed from a -1
+}
+
+TEST(MciCommands, LengthInMillisecondsLeavesTheDeviceInFrames) {
+    RecordingMci mci;
+    MciCommands c(mci);
+    EXPECT_EQ(c.LengthMs("movie1"), 400000);
+    EXPECT_EQ(mci.format, "frames");
+    EXPECT_EQ(c.LengthFrames("movie1"), 10001);
+    EXPECT_EQ(c.FrameRate("movie1"), 25);  // 10001 / 400 s, rounded
+}
+
+TEST(MciCommands, EmptySegmentPlaysTheWholeFile) {
+    RecordingMci mci;
+    MciCommands c(mci);
+    c.PlaySegment("movie1", "", "");
+    EXPECT_EQ(mci.sent.back(), "play movie1 from 0 to 10001");
+}
+
+TEST(MciCommands, PictureSizeAndWindowFill) {
+    RecordingMci mci;
+    mci.replies["Where movie1 destination"] = "0 0 352 288";
+    MciCommands c(mci);
+    EXPECT_EQ(c.PictureSize("movie1", "cx"), 352);
+    EXPECT_EQ(c.PictureSize("movie1", "CY"), 288);
+    c.PlacePicture(7, "movie1", 0, 0, 0, 0);
+    EXPECT_EQ(mci.sent.back(), "put movie1 window at 0 0 640 480");
+}
+
+TEST(MciCommands, PathsWithoutShortNamesAreQuotedAndMissingOnesSentEmpty) {
+    RecordingMci mci;
+    MciCommands c(mci);
+    c.OpenDevice(1, "movie1", "MPEGVideo", "D:\\missing file.mp3");
+    EXPECT_EQ(mci.sent.back(), "open  type MPEGVideo Alias movie1 parent 1 Style 1073741824");
+    mci.noShortName = true;
+    c.OpenDevice(1, "movie1", "MPEGVideo", "D:\\My Music\\a.mp3");
+    EXPECT_EQ(mci.sent.back().substr(0, 30), "open \"D:\\My Music\\a.mp3\" type ");
+}
+
+TEST(MediaEngine, DeviceTypeByEnding) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"a.avi", "AviVideo"},   {"A.AVI", "AviVideo"},   {"x.mid", "Sequencer"}, {"X.MID", "Sequencer"},
+        {"d.VOB", "MPEGVideo"},  {"s.mp3", "MPEGVideo"},  {"m.midi", "MPEGVideo"}, {"avi", "MPEGVideo"},
+    };
+    for (const auto& [path, type] : cases) EXPECT_EQ(DeviceTypeFor(path), type) << path;
+}
+
+TEST(MediaEngine, PositionStepFromTheLength) {
+    const std::pair<long long, long long> cases[] = {{4999, 1}, {5000, 1}, {10001, 2}, {25000, 5}};
+    for (const auto& [frames, step] : cases) {
+        RecordingMci mci;
+        mci.lengthFrames = frames;
+        MediaEngine e(mci);
+        ASSERT_TRUE(e.OpenMedia("D:\\v.avi", 1));
+        EXPECT_EQ(e.State().positionStep, step) << frames;
+    }
+}
+
+TEST(MediaEngine, PauseThenPlayContinuesFromThePausedFrame) {
+    RecordingMci mci;
+    MediaEngine e(mci);
+    ASSERT_TRUE(e.OpenMedia("D:\\v.avi", 1));
+    ASSERT_TRUE(e.Play("100", "900"));
+    EXPECT_EQ(e.State().segmentStart, 100);
+    EXPECT_EQ(e.State().segmentEnd, 900);
+    mci.position = 345;
+    ASSERT_TRUE(e.Pause());
+    EXPECT_TRUE(e.State().paused);
+    ASSERT_TRUE(e.Play("100", "900"));
+    EXPECT_EQ(mci.sent.back(), "play movie1 from 345 to 900");
+    EXPECT_FALSE(e.State().paused);
+}
+
+TEST(MediaEngine, SameSpeedIsSentOnce) {
+    RecordingMci mci;
+    MediaEngine e(mci);
+    ASSERT_TRUE(e.OpenMedia("D:\\v.avi", 1));
+    const size_t before = mci.sent.size();
+    EXPECT_TRUE(e.SetSpeed(150, true));
+    EXPECT_FALSE(e.SetSpeed(150, true));
+    EXPECT_FALSE(e.SetSpeed(50, false));  // not allowed now
+    EXPECT_EQ(mci.sent.size(), before + 1);
+}
+
+TEST(MediaEngine, CloseAllResetsTheState) {
+    RecordingMci mci;
+    MediaEngine e(mci);
+    bool cdClosed = false;
+    e.onCloseCd = [&] { cdClosed = true; };
+    ASSERT_TRUE(e.OpenMedia("D:\\v.avi", 1));
+    e.Play("5", "10");
+    e.CloseAll();
+    EXPECT_TRUE(cdClosed);
+    EXPECT_EQ(e.State().segmentStart, 0);
+    EXPECT_EQ(e.VideoCaption(), "当前媒体不为视频");
+    EXPECT_EQ(mci.sent.back(), "Close All");
+}
+
+TEST(MediaEngine, AudioWithoutFramesIsKeptInMilliseconds) {
+    RecordingMci mci;
+    mci.lengthFrames = 0;  // what the MPEG device answers for a file without pictures
+    mci.lengthMs = 5000;
+    MediaEngine e(mci);
+    ASSERT_TRUE(e.OpenMedia("D:\\a.mp3", 1));
+    EXPECT_TRUE(e.State().unitIsMs);
+    EXPECT_EQ(e.Length(), 5000);
+    EXPECT_EQ(mci.format, "ms");
+    ASSERT_TRUE(e.Play("", ""));
+    EXPECT_EQ(mci.sent.back(), "play movie1 from 0 to 5000");
+}
+
+TEST(MediaEngine, OpenDispatchByExtension) {
+    struct Case {
+        const char* path;
+        bool decoder1;
+        OpenResult result;
+    } cases[] = {
+        {"D:\\a.mp3", true, OpenResult::ForDecoder1}, {"D:\\a.MP2", true, OpenResult::ForDecoder1},
+        {"D:\\a.mp3", false, OpenResult::Playing},    {"D:\\b.jpg", false, OpenResult::Picture},
+        {"D:\\t.cda", false, OpenResult::CdTrack},    {"D:\\f.swf", false, OpenResult::CannotPlay},
+        {"D:\\m.mid", false, OpenResult::Playing},    {"D:\\v.avi", false, OpenResult::Playing},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.path);
+        RecordingMci mci;
+        MediaEngine e(mci);
+        EXPECT_EQ(e.OpenDispatch(c.path, 1, c.decoder1), c.result);
+        EXPECT_EQ(mci.sent.front(), "Close All");  // every open closes everything first
+    }
+    RecordingMci mci;
+    mci.errors["open C:\\SHORT~1\\v.avi type AviVideo Alias movie1 parent 1 Style 1073741824"] = 275;
+    MediaEngine e(mci);
+    EXPECT_EQ(e.OpenDispatch("D:\\v.avi", 1, false), OpenResult::CannotPlay);
+}
+
+TEST(MediaEngine, VideoInformationLines) {
+    RecordingMci mci;
+    mci.replies["Where movie1 destination"] = "0 0 352 288";
+    MediaEngine e(mci);
+    ASSERT_EQ(e.OpenDispatch("D:\\v.mpg", 1, false), OpenResult::Playing);
+    EXPECT_EQ(e.VideoCaption(), "该媒体文件为视频");
+    ASSERT_GE(e.Info().lines.size(), 2u);
+    EXPECT_EQ(e.Info().lines[1], "画面原始大小(X)：352  (Y)：288");
+    RecordingMci audio;
+    MediaEngine a(audio);
+    ASSERT_EQ(a.OpenDispatch("D:\\s.wav", 1, false), OpenResult::Playing);
+    EXPECT_EQ(a.VideoCaption(), "该媒体文件为音频");
+}
+
+}  // namespace
+}  // namespace lumora
