@@ -391,8 +391,9 @@ void PlaybackController::ProgressTick() {
     if (!decoder_ || !IsPlaying()) return;
     const long long length = decoder_->LengthMs();
     const long long pos = decoder_->PositionMs();
-    if (pointA_ >= 0 && pointB_ >= 0 && (decoder_->Finished() || pos >= pointB_)) {
-        decoder_->PlayRange(pointA_, pointB_);  // at B playback starts again at A
+    // Both decoders stop by themselves at the end of the play range, B; playing starts again at A.
+    if (pointA_ >= 0 && pointB_ >= 0 && decoder_->Finished()) {
+        decoder_->PlayRange(pointA_, pointB_);
         return;
     }
     if (decoder_->Finished()) {

@@ -69,6 +69,8 @@ public:
     const PlaybackTexts& Texts() const { return texts_; }
     bool IsOpen() const { return decoder_ != nullptr; }
     bool IsPlaying() const { return texts_.playCaption == "暂停"; }
+    // Decoder 1 (the audio player, with the audio display) holds the current file.
+    bool UsingDecoder1() const { return decoder_ != nullptr && decoder_ == deps_.decoder1; }
 
     // Opens the queue's current entry (its full path) and plays it.
     void OpenAndPlay(const std::string& path);

@@ -45,6 +45,7 @@ TransportTips MakeTransportTips(const SettingsStore& settings, const PlayQueue& 
     t.mode = "当前播放方式为" + std::string(modeSuffix);
     t.segmentRange = t.segment;
     t.neighbours = "双击“文件列表”里的文件可直接播放";
+    t.statusLine = "播放状态";
     return t;
 }
 

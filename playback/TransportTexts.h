@@ -51,6 +51,7 @@ struct TransportTips {
     std::string mode;
     std::string segmentRange;
     std::string neighbours;
+    std::string statusLine;
 };
 
 // `modeSuffix` is the mode label's suffix ("：正常" ...); `hasFile`: a file is open.

@@ -26,6 +26,9 @@ constexpr UINT_PTR kProgressTimer = 1;
 constexpr UINT kProgressMs = 250;
 // The gradual volume change; runs only while the mixer moves toward the slider.
 constexpr UINT_PTR kVolumeTimer = 2;
+// The audio display; runs only while decoder 1 plays and the display is open.
+constexpr UINT_PTR kDisplayTimer = 4;
+constexpr UINT kDisplayMs = 60;
 
 WNDPROC gTrackbarProc = nullptr;
 
@@ -90,7 +93,8 @@ bool IsDisplayControl(int id) {
 MainWindow::MainWindow(MainWindowServices services)
     : services_(services),
       queue_(services.prompts, services.files, *this),
-      player_({queue_, settings_, services.prompts, decoder2_, nullptr, volume_, *this,
+      decoder1_(services.files, acm_, waveOut_),
+      player_({queue_, settings_, services.prompts, decoder2_, &decoder1_, volume_, *this,
                [] { return static_cast<double>(GetTickCount() % 1000003) / 1000003.0; }}) {}
 
 MainWindow::~MainWindow() {
@@ -171,6 +175,7 @@ LRESULT MainWindow::Handle(UINT msg, WPARAM wp, LPARAM lp) {
             KillTimer(hwnd_, kHandOffTimer);
             KillTimer(hwnd_, kProgressTimer);
             KillTimer(hwnd_, kVolumeTimer);
+            KillTimer(hwnd_, kDisplayTimer);
             PostQuitMessage(0);
             return 0;
         case WM_NCDESTROY: {
@@ -239,6 +244,7 @@ void MainWindow::OnCreate() {
 
 void MainWindow::LoadSequence(const std::string& argument) {
     playlist_.Create(*this, hwnd_);
+    display_.Create(hwnd_);
     decoder2_.SetVideoWindow(reinterpret_cast<UINT_PTR>(hwnd_));
     LoadSettings(settings_, services_.registry, ScreenInTwips());
     ApplyOsOverrides(settings_, osCode_);
@@ -277,6 +283,7 @@ void MainWindow::ApplyTips() {
         {IDC_MAIN_SEGMENT_B, &t.segment},   {IDC_MAIN_SEGMENT_RANGE, &t.segmentRange},
         {IDC_MAIN_PREVIOUS_LABEL, &t.previous}, {IDC_MAIN_NEXT_LABEL, &t.next},
         {IDC_MAIN_COMBINED, &t.neighbours}, {IDC_MAIN_VOLUME_LABEL, &t.volume}, {IDC_MAIN_SPEED_LABEL, &t.speed},
+        {IDC_MAIN_STATUS_LINE, &t.statusLine},
     };
     for (const auto& [id, text] : tips) tips_.Set(GetDlgItem(hwnd_, id), *text);
     if (settings_.Text("L34") == "0") {
@@ -333,6 +340,12 @@ void MainWindow::UpdateTimers() {
     if (progress != progressTimerOn_) {
         progress ? SetTimer(hwnd_, kProgressTimer, kProgressMs, nullptr) : KillTimer(hwnd_, kProgressTimer);
         progressTimerOn_ = progress;
+    }
+    if (player_.UsingDecoder1() && player_.IsPlaying()) display_.Show();
+    const bool display = player_.UsingDecoder1() && player_.IsPlaying() && display_.Visible();
+    if (display != displayTimerOn_) {
+        display ? SetTimer(hwnd_, kDisplayTimer, kDisplayMs, nullptr) : KillTimer(hwnd_, kDisplayTimer);
+        displayTimerOn_ = display;
     }
     const bool volume = player_.VolumeChanging();
     if (volume != volumeTimerOn_) {
@@ -401,6 +414,10 @@ void MainWindow::OnCommand(int id) {
 void MainWindow::OnTimer(UINT_PTR id) {
     if (id == kProgressTimer) {
         player_.ProgressTick();
+        return;
+    }
+    if (id == kDisplayTimer) {
+        display_.SetBands(SpectrumBands(decoder1_.SoundingPcm(), decoder1_.Channels(), decoder1_.SampleRate()));
         return;
     }
     if (id == kVolumeTimer) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "app/Startup.h"
+#include "platform/Audio_win.h"
 #include "platform/Mci_win.h"
 #include "platform/Volume_win.h"
 #include "playback/EngineDecoder.h"
@@ -16,6 +17,7 @@
 #include "playback/PlaybackController.h"
 #include "playlist/QueueController.h"
 #include "settings/SettingsStore.h"
+#include "ui/AudioDisplayWindow_win.h"
 #include "ui/PlaylistWindow_win.h"
 #include "ui/TooltipClient_win.h"
 
@@ -87,10 +89,15 @@ private:
     MediaEngine engine_{mci_};
     EngineDecoder decoder2_{engine_, 0};
     WinVolume volume_;
+    AcmMp3Decoder acm_;
+    WaveOut waveOut_;
+    Mp3Player decoder1_;
     PlaybackController player_;
     bool progressTimerOn_ = false;
     bool volumeTimerOn_ = false;
     PlaylistWindow playlist_;
+    AudioDisplayWindow display_;
+    bool displayTimerOn_ = false;
     TooltipClient tips_;
     std::string osCode_;
     std::string pendingDropList_;  // "aaa*" and the paths waiting to be added

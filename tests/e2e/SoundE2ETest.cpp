@@ -33,13 +33,13 @@ long long UnixMs() {
 }
 
 // Marks the next `ms` milliseconds as sounding or silent, for the recording check.
-void Hold(const char* kind, DWORD ms, const char* label) {
+void Hold(const char* kind, DWORD ms, const std::string& label) {
     const long long from = UnixMs();
     Sleep(ms);
     const long long to = UnixMs();
     FILE* f = _wfopen(Widen(Env(L"LUMORA_EVENT_LOG")).c_str(), L"a");
     if (!f) return;
-    std::fprintf(f, "%s %lld %lld %s\n", kind, from, to, label);
+    std::fprintf(f, "%s %lld %lld %s\n", kind, from, to, label.c_str());
     std::fclose(f);
 }
 
@@ -64,12 +64,13 @@ bool WaitFor(const std::function<bool()>& condition, DWORD ms = kTimeoutMs) {
     return true;
 }
 
-class SoundDecoder2 : public ::testing::Test {
+// Each test runs once per decoder: the parameter is what "L25" holds ("0" decoder 1, "1" decoder 2).
+class SoundPlayback : public ::testing::TestWithParam<std::string> {
 protected:
     void SetUp() override {
         ASSERT_FALSE(Env(L"LUMORA_E2E_MEDIA").empty()) << "run through tests/e2e/run-sound-tests.sh";
         WinRegistry().DeleteKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft");
-        StoreOption("L25", "1");
+        StoreOption("L25", GetParam().c_str());
     }
     void TearDown() override { process_.Kill(); }
 
@@ -91,39 +92,43 @@ protected:
         Command(list_, IDM_PLAYLIST_PLAY);
     }
 
+    std::string Label(const char* what) const {
+        return std::string(GetParam() == "0" ? "decoder1-" : "decoder2-") + what;
+    }
+
     LumoraProcess process_;
     HWND main_ = nullptr;
     HWND list_ = nullptr;
 };
 
-TEST_F(SoundDecoder2, PlayPauseResumeStop) {
+TEST_P(SoundPlayback, PlayPauseResumeStop) {
     ASSERT_NE(Start("\\long.mp3"), nullptr);
     ASSERT_TRUE(Playing());
     Sleep(700);
-    Hold("sound", 1000, "decoder2-playing");
+    Hold("sound", 1000, Label("playing"));
 
     Click(main_, IDC_MAIN_PLAY);
     ASSERT_EQ(WaitForControlText(main_, IDC_MAIN_PLAY, "播放"), "播放");
-    Sleep(400);
+    Sleep(700);  // what the sound server had already taken still plays out
     const int pausedAt = Time();
-    Hold("silence", 1000, "decoder2-paused");
+    Hold("silence", 1000, Label("paused"));
     EXPECT_EQ(Time(), pausedAt);
     EXPECT_GE(pausedAt, 1);
 
     Click(main_, IDC_MAIN_PLAY);
     ASSERT_TRUE(Playing());
     Sleep(600);
-    Hold("sound", 800, "decoder2-resumed");
+    Hold("sound", 800, Label("resumed"));
     EXPECT_GE(Time(), pausedAt);  // continues from the paused position, not from the start
 
     Click(main_, IDC_MAIN_STOP);
     ASSERT_EQ(WaitForControlText(main_, IDC_MAIN_PLAY, "播放"), "播放");
     Sleep(400);
-    Hold("silence", 800, "decoder2-stopped");
+    Hold("silence", 800, Label("stopped"));
     EXPECT_EQ(ControlText(main_, IDC_MAIN_TIME), "-");
 }
 
-TEST_F(SoundDecoder2, NextPreviousAndEndOfFileByMode) {
+TEST_P(SoundPlayback, NextPreviousAndEndOfFileByMode) {
     ASSERT_NE(Start("\\tones"), nullptr);
     ASSERT_TRUE(Playing());
     ASSERT_EQ(ListLines(list_, IDC_PLAYLIST_LINES).size(), 3u);
@@ -139,7 +144,7 @@ TEST_F(SoundDecoder2, NextPreviousAndEndOfFileByMode) {
     EXPECT_TRUE(WaitFor([&] { return ControlText(main_, IDC_MAIN_PLAY) == "播放"; }, 6000));
     EXPECT_EQ(Title(), LineName(2));
     Sleep(300);
-    Hold("silence", 700, "decoder2-normal-after-last");
+    Hold("silence", 700, Label("normal-after-last"));
 
     // Repeat all: after the last comes the first.
     Click(main_, IDC_MAIN_MODE_LOOP);
@@ -149,7 +154,7 @@ TEST_F(SoundDecoder2, NextPreviousAndEndOfFileByMode) {
     ASSERT_TRUE(WaitFor([&] { return Title() == LineName(2); }));
     EXPECT_TRUE(WaitFor([&] { return Title() == LineName(0); }, 6000));
     Sleep(300);
-    Hold("sound", 700, "decoder2-repeat-all-wrapped");
+    Hold("sound", 700, Label("repeat-all-wrapped"));
 
     // Repeat one: the same entry again.
     Click(main_, IDC_MAIN_MODE_LOOP);
@@ -159,10 +164,10 @@ TEST_F(SoundDecoder2, NextPreviousAndEndOfFileByMode) {
     Sleep(3000);  // past the end of the 2 s file
     EXPECT_EQ(Title(), LineName(1));
     EXPECT_EQ(ControlText(main_, IDC_MAIN_PLAY), "暂停");
-    Hold("sound", 600, "decoder2-repeat-one-again");
+    Hold("sound", 600, Label("repeat-one-again"));
 }
 
-TEST_F(SoundDecoder2, JumpToATypedTime) {
+TEST_P(SoundPlayback, JumpToATypedTime) {
     ASSERT_NE(Start("\\long.mp3"), nullptr);
     ASSERT_TRUE(Playing());
     Command(main_, IDM_JUMP_TO_TIME);
@@ -170,10 +175,10 @@ TEST_F(SoundDecoder2, JumpToATypedTime) {
     ASSERT_NE(box, nullptr);
     TypeAndConfirm(box, "00:00:08");
     EXPECT_TRUE(WaitFor([&] { return Time() >= 8; }, 3000)) << ControlText(main_, IDC_MAIN_TIME);
-    Hold("sound", 600, "decoder2-after-jump");
+    Hold("sound", 600, Label("after-jump"));
 }
 
-TEST_F(SoundDecoder2, SegmentLoopKeepsThePositionInside) {
+TEST_P(SoundPlayback, SegmentLoopKeepsThePositionInside) {
     ASSERT_NE(Start("\\long.mp3"), nullptr);
     ASSERT_TRUE(Playing());
     Click(main_, IDC_MAIN_SEGMENT);
@@ -192,10 +197,10 @@ TEST_F(SoundDecoder2, SegmentLoopKeepsThePositionInside) {
         EXPECT_GE(t, a);
         EXPECT_LE(t, b + 1);
     }
-    Hold("sound", 600, "decoder2-segment");
+    Hold("sound", 600, Label("segment"));
 }
 
-TEST_F(SoundDecoder2, UnplayableFileUnderL16) {
+TEST_P(SoundPlayback, UnplayableFileUnderL16) {
     StoreOption("L16", "1");
     ASSERT_NE(Start("\\bad\\0-broken.mp3"), nullptr);
     HWND box = WaitForBox("无法播放");
@@ -205,7 +210,7 @@ TEST_F(SoundDecoder2, UnplayableFileUnderL16) {
     EXPECT_EQ(WaitForControlText(main_, IDC_MAIN_STATUS_LINE, "该文件无法播放..."), "该文件无法播放...");
 }
 
-TEST_F(SoundDecoder2, UnplayableFileGoesOnToTheNext) {
+TEST_P(SoundPlayback, UnplayableFileGoesOnToTheNext) {
     ASSERT_NE(Start("\\bad"), nullptr);
     ASSERT_TRUE(WaitFor([&] { return ListLines(list_, IDC_PLAYLIST_LINES).size() == 3; }));
     size_t broken = 0;
@@ -224,6 +229,9 @@ TEST_F(SoundDecoder2, UnplayableFileGoesOnToTheNext) {
     EXPECT_TRUE(Playing());
     EXPECT_EQ(FindWindowOf(0, L"#32770", "无法播放"), nullptr);  // "0": no question asked
 }
+
+INSTANTIATE_TEST_SUITE_P(Sound, SoundPlayback, ::testing::Values("1", "0"),
+                         [](const auto& param) { return param.param == "0" ? "Decoder1" : "Decoder2"; });
 
 }  // namespace
 }  // namespace lumora::e2e

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <filesystem>
 
 #include "e2e/Driver.h"
@@ -53,6 +54,32 @@ std::optional<RawValue> ReadOption(const wchar_t* name) {
     return v;
 }
 
+// A RIFF WAVE file of `seconds` of silence: 8 kHz, mono, 8 bits.
+std::string SilentWave(int seconds) {
+    const std::uint32_t samples = 8000u * static_cast<std::uint32_t>(seconds);
+    std::string w = "RIFF";
+    auto put32 = [&](std::uint32_t v) {
+        for (int i = 0; i < 4; ++i) w += static_cast<char>((v >> (8 * i)) & 0xFF);
+    };
+    auto put16 = [&](std::uint16_t v) {
+        w += static_cast<char>(v & 0xFF);
+        w += static_cast<char>(v >> 8);
+    };
+    put32(36 + samples);
+    w += "WAVEfmt ";
+    put32(16);
+    put16(1);
+    put16(1);
+    put32(8000);
+    put32(8000);
+    put16(1);
+    put16(8);
+    w += "data";
+    put32(samples);
+    w.append(samples, static_cast<char>(0x80));
+    return w;
+}
+
 class LumoraE2E : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -63,8 +90,13 @@ protected:
         media_ = fs::path(tmp) / L"Lumora E2E 音乐";
         fs::remove_all(media_);
         fs::create_directories(media_);
+        // Half a minute of silence in each: they play (so the first entry stays the current one while a
+        // test looks) without a sound to disturb the tests that record one.
+        const std::string wave = SilentWave(30);
         for (const wchar_t* name : {L"一 Song.mp3", L"two.MP3", L"three.wav", L"readme.txt", L"clip.mpeg"}) {
             const HANDLE h = CreateFileW((media_ / name).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+            DWORD written = 0;
+            WriteFile(h, wave.data(), static_cast<DWORD>(wave.size()), &written, nullptr);
             CloseHandle(h);
         }
     }

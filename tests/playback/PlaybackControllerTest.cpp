@@ -261,8 +261,9 @@ TEST(PlaybackController, SegmentCaptionsAndRefusals) {
     r.player.SetB();
     EXPECT_EQ(r.view.last.segmentB, "B=00:01:10");
     EXPECT_EQ(r.decoder.ranges.back(), (std::pair<long long, long long>{65000, 70000}));
-    // At B the segment starts again at A.
+    // The decoder stops at B; the segment starts again at A.
     r.decoder.position = 70000;
+    r.decoder.finished = true;
     r.player.ProgressTick();
     EXPECT_EQ(r.decoder.ranges.back(), (std::pair<long long, long long>{65000, 70000}));
     EXPECT_EQ(r.decoder.position, 65000);

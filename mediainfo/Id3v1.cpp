@@ -1,0 +1,88 @@
+#include "mediainfo/Id3v1.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "mediainfo/TrailingTags.h"
+#include "platform/FileSystem.h"
+#include "platform/TextCodec.h"
+
+namespace lumora {
+namespace {
+
+constexpr std::string_view kNone = "无";
+constexpr std::string_view kNotAvailable = "N/A";
+
+std::string FieldText(std::string_view bytes) {
+    std::string text = Cp936ToUtf8(bytes);
+    std::erase(text, '\0');
+    const std::size_t first = text.find_first_not_of(' ');
+    if (first == std::string::npos) return {};
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+bool IsDigits(std::string_view s) {
+    if (s.empty()) return false;
+    for (char c : s) {
+        if (c < '0' || c > '9') return false;
+    }
+    return true;
+}
+
+std::string_view Item(const std::string& text) { return text.empty() ? kNone : std::string_view(text); }
+
+}  // namespace
+
+std::optional<Id3v1Tag> ParseId3v1Tag(std::string_view file) {
+    const auto at = FindId3v1Tag(file);
+    if (!at) return std::nullopt;
+    const std::string_view tag = file.substr(*at);  // at least 128 bytes
+
+    Id3v1Tag result;
+    result.title = FieldText(tag.substr(3, 30));
+    result.artist = FieldText(tag.substr(33, 30));
+    result.album = FieldText(tag.substr(63, 30));
+    // The year and comment group runs to the genre byte, except for the track number of an ID3v1.1 tag (a
+    // zero byte, then a non-zero one). Our writer's tags never look like that: their last five bytes are zero.
+    const bool trackNumber = tag[125] == '\0' && tag[126] != '\0';
+    const std::string group = FieldText(tag.substr(93, trackNumber ? 32 : 34));
+
+    // A year is four digits or two; "05x" is the year 05 with the comment "x". Digits are single bytes in
+    // UTF-8, so counting bytes here counts characters.
+    const std::size_t yearLength =
+        IsDigits(std::string_view(group).substr(0, 2)) ? (IsDigits(std::string_view(group).substr(0, 4)) ? 4 : 2) : 0;
+    result.year = group.substr(0, yearLength);
+    result.comment = group.substr(std::min(yearLength, group.size()));
+    return result;
+}
+
+bool ReadId3v1Tag(FileSystem& fs, const std::string& path, Id3v1Tag& tag) {
+    const FileRead read = fs.ReadFile(path);
+    if (read.status != FileRead::Status::Ok) return false;
+    auto found = ParseId3v1Tag(read.bytes);
+    if (!found) return false;
+    tag = std::move(*found);
+    return true;
+}
+
+std::string BuildTagLine(const std::optional<Id3v1Tag>& tag) {
+    const auto item = [&](const std::string Id3v1Tag::*field) { return tag ? Item((*tag).*field) : kNotAvailable; };
+    std::string line;
+    line.append("  标题：").append(item(&Id3v1Tag::title));
+    line.append("  歌手：").append(item(&Id3v1Tag::artist));
+    line.append("  专集：").append(item(&Id3v1Tag::album));
+    line.append("  年代：").append(item(&Id3v1Tag::year));
+    line.append("  其他：").append(item(&Id3v1Tag::comment));
+    return line;
+}
+
+std::string FileListRecord(const std::optional<Id3v1Tag>& tag) {
+    const Id3v1Tag& items = tag ? *tag : Id3v1Tag{};  // no tag: every item is missing
+    std::string record;
+    record.append(Item(items.title)).append("@").append(Item(items.artist));
+    record.append("@").append(Item(items.album)).append("@").append(Item(items.year));
+    record.append("@").append(Item(items.comment));
+    return record;
+}
+
+}  // namespace lumora

@@ -1,0 +1,37 @@
+#pragma once
+// The ID3v1 tag reader: the main window's tag line and the file list's information column both come from
+// here. It reads the tags our information block writer leaves as well as those of other programs.
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace lumora {
+
+class FileSystem;
+
+// UTF-8 texts, blanks trimmed; an item the tag leaves empty is empty here.
+struct Id3v1Tag {
+    std::string title;
+    std::string artist;
+    std::string album;
+    std::string year;
+    std::string comment;
+    bool operator==(const Id3v1Tag&) const = default;
+};
+
+// Reads the tag at the "TAG" FindId3v1Tag gives. Fields are code page 936 and zero-padded: title, artist
+// and album are 30 bytes each; the fourth group holds the year immediately followed by the comment (our
+// writer's layout, with a year of 4, 2 or no digits), up to the genre byte, or up to the track number of
+// an ID3v1.1 tag. Empty when the file has no tag.
+std::optional<Id3v1Tag> ParseId3v1Tag(std::string_view file);
+
+// The tag reader as the windows call it: false when the file is missing or unreadable or has no tag.
+bool ReadId3v1Tag(FileSystem& fs, const std::string& path, Id3v1Tag& tag);
+
+// The main window's tag line; an empty item shows "无", and every item shows "N/A" without a tag.
+std::string BuildTagLine(const std::optional<Id3v1Tag>& tag);
+
+// The file list's information record: the five items joined by "@", "无" for each one missing.
+std::string FileListRecord(const std::optional<Id3v1Tag>& tag);
+
+}  // namespace lumora

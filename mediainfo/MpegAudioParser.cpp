@@ -1,0 +1,219 @@
+#include "mediainfo/MpegAudioParser.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "mediainfo/TrailingTags.h"
+#include "platform/FileSystem.h"
+
+namespace lumora {
+namespace {
+
+// Free format allows any bit rate, but no real stream has frames longer than this.
+constexpr std::size_t kMaxFreeFormatFrame = 4096;
+// Distances tried for the size of a free-format frame before its header is given up: real frames rarely
+// hold even one look-alike header, and crafted data must not make the search quadratic.
+constexpr int kFreeFormatTries = 64;
+
+unsigned Byte(std::string_view s, std::size_t i) { return static_cast<unsigned char>(s[i]); }
+
+std::uint32_t BigEndian32(std::string_view s, std::size_t at) {
+    return Byte(s, at) << 24 | Byte(s, at + 1) << 16 | Byte(s, at + 2) << 8 | Byte(s, at + 3);
+}
+
+// ID3v2 tags at the start: "ID3", version, flags, a 28-bit size in four 7-bit bytes (not counting the
+// 10-byte header or the footer of version 4). A size that runs past the end leaves no audio; one that ends
+// too early leaves junk, which the frame search passes over.
+std::size_t SkipId3v2(std::string_view file) {
+    std::size_t pos = 0;
+    while (file.size() - pos >= 10 && file.substr(pos, 3) == "ID3") {
+        const std::string_view h = file.substr(pos, 10);
+        if (Byte(h, 3) == 0xFF || Byte(h, 4) == 0xFF) break;
+        std::size_t size = 0;
+        for (std::size_t i = 6; i < 10; ++i) {
+            if (Byte(h, i) & 0x80) return pos;
+            size = size << 7 | Byte(h, i);
+        }
+        const bool footer = Byte(h, 3) >= 4 && (Byte(h, 5) & 0x10) != 0;
+        pos += std::min(file.size() - pos, 10 + size + (footer ? 10 : 0));
+    }
+    return pos;
+}
+
+std::optional<VbrHeader> ReadVbrHeader(std::string_view frame, const MpegFrameHeader& header) {
+    if (header.layer != 3) return std::nullopt;
+    // The summary follows the side information; encoders disagree on whether a CRC comes before it.
+    const std::size_t plain = 4 + static_cast<std::size_t>(header.SideInfoSize());
+    for (const std::size_t at : {plain, plain + 2}) {
+        if (at != plain && !header.crc) break;
+        if (frame.size() < at + 8) continue;
+        const std::string_view id = frame.substr(at, 4);
+        if (id != "Xing" && id != "Info") continue;
+        VbrHeader vbr;
+        vbr.kind = id == "Xing" ? VbrHeader::Kind::Xing : VbrHeader::Kind::Info;
+        const std::uint32_t flags = BigEndian32(frame, at + 4);
+        std::size_t field = at + 8;
+        if ((flags & 1) != 0 && frame.size() >= field + 4) {
+            vbr.frames = BigEndian32(frame, field);
+            field += 4;
+        }
+        if ((flags & 2) != 0 && frame.size() >= field + 4) vbr.bytes = BigEndian32(frame, field);
+        return vbr;
+    }
+    // "VBRI" sits 32 bytes after the header whatever the mode: version, delay, quality, bytes, frames.
+    if (frame.size() >= 36 + 18 && frame.substr(36, 4) == "VBRI") {
+        VbrHeader vbr;
+        vbr.kind = VbrHeader::Kind::Vbri;
+        vbr.bytes = BigEndian32(frame, 36 + 10);
+        vbr.frames = BigEndian32(frame, 36 + 14);
+        return vbr;
+    }
+    return std::nullopt;
+}
+
+bool SameRun(const MpegFrameHeader& a, const MpegFrameHeader& b) {
+    return a.SameStreamAs(b) && a.frequency == b.frequency;
+}
+
+}  // namespace
+
+MpegFrameWalker::MpegFrameWalker(std::string_view file) : file_(file) {
+    audioEnd_ = LocateTrailingTags(file).audioEnd;
+    file_ = file.substr(0, audioEnd_);  // nothing behind the audio is ever read as a frame
+    audioStart_ = std::min(SkipId3v2(file), audioEnd_);
+    pos_ = audioStart_;
+}
+
+std::optional<MpegFrame> MpegFrameWalker::Next() {
+    std::optional<MpegFrame> frame = NextFrame();
+    if (frame && !firstChecked_) {
+        firstChecked_ = true;
+        if ((vbr_ = ReadVbrHeader(file_.substr(frame->offset, static_cast<std::size_t>(frame->size)), frame->header))) {
+            tagFrame_ = frame;
+            frame = NextFrame();
+        }
+    }
+    return frame;
+}
+
+std::optional<MpegFrame> MpegFrameWalker::FrameAt(std::size_t offset, const MpegFrameHeader& header,
+                                                  int freeFormatSize) const {
+    int size = header.FrameSize();
+    if (header.FreeFormat()) {
+        if (freeFormatSize <= 0) return std::nullopt;
+        size = freeFormatSize + (header.padding ? header.SlotSize() : 0);
+    }
+    if (size <= 4) return std::nullopt;
+    return MpegFrame{offset, size, header.SamplesPerFrame(), header};
+}
+
+std::optional<MpegFrame> MpegFrameWalker::NextFrame() {
+    if (inStream_) {
+        const auto header = DecodeMpegFrameHeader(file_.substr(pos_, 4));
+        if (header && header->SameStreamAs(*stream_)) {
+            if (const auto frame = FrameAt(pos_, *header, freeFormatSize_)) {
+                if (pos_ + static_cast<std::size_t>(frame->size) > audioEnd_) {
+                    pos_ = audioEnd_;  // the end of the audio cuts this frame off
+                    return std::nullopt;
+                }
+                pos_ += static_cast<std::size_t>(frame->size);
+                stream_ = frame->header;
+                return frame;
+            }
+        }
+        inStream_ = false;
+    }
+    return Resync();
+}
+
+std::optional<MpegFrame> MpegFrameWalker::Resync() {
+    for (std::size_t at = file_.find('\xFF', pos_); at != std::string_view::npos; at = file_.find('\xFF', at + 1)) {
+        const auto header = DecodeMpegFrameHeader(file_.substr(at, 4));
+        if (!header || (stream_ && !SameRun(*header, *stream_))) continue;
+        const int freeSize = header->FreeFormat() ? FreeFormatSize(at, *header) : 0;
+        const auto frame = FrameAt(at, *header, freeSize);
+        if (!frame || !ProvesStream(*frame, freeSize)) continue;
+        stream_ = header;
+        freeFormatSize_ = freeSize;
+        inStream_ = true;
+        pos_ = at + static_cast<std::size_t>(frame->size);
+        return frame;
+    }
+    pos_ = audioEnd_;
+    return std::nullopt;
+}
+
+bool MpegFrameWalker::ProvesStream(const MpegFrame& first, int freeFormatSize) const {
+    std::optional<MpegFrame> frame = first;
+    for (int count = 1;; ++count) {
+        const std::size_t end = frame->offset + static_cast<std::size_t>(frame->size);
+        if (end > audioEnd_) return count > 1;  // cut off by the end after a whole frame: still a stream
+        if (count == kFramesToSync || end == audioEnd_) return true;
+        const auto header = DecodeMpegFrameHeader(file_.substr(end, 4));
+        if (!header || !SameRun(*header, first.header)) return false;
+        frame = FrameAt(end, *header, freeFormatSize);
+        if (!frame) return false;
+    }
+}
+
+int MpegFrameWalker::FreeFormatSize(std::size_t offset, const MpegFrameHeader& header) const {
+    // The frame size is the distance to the next free-format header of the stream that starts a proven run;
+    // nearer 0xFF bytes inside the frame's own data are passed over.
+    const std::size_t padding = header.padding ? static_cast<std::size_t>(header.SlotSize()) : 0;
+    const std::size_t shortest = 4 + (header.crc ? 2 : 0) + static_cast<std::size_t>(header.SideInfoSize());
+    int tries = 0;
+    for (std::size_t at = file_.find('\xFF', offset + shortest);
+         at != std::string_view::npos && at - offset <= kMaxFreeFormatFrame && tries < kFreeFormatTries;
+         at = file_.find('\xFF', at + 1)) {
+        const auto next = DecodeMpegFrameHeader(file_.substr(at, 4));
+        if (!next || !next->FreeFormat() || !SameRun(*next, header) || at - offset <= padding) continue;
+        ++tries;
+        const int size = static_cast<int>(at - offset - padding);
+        if (const auto frame = FrameAt(offset, header, size); frame && ProvesStream(*frame, size)) return size;
+    }
+    return 0;
+}
+
+std::optional<MpegStreamFacts> ScanMpegAudio(std::string_view file) {
+    MpegFrameWalker walker(file);
+    std::optional<MpegFrame> first;
+    MpegStreamFacts facts;
+    std::uint64_t bytes = 0;
+    bool oneRate = true;
+    while (const auto frame = walker.Next()) {
+        if (!first) first = frame;
+        oneRate = oneRate && frame->header.bitRateIndex == first->header.bitRateIndex;
+        ++facts.totalFrames;
+        facts.durationMs += frame->samples * 1000.0 / frame->header.frequency;
+        bytes += static_cast<std::uint64_t>(frame->size);
+    }
+    const std::optional<MpegFrame>& tag = walker.TagFrame();
+    const std::optional<MpegFrame>& shown = first ? first : tag;
+    if (!shown) return std::nullopt;
+
+    facts.header = shown->header;
+    facts.firstFrameOffset = tag ? tag->offset : first->offset;
+    facts.audioEnd = walker.AudioEnd();
+    facts.vbr = walker.Vbr();
+    facts.msPerFrame = shown->samples * 1000.0 / shown->header.frequency;
+    facts.variableBitRate = !oneRate;
+    if (facts.totalFrames > 0 && (!oneRate || facts.header.FreeFormat())) {
+        // Like other players, the summary frame's bytes count towards the average though it holds no audio.
+        if (tag) bytes += static_cast<std::uint64_t>(tag->size);
+        facts.bitRate = static_cast<int>(std::lround(static_cast<double>(bytes) * 8000.0 / facts.durationMs));
+    } else if (facts.header.FreeFormat()) {
+        const int padding = shown->header.padding ? shown->header.SlotSize() : 0;
+        facts.bitRate = FreeFormatBitRate(facts.header, shown->size - padding);
+    } else {
+        facts.bitRate = facts.header.bitRate;
+    }
+    return facts;
+}
+
+std::optional<MpegStreamFacts> LoadMpegStreamFacts(FileSystem& fs, const std::string& path) {
+    const FileRead read = fs.ReadFile(path);
+    if (read.status != FileRead::Status::Ok) return std::nullopt;
+    return ScanMpegAudio(read.bytes);
+}
+
+}  // namespace lumora

@@ -1,0 +1,204 @@
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "mediainfo/Id3v1.h"
+#include "mediainfo/TestMedia.h"
+#include "mediainfo/TrailingTags.h"
+#include "platform/TextCodec.h"
+#include "support/Fakes.h"
+
+namespace lumora {
+namespace {
+
+std::string Gbk(std::string_view utf8) { return Utf8ToCp936(utf8).value(); }
+
+// A tag as our information block writer lays it out: "TAG" and the title padded to 30 bytes, three zero
+// bytes, then artist, album and year-with-comment, each padded to 30 or, at 30 bytes or more, followed by one
+// zero byte; five zero bytes last.
+std::string WriterTag(std::string_view title, std::string_view artist, std::string_view album, std::string_view year,
+                      std::string_view comment) {
+    const auto group = [](std::string bytes) {
+        bytes.resize(std::max<std::size_t>(bytes.size() + 1, 30), '\0');
+        return bytes;
+    };
+    return group("TAG" + Gbk(title)).substr(0, 30) + std::string(3, '\0') + group(Gbk(artist)) + group(Gbk(album)) +
+           group(Gbk(year) + Gbk(comment)) + std::string(5, '\0');
+}
+
+// An ID3v1 tag as other programs write it: fixed fields, a genre byte, a track number in v1.1.
+std::string StandardTag(std::string title, std::string year, std::string comment, int track = 0) {
+    title.resize(30, ' ');
+    year.resize(4, '\0');
+    comment.resize(30, '\0');
+    if (track) comment[29] = static_cast<char>(track);
+    return "TAG" + title + std::string(60, '\0') + year + comment + "\x11";
+}
+
+const std::string kAudio(1000, '\x55');
+
+TEST(Id3v1Reader, ReadsBackWhatOurWriterWrites) {
+    const std::string comment29(29, 'c');
+    const struct {
+        std::vector<std::string_view> written;  // title, artist, album, year, comment
+        Id3v1Tag read;
+    } cases[] = {
+        {{"歌名", "歌手甲", "专集乙", "2005", "abc"}, {"歌名", "歌手甲", "专集乙", "2005", "abc"}},
+        {{"十三个汉字的标题正好二十六", "a", "b", "05", "x"}, {"十三个汉字的标题正好二十六", "a", "b", "05", "x"}},
+        {{"t", "", "", "", "abc"}, {"t", "", "", "", "abc"}},
+        {{"", "", "", "", ""}, {}},
+        // A year and a comment of 30 bytes or more grow the tag; the whole comment still reads back.
+        {{"t", "a", "b", "2005", comment29}, {"t", "a", "b", "2005", comment29}},
+        // Without a year the comment starts where the year would; leading digits then read as a year.
+        {{"t", "a", "b", "", "12 songs"}, {"t", "a", "b", "12", " songs"}},
+        {{"  padded  ", "a", "b", "1999", "x  "}, {"padded", "a", "b", "1999", "x"}},
+    };
+    for (const auto& c : cases) {
+        const auto& w = c.written;
+        const std::string tag = WriterTag(w[0], w[1], w[2], w[3], w[4]);
+        EXPECT_EQ(ParseId3v1Tag(kAudio + "LYRICS" + tag), c.read) << w[0] << "|" << w[4];
+    }
+}
+
+TEST(Id3v1Reader, ReadsOtherProgramsTags) {
+    const struct {
+        std::string tag;
+        Id3v1Tag read;
+    } cases[] = {
+        {StandardTag("Title", "1990", std::string(30, 'c')), {"Title", "", "", "1990", std::string(30, 'c')}},
+        {StandardTag("Title", "1990", "note", 12), {"Title", "", "", "1990", "note"}},  // the track is no text
+        {StandardTag("Title", "", "no year"), {"Title", "", "", "", "no year"}},
+        {StandardTag("", "1993", std::string(28, ' '), 12), {"", "", "", "1993", ""}},
+    };
+    for (const auto& c : cases) EXPECT_EQ(ParseId3v1Tag(kAudio + c.tag), c.read) << c.read.comment;
+}
+
+TEST(FindId3v1Tag, FindsEveryTagOurWriterLeavesAndNoTagInsideAudioOrText) {
+    const std::string tag = WriterTag("TAG in the title", "a", "b", "2005", std::string(29, 'c'));  // 132 bytes
+    const std::string oldTail(3000, '\0');  // what a shorter block leaves of a longer one it replaced
+    const struct {
+        std::string file;
+        std::optional<std::size_t> at;
+    } cases[] = {
+        {kAudio + StandardTag("TAG", "", "TAGTAG"), 1000},
+        {kAudio + tag, 1000},
+        {kAudio + "LYRICS" + tag + oldTail, 1006},
+        {kAudio + "TAG" + std::string(200, '\x55'), std::nullopt},  // "TAG" in the audio
+        {kAudio + StandardTag("x", "", "") + "junk after the tag", std::nullopt},
+        {"TAG" + std::string(124, '\0'), std::nullopt},  // no room for a tag
+        {"", std::nullopt},
+    };
+    for (const auto& c : cases) EXPECT_EQ(FindId3v1Tag(c.file), c.at) << c.file.size();
+}
+
+TEST(LocateTrailingTags, EndsTheAudioAtTheFirstTagBehindIt) {
+    const std::string tag = StandardTag("t", "", "");
+    const std::string lyrics3v2 = "LYRICSBEGININD0000210000021LYRICS200";  // IND "10", size 21
+    const std::string lyrics3v1 = "LYRICSBEGINsome wordsLYRICSEND";
+    const std::string ours = "LYRICSBEGININD0000211LYR00007[00:01]";
+    const std::string ape = "APETAGEX" + std::string("\xD0\x07\x00\x00\x28\x00\x00\x00", 8) + std::string(4, '\0') +
+                            std::string("\x00\x00\x00\x00", 4) + std::string(8, '\0');  // 40 bytes: 8 of items
+    const struct {
+        std::string file;
+        std::size_t audioEnd;
+        std::optional<std::size_t> id3v1, lyrics, apeAt;
+    } cases[] = {
+        {kAudio, 1000, std::nullopt, std::nullopt, std::nullopt},
+        {kAudio + ours + tag, 1000, 1036, 1000, std::nullopt},
+        {kAudio + "LYRICS" + tag, 1000, 1006, 1000, std::nullopt},
+        {kAudio + lyrics3v2 + tag, 1000, 1000 + lyrics3v2.size(), 1000, std::nullopt},
+        {kAudio + lyrics3v1 + tag, 1000, 1030, 1000, std::nullopt},
+        {kAudio + lyrics3v2, 1000, std::nullopt, 1000, std::nullopt},
+        {kAudio + "12345678" + ape + lyrics3v2 + tag, 1000, 1000 + 40 + lyrics3v2.size(), 1040, 1000},
+    };
+    for (const auto& c : cases) {
+        const TrailingTags tags = LocateTrailingTags(c.file);
+        EXPECT_EQ(tags.audioEnd, c.audioEnd) << c.file.size();
+        EXPECT_EQ(tags.id3v1, c.id3v1) << c.file.size();
+        EXPECT_EQ(tags.lyrics, c.lyrics) << c.file.size();
+        EXPECT_EQ(tags.ape, c.apeAt) << c.file.size();
+    }
+}
+
+TEST(Id3v1Reader, ReadsTheCorpusTagsAsTheManifestGivesThem) {
+    const struct {
+        const char* file;
+        Id3v1Tag read;
+    } rows[] = {
+        {"id3v1/id3v11_usascii_baseline.mp3",
+         {"Sample Title", "Sample Artist", "Sample Album", "1990", "Sample Data with US-ASCII 67"}},
+        {"id3v1/id3v11_space_padded_audio_crc.mp3",
+         {"Test Title", "Test Artist", "Test Album", "2008", "Test Comment"}},
+        {"id3v1/id3v11_with_id3v24.mp3",
+         {"cosmic american", "Anais Mitchell", "Hymns for the Exiled", "1337", "v1 comment"}},
+        {"id3v1/id3v11_on_layer2_with_id3v23.mp2",
+         {"Co-Co", "Sweet", "Canna-Power Charts 1971", "1971", "//canna.c4.to/"}},
+        {"id3v1/id3v10_after_mpeg25_xing.mp3", {"some title", "", "", "", ""}},
+        {"id3v1/id3v10_title_exactly_30_chars.mp3", {"Luomo - Tessio (Spektre Remix)", "", "", "", ""}},
+        {"lyrics3/l3v2_ind_crc_id3v1.mp3", {"Encore", "DJ Danger Mouse", "Grey Album", "2004", ""}},
+        {"lyrics3/l3v2_ind_eal_ear_ett_apev2_id3v1.mp3", {"A song", "Auth", "", "0", ""}},
+        {"lyrics3/l3v2_ind_ett_apev2_id3v1.mp3",
+         {"Secret Laboratory (Rootah Vers", "Dub Syndicate", "Jahtarian Dubbers Vol. 3", "2012",
+          "-|- YARD MP3 FORCE -|-"}},
+    };
+    if (!test::ReadBytes(test::kCorpusDir + "/MANIFEST.md")) GTEST_SKIP() << "no corpus at " << test::kCorpusDir;
+    for (const auto& row : rows) {
+        EXPECT_EQ(ParseId3v1Tag(*test::ReadBytes(test::kCorpusDir + "/" + row.file)), row.read) << row.file;
+    }
+
+    // Double-byte text: every byte of 128 or more starts a two-byte character, so the nine Shift-JIS characters
+    // of the title come out as nine characters, and the ASCII after them is untouched.
+    const auto dbcs = ParseId3v1Tag(*test::ReadBytes(test::kCorpusDir + "/id3v1/id3v10_ms932_dbcs_space_padded.mp3"));
+    ASSERT_TRUE(dbcs);
+    EXPECT_EQ(Utf8ToUtf16(dbcs->title).size(), 9u);
+    EXPECT_EQ(dbcs->year, "1990");
+    EXPECT_EQ(dbcs->comment, "Sample Data with MS932 3456789");
+    EXPECT_EQ(ParseId3v1Tag(*test::ReadBytes(test::kCorpusDir + "/id3v1/id3v11_ms932_dbcs.mp3"))->comment,
+              "Sample Data with MS932 34567");
+
+    const struct {
+        const char* file;
+        std::size_t audioEnd;
+        std::optional<std::size_t> id3v1, lyrics, ape;
+    } tails[] = {
+        {"lyrics3/l3v2_ind_crc_id3v1.mp3", 34508, 34560, 34508, std::nullopt},
+        {"lyrics3/l3v2_ind_eal_ear_ett_apev2_id3v1.mp3", 49511, 49770, 49685, 49511},
+        {"lyrics3/l3v2_ind_ett_apev2_id3v1.mp3", 56487, 56771, 56693, 56487},
+        {"lyrics3/l3v2_ind_emptylyr_at_eof_no_id3v1.mp3", 1934, std::nullopt, 1934, std::nullopt},
+        {"lyrics3/l3v2_after_apev2_no_id3v1.mp3", 1934, std::nullopt, 2256, 1934},
+        {"id3v1/id3v10_after_mpeg25_xing.mp3", 560 - 128, 560 - 128, std::nullopt, std::nullopt},
+    };
+    for (const auto& t : tails) {
+        const TrailingTags tags = LocateTrailingTags(*test::ReadBytes(test::kCorpusDir + "/" + t.file));
+        EXPECT_EQ(tags.audioEnd, t.audioEnd) << t.file;
+        EXPECT_EQ(tags.id3v1, t.id3v1) << t.file;
+        EXPECT_EQ(tags.lyrics, t.lyrics) << t.file;
+        EXPECT_EQ(tags.ape, t.ape) << t.file;
+    }
+}
+
+TEST(ReadId3v1Tag, FalseForAMissingFileOrOneWithoutTag) {
+    test::FakeFileSystem fs;
+    fs.files["C:\\有.mp3"] = kAudio + WriterTag("歌", "", "", "", "");
+    fs.files["C:\\无.mp3"] = kAudio;
+    Id3v1Tag tag{"old", "", "", "", ""};
+    EXPECT_FALSE(ReadId3v1Tag(fs, "C:\\missing.mp3", tag));
+    EXPECT_FALSE(ReadId3v1Tag(fs, "C:\\无.mp3", tag));
+    EXPECT_EQ(tag.title, "old");
+    EXPECT_TRUE(ReadId3v1Tag(fs, "C:\\有.mp3", tag));
+    EXPECT_EQ(tag, (Id3v1Tag{"歌", "", "", "", ""}));
+}
+
+TEST(TagTexts, TagLineAndFileListRecord) {
+    const Id3v1Tag full{"歌名", "歌手", "专集", "2005", "abc"};
+    const Id3v1Tag partial{"歌名", "", "", "", "x"};
+    EXPECT_EQ(BuildTagLine(full), "  标题：歌名  歌手：歌手  专集：专集  年代：2005  其他：abc");
+    EXPECT_EQ(BuildTagLine(partial), "  标题：歌名  歌手：无  专集：无  年代：无  其他：x");
+    EXPECT_EQ(BuildTagLine(std::nullopt), "  标题：N/A  歌手：N/A  专集：N/A  年代：N/A  其他：N/A");
+    EXPECT_EQ(FileListRecord(full), "歌名@歌手@专集@2005@abc");
+    EXPECT_EQ(FileListRecord(partial), "歌名@无@无@无@x");
+    EXPECT_EQ(FileListRecord(std::nullopt), "无@无@无@无@无");
+}
+
+}  // namespace
+}  // namespace lumora

@@ -1,0 +1,329 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <fstream>
+#include <map>
+#include <random>
+#include <sstream>
+#include <vector>
+
+#include "mediainfo/MpegAudioParser.h"
+#include "mediainfo/TestMedia.h"
+#include "support/Fakes.h"
+
+namespace lumora {
+namespace {
+
+using test::HeaderBits;
+using test::HeaderBytes;
+
+// A frame with a zero body, so nothing inside it looks like a header; `size` only for free format.
+std::string Frame(const HeaderBits& bits, std::string_view body = {}, int size = 0) {
+    std::string frame = HeaderBytes(bits) + std::string(body);
+    frame.resize(static_cast<std::size_t>(size ? size : DecodeMpegFrameHeader(frame)->FrameSize()), '\0');
+    return frame;
+}
+
+std::string Frames(int count, const HeaderBits& bits = {}) {
+    std::string out;
+    for (int i = 0; i < count; ++i) out += Frame(bits);
+    return out;
+}
+
+std::string BigEndian(std::uint32_t v) {
+    return {static_cast<char>(v >> 24), static_cast<char>(v >> 16 & 0xFF), static_cast<char>(v >> 8 & 0xFF),
+            static_cast<char>(v & 0xFF)};
+}
+
+std::uint32_t Count(std::string_view file) {
+    const auto facts = ScanMpegAudio(file);
+    return facts ? facts->totalFrames : 0;
+}
+
+TEST(MpegFrameWalker, GivesEveryFrameAfterId3v2AndJunkWithOffsetSizeAndSamples) {
+    // ID3v2.4 with a footer (10 + 20 + 10 bytes), then junk holding one lone header, then the stream.
+    const std::string id3 = std::string("ID3\x04\x00\x10\x00\x00\x00\x14", 10) + std::string(30, 'x');
+    const std::string junk = "junk" + HeaderBytes({}) + "more junk";
+    const std::vector<HeaderBits> kinds{{}, {.bitRate = 9, .padding = 1}, {.bitRate = 14}, {.bitRate = 1}, {}};
+    std::string file = id3 + junk;
+    for (const auto& bits : kinds) file += Frame(bits);
+
+    MpegFrameWalker walker(file);
+    std::size_t offset = id3.size() + junk.size();
+    for (const auto& bits : kinds) {
+        const auto frame = walker.Next();
+        ASSERT_TRUE(frame);
+        EXPECT_EQ(frame->offset, offset);
+        EXPECT_EQ(frame->size, DecodeMpegFrameHeader(HeaderBytes(bits))->FrameSize());
+        EXPECT_EQ(frame->samples, 1152);
+        offset += static_cast<std::size_t>(frame->size);
+    }
+    EXPECT_FALSE(walker.Next());
+    EXPECT_EQ(walker.AudioStart(), id3.size());
+
+    const auto facts = ScanMpegAudio(file);
+    ASSERT_TRUE(facts);
+    EXPECT_EQ(facts->totalFrames, 5u);
+    EXPECT_EQ(facts->firstFrameOffset, id3.size() + junk.size());
+    EXPECT_TRUE(facts->variableBitRate);
+    EXPECT_NEAR(facts->durationMs, 5 * 1152 * 1000.0 / 44100, 1e-6);
+    const auto audioBytes = static_cast<double>(file.size() - id3.size() - junk.size());
+    EXPECT_EQ(facts->bitRate, std::lround(audioBytes * 8 / (facts->durationMs / 1000)));
+}
+
+// Random bytes pass for a header every few thousand bytes; a stream needs four in a row, or fewer that end
+// exactly at the end of the audio (or with a frame the end cuts off).
+TEST(MpegFrameWalker, AStreamIsFourFramesInARowOrFewerThatRunToTheEnd) {
+    const std::string junk(700, 'j');
+    const std::string frame = Frame({});
+    const struct {
+        std::string file;
+        std::uint32_t frames;
+    } cases[] = {
+        {junk + Frames(3) + junk, 0},
+        {junk + Frames(4) + junk, 4},
+        {junk + Frames(3) + junk + Frames(4), 4},
+        {frame, 1},
+        {junk + Frames(2) + frame.substr(0, 200), 2},  // the cut-off third frame is not audio
+        {junk + frame + "xyz", 0},
+        {frame.substr(0, 416), 0},
+        {"", 0},
+        {HeaderBytes({}), 0},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Count(c.file), c.frames) << c.file.size();
+
+    std::mt19937 random(1234);
+    std::string noise(256 * 1024, '\0');
+    for (char& c : noise) c = static_cast<char>(random() & 0xFF);
+    EXPECT_FALSE(ScanMpegAudio(noise));
+}
+
+TEST(MpegFrameWalker, AfterAGapOnlyTheSameStreamIsTakenUpAgain) {
+    const std::string gap(333, '\x55');
+    // MPEG-2 frames after the gap are another stream; the MPEG-1 ones after the next gap are ours again.
+    EXPECT_EQ(Count(Frames(5) + gap + Frames(6, {.version = 2}) + gap + Frames(4)), 9u);
+    // Within a run the frequency may change, as in a stream whose encoder switched rates.
+    EXPECT_EQ(Count(Frames(4) + Frames(4, {.frequency = 1})), 8u);
+    // A layer II header where the next layer III frame should be ends the run.
+    EXPECT_EQ(Count(Frames(5) + Frames(5, {.layer = 2})), 5u);
+}
+
+TEST(MpegFrameWalker, TagsAtTheEndAreNeverAudioEvenWhenTheyHoldFrames) {
+    const std::string audio = Frames(6);
+    // Our information block and its tag; the lyrics hold whole frames, which must not be counted.
+    const std::string lyrics = "[00:01]" + Frames(5);
+    const std::string block = "LYRICSBEGININD0000211LYR" + std::to_string(10000 + lyrics.size()).substr(1) + lyrics;
+    const std::string tag = "TAG" + std::string(125, '\0');
+    EXPECT_EQ(Count(audio + block + tag), 6u);
+    EXPECT_EQ(Count(audio + "LYRICS" + tag), 6u);
+    // A last frame that runs into the tag is cut off, not counted.
+    EXPECT_EQ(Count(audio + Frame({}).substr(0, 300) + tag), 6u);
+}
+
+TEST(MpegFrameWalker, FreeFormatFrameSizeIsTheDistanceToTheNextHeader) {
+    const HeaderBits free{.bitRate = 0};
+    // The first frame's data holds a header look-alike of the same stream, which a plain search would take.
+    const std::string decoy = std::string(100, '\0') + HeaderBytes(free);
+    std::string file = Frame(free, decoy, 300);
+    for (int i = 0; i < 5; ++i) file += Frame(free, {}, 300);
+    file += Frame({.bitRate = 0, .padding = 1}, {}, 301) + Frame(free, {}, 300);
+
+    MpegFrameWalker walker(file);
+    int frames = 0;
+    while (const auto frame = walker.Next()) {
+        EXPECT_EQ(frame->size, frame->header.padding ? 301 : 300);
+        ++frames;
+    }
+    EXPECT_EQ(frames, 8);
+    const auto facts = ScanMpegAudio(file);
+    ASSERT_TRUE(facts);
+    EXPECT_TRUE(facts->header.FreeFormat());
+    EXPECT_EQ(facts->bitRate, std::lround((7 * 300 + 301) * 8 * 44100 / (8 * 1152.0)));  // the average
+}
+
+TEST(MpegFrameWalker, TheEncodersSummaryFrameIsNotAudioAndItsCountIsNotTrusted) {
+    // Xing/Info sit after the side information (32 bytes for MPEG-1 stereo, 17 for mono); VBRI at 36.
+    const auto summary = [](const HeaderBits& bits, std::size_t at, std::string_view id, std::uint32_t frames) {
+        return Frame(
+            bits, std::string(at - 4, '\0') + std::string(id) + BigEndian(3) + BigEndian(frames) + BigEndian(123456));
+    };
+    const struct {
+        std::string file;
+        std::uint32_t frames;
+        VbrHeader::Kind kind;
+        std::uint32_t claimed;
+    } cases[] = {
+        {summary({}, 36, "Xing", 7) + Frames(3) + Frames(4, {.bitRate = 11}), 7, VbrHeader::Kind::Xing, 7},
+        {summary({.mode = 3}, 21, "Info", 1000) + Frames(4, {.mode = 3}), 4, VbrHeader::Kind::Info, 1000},
+        // With a CRC some encoders put the summary two bytes later.
+        {summary({.protection = 0}, 38, "Info", 5) + Frames(5, {.protection = 0}), 5, VbrHeader::Kind::Info, 5},
+        {Frame({}, std::string(32, '\0') + "VBRI" + std::string(6, '\0') + BigEndian(9999) + BigEndian(8506)) +
+             Frames(4),
+         4, VbrHeader::Kind::Vbri, 8506},
+        {summary({}, 36, "Xing", 316), 0, VbrHeader::Kind::Xing, 316},
+    };
+    for (const auto& c : cases) {
+        const auto facts = ScanMpegAudio(c.file);
+        ASSERT_TRUE(facts);
+        EXPECT_EQ(facts->totalFrames, c.frames);
+        ASSERT_TRUE(facts->vbr);
+        EXPECT_EQ(facts->vbr->kind, c.kind);
+        EXPECT_EQ(facts->vbr->frames, c.claimed);
+        EXPECT_EQ(facts->firstFrameOffset, 0u);
+    }
+    MpegFrameWalker walker(cases[0].file);
+    EXPECT_EQ(walker.Next()->offset, 417u);  // the walk starts after the summary
+    EXPECT_EQ(walker.TagFrame()->offset, 0u);
+}
+
+TEST(LoadMpegStreamFacts, ReadsThroughTheFileSystem) {
+    test::FakeFileSystem fs;
+    fs.files["C:\\a.mp3"] = Frames(4);
+    fs.files["C:\\b.mp3"] = "not audio";
+    EXPECT_EQ(LoadMpegStreamFacts(fs, "C:\\a.mp3")->totalFrames, 4u);
+    EXPECT_FALSE(LoadMpegStreamFacts(fs, "C:\\b.mp3"));
+    EXPECT_FALSE(LoadMpegStreamFacts(fs, "C:\\missing.mp3"));
+}
+
+constexpr auto V1 = MpegVersion::Mpeg1;
+constexpr auto V2 = MpegVersion::Mpeg2;
+constexpr auto V25 = MpegVersion::Mpeg25;
+constexpr auto Stereo = ChannelMode::Stereo;
+constexpr auto Joint = ChannelMode::JointStereo;
+constexpr auto Dual = ChannelMode::DualChannel;
+constexpr auto Mono = ChannelMode::Mono;
+constexpr int kVaries = 0;  // bit rate column: variable rate
+constexpr int kFree = -1;   // free format
+constexpr long kNoSummary = -1;
+constexpr long kNoCount = -2;  // a summary frame without a frame count
+
+// What the corpus manifest states about each file (frames counted without the summary frame, as decoders do).
+TEST(MpegStreamFactsOnCorpus, MatchTheManifest) {
+    const struct {
+        const char* file;
+        std::uint32_t frames;
+        MpegVersion version;
+        int layer, hertz;
+        ChannelMode mode;
+        const char* flags;  // c CRC, p copyright, o original
+        int bitRate;
+        std::size_t first;
+        long summaryFrames;
+    } rows[] = {
+        {"mpeg/garbage_before_first_frame.mp3", 18, V1, 3, 44100, Mono, "o", 64000, 2255, 72243},
+        {"mpeg/id3v2_gbk_text_wmp_truncated.mp3", 0, V1, 3, 44100, Joint, "o", 128000, 512, 10104},
+        {"mpeg/id3v2_size_off_by_one.mp3", 20, V1, 3, 44100, Joint, "o", 320000, 89624, kNoSummary},
+        {"mpeg/iso11172_l1_fl1_32k_modecycle_crc.mp1", 49, V1, 1, 32000, Stereo, "co", 384000, 0, kNoSummary},
+        {"mpeg/iso11172_l1_fl2_44k_modecycle_pad_crc.mp1", 49, V1, 1, 44100, Joint, "co", 384000, 0, kNoSummary},
+        {"mpeg/iso11172_l1_fl4_32k_mono_nocrc.mp1", 49, V1, 1, 32000, Mono, "o", 32000, 0, kNoSummary},
+        {"mpeg/iso11172_l1_fl5_48k_dual_crc.mp1", 49, V1, 1, 48000, Dual, "co", 448000, 0, kNoSummary},
+        {"mpeg/iso11172_l2_fl10_32k_modecycle_crc.mp2", 49, V1, 2, 32000, Stereo, "c", 192000, 0, kNoSummary},
+        {"mpeg/iso11172_l2_fl13_32k_mono_nocrc.mp2", 49, V1, 2, 32000, Mono, "", 32000, 0, kNoSummary},
+        {"mpeg/iso11172_l2_fl14_48k_dual_crc.mp2", 16, V1, 2, 48000, Dual, "c", 384000, 0, kNoSummary},
+        {"mpeg/iso11172_l3_compl_48k_mono.mp3", 216, V1, 3, 48000, Mono, "o", 64000, 0, kNoSummary},
+        {"mpeg/junk_between_id3v2_and_audio_mpeg25.mp3", 2, V25, 3, 8000, Joint, "o", 8000, 25, 2},
+        {"mpeg/l1_48k_stereo_modern_encoder.mp1", 12, V1, 1, 48000, Stereo, "", 224000, 0, kNoSummary},
+        {"mpeg/l2_free_format_32k_modecycle_crc.mp2", 49, V1, 2, 32000, Stereo, "c", kFree, 0, kNoSummary},
+        {"mpeg/l2_mpeg2_16k_stereo.mp2", 2, V2, 2, 16000, Stereo, "o", 160000, 0, kNoSummary},
+        {"mpeg/l2_mpeg2_lsf_24k_test32.mp2", 63, V2, 2, 24000, Stereo, "", 128000, 0, kNoSummary},
+        {"mpeg/l3_all_bitrates_44k_then_48k.mp3", 560, V1, 3, 44100, Mono, "", kVaries, 0, kNoSummary},
+        {"mpeg/l3_cbr_lame_info_truncated.mp3", 17, V1, 3, 44100, Mono, "o", 64000, 208, 72243},
+        {"mpeg/l3_crc_mono_128k.mp3", 94, V1, 3, 44100, Mono, "c", 128000, 0, kNoSummary},
+        {"mpeg/l3_free_format_44k_stereo.mp3", 68, V1, 3, 44100, Stereo, "", kFree, 0, kNoSummary},
+        {"mpeg/l3_infotag_corrupted_single_frame.mp3", 0, V1, 3, 44100, Joint, "o", 128000, 0, 316},
+        {"mpeg/l3_mode_switching_all4modes.mp3", 128, V1, 3, 44100, Mono, "", 128000, 0, kNoSummary},
+        {"mpeg/l3_mpeg2_16k_vbr_xing.mp3", 58, V2, 3, 16000, Joint, "o", kVaries, 0, 58},
+        {"mpeg/l3_mpeg2_22k_all_bitrates_mono.mp3", 476, V2, 3, 22050, Mono, "o", kVaries, 0, kNoSummary},
+        {"mpeg/l3_mpeg2_22k_mono_cbr32.mp3", 79, V2, 3, 22050, Mono, "o", 32000, 0, kNoSummary},
+        {"mpeg/l3_vbr_xing_lame_mono_complete.mp3", 151, V1, 3, 44100, Mono, "o", kVaries, 0, 151},
+        {"mpeg/l3_vbri_header_private_bit.mp3", 16, V1, 3, 44100, Joint, "co", kVaries, 1007, 8506},
+        {"mpeg/l3_xingtag_without_frames_field.mp3", 0, V1, 3, 44100, Joint, "o", 128000, 0, kNoCount},
+        {"mpeg/mpeg25_11k_mono_cbr_ffe3.mp3", 19, V25, 3, 11025, Mono, "o", 16000, 0, kNoSummary},
+        {"mpeg/mpeg25_12k_vbr_xing_silence.mp3", 80, V25, 3, 12000, Joint, "o", kVaries, 0, 80},
+        {"mpeg/mpeg25_8k_single_frame_72bytes.mp3", 1, V25, 3, 8000, Mono, "o", 8000, 0, kNoSummary},
+        {"mpeg/mpeg25_8k_vbr_xing.mp3", 4, V25, 3, 8000, Joint, "o", 8000, 0, 4},
+        {"id3v1/id3v10_after_mpeg25_xing.mp3", 5, V25, 3, 12000, Joint, "o", 8000, 0, 5},
+        {"id3v1/id3v10_title_exactly_30_chars.mp3", 24, V1, 3, 44100, Joint, "", kVaries, 0, 1278},
+        {"id3v1/id3v11_ms932_dbcs.mp3", 3, V25, 3, 8000, Joint, "o", 8000, 0, kNoSummary},
+        {"id3v1/id3v11_on_layer2_with_id3v23.mp2", 20, V1, 2, 44100, Stereo, "o", 128000, 654, kNoSummary},
+        {"id3v1/id3v11_space_padded_audio_crc.mp3", 94, V1, 3, 44100, Mono, "c", 128000, 0, kNoSummary},
+        {"id3v1/id3v11_with_id3v24.mp3", 5, V1, 3, 44100, Joint, "", 160000, 2225, kNoSummary},
+        {"lyrics3/l3v2_ind_crc_id3v1.mp3", 54, V1, 3, 44100, Stereo, "o", 192000, 653, kNoSummary},
+        {"lyrics3/l3v2_ind_eal_ear_ett_apev2_id3v1.mp3", 75, V1, 3, 44100, Joint, "cpo", 192000, 2491, kNoSummary},
+        {"lyrics3/l3v2_ind_ett_apev2_id3v1.mp3", 9, V1, 3, 44100, Joint, "o", kVaries, 50330, 7397},
+        {"lyrics3/l3v2_ind_emptylyr_at_eof_no_id3v1.mp3", 4, V1, 3, 44100, Joint, "o", kVaries, 213, 4},
+        {"lyrics3/l3v2_after_apev2_no_id3v1.mp3", 4, V1, 3, 44100, Joint, "o", kVaries, 213, 4},
+    };
+    if (!test::ReadBytes(test::kCorpusDir + "/MANIFEST.md")) GTEST_SKIP() << "no corpus at " << test::kCorpusDir;
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.file);
+        const auto bytes = test::ReadBytes(test::kCorpusDir + "/" + row.file);
+        ASSERT_TRUE(bytes);
+        const auto facts = ScanMpegAudio(*bytes);
+        ASSERT_TRUE(facts);
+        EXPECT_EQ(facts->totalFrames, row.frames);
+        EXPECT_EQ(facts->header.version, row.version);
+        EXPECT_EQ(facts->header.layer, row.layer);
+        EXPECT_EQ(facts->header.frequency, row.hertz);
+        EXPECT_EQ(facts->header.mode, row.mode);
+        const std::string flags = row.flags;
+        EXPECT_EQ(facts->header.crc, flags.find('c') != std::string::npos);
+        EXPECT_EQ(facts->header.copyright, flags.find('p') != std::string::npos);
+        EXPECT_EQ(facts->header.original, flags.find('o') != std::string::npos);
+        EXPECT_EQ(facts->header.FreeFormat(), row.bitRate == kFree);
+        EXPECT_EQ(facts->variableBitRate, row.bitRate == kVaries);
+        if (row.bitRate > 0) {
+            EXPECT_EQ(facts->bitRate, row.bitRate);
+        }
+        EXPECT_EQ(facts->firstFrameOffset, row.first);
+        EXPECT_EQ(facts->vbr.has_value(), row.summaryFrames != kNoSummary);
+        if (facts->vbr && row.summaryFrames >= 0) {
+            EXPECT_EQ(facts->vbr->frames, static_cast<std::uint32_t>(row.summaryFrames));
+        }
+        if (facts->vbr && row.summaryFrames == kNoCount) {
+            EXPECT_FALSE(facts->vbr->frames);
+        }
+    }
+    for (const char* none : {"mpeg/not_mpeg_5_ascii_bytes.mp3", "mpeg/id3v2_only_no_audio.mp3",
+                             "id3v1/id3v11_latin1_track12_no_audio.mp3"}) {
+        EXPECT_FALSE(ScanMpegAudio(test::ReadBytes(test::kCorpusDir + "/" + none).value_or(""))) << none;
+    }
+}
+
+// Files made by lame and ffmpeg at build time, against what ffprobe reports for the same files.
+TEST(MpegStreamFactsOnGeneratedFiles, AgreeWithFfprobe) {
+    std::ifstream expectations(test::kMpegFixturesDir + "/expectations.txt");
+    if (!expectations) GTEST_SKIP() << "no generated files in " << test::kMpegFixturesDir;
+    std::string line;
+    int files = 0;
+    while (std::getline(expectations, line)) {
+        if (line.rfind("missing ", 0) == 0) GTEST_SKIP() << line;
+        std::map<std::string, std::string> probe;
+        std::istringstream words(line);
+        for (std::string word; words >> word;) {
+            const std::size_t eq = word.find('=');
+            probe[word.substr(0, eq)] = word.substr(eq + 1);
+        }
+        SCOPED_TRACE(line);
+        const auto bytes = test::ReadBytes(test::kMpegFixturesDir + "/" + probe["file"]);
+        ASSERT_TRUE(bytes);
+        const auto facts = ScanMpegAudio(*bytes);
+        ASSERT_TRUE(facts);
+        // ffprobe's packets are the frames in the file; its decoded frames may leave out a last frame that
+        // holds nothing but the encoder's padding.
+        EXPECT_EQ(facts->totalFrames, std::stoul(probe["nb_read_packets"]));
+        EXPECT_LE(std::stoul(probe["nb_read_frames"]), facts->totalFrames);
+        EXPECT_EQ(facts->header.frequency, std::stoi(probe["sample_rate"]));
+        EXPECT_EQ(facts->header.mode == ChannelMode::Mono ? 1 : 2, std::stoi(probe["channels"]));
+        EXPECT_EQ(static_cast<int>(facts->header.mode), std::stoi(probe["mode"]));
+        EXPECT_EQ(facts->header.crc, probe["crc"] == "1");
+        EXPECT_EQ(facts->header.layer, probe["codec_name"] == "mp3" ? 3 : 2);
+        EXPECT_EQ(facts->bitRate, std::stoi(probe["bit_rate"]));
+        EXPECT_NEAR(facts->durationMs, std::stod(probe["duration"]) * 1000, 0.5);
+        ++files;
+    }
+    EXPECT_GE(files, 15);
+}
+
+}  // namespace
+}  // namespace lumora

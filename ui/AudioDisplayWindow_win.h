@@ -1,0 +1,33 @@
+#pragma once
+// The audio display of decoder 1: a spectrum of what is sounding, in the "音频\歌词显示" window.
+#include <windows.h>
+
+#include <array>
+
+#include "playback/Spectrum.h"
+
+namespace lumora {
+
+class AudioDisplayWindow {
+public:
+    AudioDisplayWindow() = default;
+    AudioDisplayWindow(const AudioDisplayWindow&) = delete;
+    AudioDisplayWindow& operator=(const AudioDisplayWindow&) = delete;
+
+    bool Create(HWND owner);
+    HWND Handle() const { return hwnd_; }
+    void Show();
+    void Toggle();
+    bool Visible() const { return hwnd_ && IsWindowVisible(hwnd_); }
+    void SetBands(const std::array<float, kSpectrumBands>& bands);
+
+private:
+    static LRESULT CALLBACK WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp);
+    void Paint(HDC dc);
+
+    HWND hwnd_ = nullptr;
+    HWND owner_ = nullptr;
+    std::array<float, kSpectrumBands> bands_{};
+};
+
+}  // namespace lumora
