@@ -110,7 +110,6 @@ private:
     int queued_ = 0;                 // buffers at the sound card
     bool queuedIds_[kBuffers] = {};
     std::string pcm_[kBuffers];
-    int sounding_ = -1;              // the oldest queued buffer
     std::vector<int> order_;         // queued buffer ids, oldest first
 };
 
