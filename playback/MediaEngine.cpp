@@ -199,6 +199,7 @@ void MediaEngine::CloseAll() {
     kind_ = MediaKind::None;
     videoCaption_ = "当前媒体不为视频";
     info_ = {};
+    picture_ = {};
     commands_.CloseAll();
 }
 
@@ -223,6 +224,7 @@ OpenResult MediaEngine::OpenDispatch(const std::string& path, WindowId videoWind
     const long long cy = commands_.PictureSize(kMovieAlias, "cy");
     if (!Play("", "")) return OpenResult::CannotPlay;
     const bool video = cx > 0 && cy > 0;
+    picture_ = video ? PixelRect{0, 0, static_cast<long>(cx), static_cast<long>(cy)} : PixelRect{};
     if (video) {
         PlacePicture(videoWindow);
         videoCaption_ = "该媒体文件为视频";

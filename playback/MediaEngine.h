@@ -113,6 +113,8 @@ public:
     OpenResult OpenDispatch(const std::string& path, WindowId videoWindow, bool decoder1);
 
     const std::string& VideoCaption() const { return videoCaption_; }
+    // The picture's own size as the device reported it at open; 0 x 0 for audio.
+    PixelRect Picture() const { return picture_; }
     const VideoInfo& Info() const { return info_; }
 
     // CD audio stops and closes its device here (set by the CD module).
@@ -123,6 +125,7 @@ private:
     EngineState state_;
     MediaKind kind_ = MediaKind::None;
     std::string videoCaption_ = "当前媒体不为视频";
+    PixelRect picture_;
     VideoInfo info_;
 };
 

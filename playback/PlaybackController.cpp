@@ -150,6 +150,7 @@ void PlaybackController::OpenAndPlay(const std::string& path) {
     texts_.totalTime = "总时：" + (length > 0 ? FormatTime(length) : std::string("N/A"));
     texts_.progress = 0;
     Show();
+    deps_.view.FileOpened(path);
 }
 
 void PlaybackController::CannotPlay(const std::string& path) {

@@ -49,6 +49,8 @@ class PlaybackView {
 public:
     virtual ~PlaybackView() = default;
     virtual void ShowPlayback(const PlaybackTexts& texts) = 0;
+    // A file has just been opened and plays (the video window and the stream panel follow it).
+    virtual void FileOpened(const std::string& path) = 0;
 };
 
 struct PlaybackDeps {

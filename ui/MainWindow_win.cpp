@@ -6,6 +6,7 @@
 #include "platform/FileSystem.h"
 #include "platform/WinText.h"
 #include "playback/TransportTexts.h"
+#include "playback/VideoSizing.h"
 #include "settings/IniFiles.h"
 #include "settings/RegistryWrapper.h"
 #include "ui/ControlIds.h"
@@ -245,7 +246,12 @@ void MainWindow::OnCreate() {
 void MainWindow::LoadSequence(const std::string& argument) {
     playlist_.Create(*this, hwnd_);
     display_.Create(hwnd_);
-    decoder2_.SetVideoWindow(reinterpret_cast<UINT_PTR>(hwnd_));
+    video_.Create(hwnd_);
+    video_.onResize = [this](long width, long height) {
+        if (engine_.Picture().width > 0) engine_.PlacePicture(reinterpret_cast<UINT_PTR>(video_.Handle()),
+                                                              PixelRect{0, 0, width, height});
+    };
+    decoder2_.SetVideoWindow(reinterpret_cast<UINT_PTR>(video_.Handle()));
     LoadSettings(settings_, services_.registry, ScreenInTwips());
     ApplyOsOverrides(settings_, osCode_);
     if (settings_.Number("Vol")) {
@@ -333,6 +339,25 @@ void MainWindow::ShowPlayback(const PlaybackTexts& t) {
     tips_.Set(GetDlgItem(hwnd_, IDC_MAIN_VOLUME), t.volumeTip);
     tips_.Set(GetDlgItem(hwnd_, IDC_MAIN_SEGMENT), t.segmentTip);
     UpdateTimers();
+}
+
+void MainWindow::FileOpened(const std::string&) {
+    const PixelRect picture = engine_.Picture();
+    if (player_.UsingDecoder1() || picture.width <= 0 || picture.height <= 0) {
+        // "当播放“音频”文件时自动关闭视频窗口"
+        if (settings_.IsOn("L51")) video_.Hide();
+        return;
+    }
+    if (settings_.IsOn("L67")) return;  // "播放“视频”文件时不弹出视频窗口"
+    RECT work;
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+    const VideoPlacement place =
+        PlaceVideo(picture.width, picture.height, work.right - work.left, work.bottom - work.top, settings_);
+    switch (place.kind) {
+        case VideoPlacement::Kind::FullScreen: video_.ShowFullScreen(); break;
+        case VideoPlacement::Kind::Size: video_.ShowSized(place.width, place.height); break;
+        case VideoPlacement::Kind::Keep: video_.ShowAsIs(); break;
+    }
 }
 
 void MainWindow::UpdateTimers() {

@@ -20,6 +20,7 @@
 #include "ui/AudioDisplayWindow_win.h"
 #include "ui/PlaylistWindow_win.h"
 #include "ui/TooltipClient_win.h"
+#include "ui/VideoWindow_win.h"
 
 namespace lumora {
 
@@ -54,6 +55,7 @@ public:
 
     // PlaybackView
     void ShowPlayback(const PlaybackTexts& texts) override;
+    void FileOpened(const std::string& path) override;
 
     // The open-argument operation: a file, a folder or a drive root, as the command line or a
     // second instance named it.
@@ -97,6 +99,7 @@ private:
     bool volumeTimerOn_ = false;
     PlaylistWindow playlist_;
     AudioDisplayWindow display_;
+    VideoWindow video_;
     bool displayTimerOn_ = false;
     TooltipClient tips_;
     std::string osCode_;

@@ -70,7 +70,9 @@ public:
 class RecordingView : public PlaybackView {
 public:
     void ShowPlayback(const PlaybackTexts& t) override { last = t; }
+    void FileOpened(const std::string& path) override { opened.push_back(path); }
     PlaybackTexts last;
+    std::vector<std::string> opened;
 };
 
 class FakeVolume : public VolumeControl {

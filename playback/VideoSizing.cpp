@@ -1,0 +1,31 @@
+#include "playback/VideoSizing.h"
+
+#include <cmath>
+
+#include "settings/SettingsStore.h"
+
+namespace lumora {
+
+double VideoScale(int index) {
+    static constexpr std::array<double, 20> kScales = {1.0,  0.5,  0.75, 1.25, 1.5, 1.75, 2.0,  2.25, 2.5,  2.75,
+                                                      3.0,  3.25, 3.5,  3.75, 4.0, 4.25, 4.5,  4.75, 5.0,  0.25};
+    return index >= 0 && index < static_cast<int>(kScales.size()) ? kScales[static_cast<size_t>(index)] : 1.0;
+}
+
+VideoPlacement PlaceVideo(long pictureWidth, long pictureHeight, long screenWidth, long screenHeight,
+                          const SettingsStore& settings) {
+    const long long l45 = settings.Number("L45").value_or(1);
+    if (l45 == 0) return {VideoPlacement::Kind::FullScreen};
+    if (l45 == 2 || pictureWidth <= 0 || pictureHeight <= 0) return {VideoPlacement::Kind::Keep};
+    const double scale = VideoScale(static_cast<int>(settings.Number("L46").value_or(0)));
+    const long width = std::lround(static_cast<double>(pictureWidth) * scale);
+    const long height = std::lround(static_cast<double>(pictureHeight) * scale);
+    if (width <= screenWidth && height <= screenHeight) return {VideoPlacement::Kind::Size, width, height};
+    switch (settings.Number("L47").value_or(1)) {
+        case 0: return {VideoPlacement::Kind::FullScreen};
+        case 2: return {VideoPlacement::Kind::Keep};
+        default: return {VideoPlacement::Kind::Size, pictureWidth, pictureHeight};
+    }
+}
+
+}  // namespace lumora
