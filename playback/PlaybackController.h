@@ -72,6 +72,9 @@ public:
     bool IsOpen() const { return decoder_ != nullptr; }
     bool IsPlaying() const { return texts_.playCaption == "暂停"; }
     // Decoder 1 (the audio player, with the audio display) holds the current file.
+    // The current position, -1 when nothing is open.
+    long long PositionMs() const { return decoder_ ? decoder_->PositionMs() : -1; }
+    long long LengthMs() const { return decoder_ ? decoder_->LengthMs() : -1; }
     bool UsingDecoder1() const { return decoder_ != nullptr && decoder_ == deps_.decoder1; }
 
     // Opens the queue's current entry (its full path) and plays it.

@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "mediainfo/StreamPanel.h"
 #include "playback/Spectrum.h"
 
 namespace lumora {
@@ -20,6 +21,8 @@ public:
     void Toggle();
     bool Visible() const { return hwnd_ && IsWindowVisible(hwnd_); }
     void SetBands(const std::array<float, kSpectrumBands>& bands);
+    // The tag and stream panel beside the spectrum.
+    void SetStreamTexts(const StreamPanelTexts& texts);
 
 private:
     static LRESULT CALLBACK WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp);

@@ -57,6 +57,18 @@ inline constexpr int IDM_PLAYLIST_MOVE = 1252;
 inline constexpr int IDM_PLAYLIST_FIND = 1253;
 inline constexpr int IDM_PLAYLIST_PLAY = 1254;
 
+// Audio display window (the tag and stream panel): 1400-1449.
+inline constexpr int IDC_STREAM_TITLE = 1401;
+inline constexpr int IDC_STREAM_BIT_RATE = 1402;
+inline constexpr int IDC_STREAM_FREQUENCY = 1403;
+inline constexpr int IDC_STREAM_LAYER = 1404;
+inline constexpr int IDC_STREAM_TOTAL_FRAMES = 1405;
+inline constexpr int IDC_STREAM_FRAMES_READ = 1406;
+inline constexpr int IDC_STREAM_FLAGS = 1407;
+inline constexpr int IDC_STREAM_MPEG = 1408;
+inline constexpr int IDC_STREAM_MS_PER_FRAME = 1409;
+inline constexpr int IDC_STREAM_TOTAL_TIME = 1410;
+
 // Splash window: 1300-1349.
 inline constexpr int IDC_SPLASH_OS = 1301;
 

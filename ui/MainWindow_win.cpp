@@ -96,7 +96,8 @@ MainWindow::MainWindow(MainWindowServices services)
       queue_(services.prompts, services.files, *this),
       decoder1_(services.files, acm_, waveOut_),
       player_({queue_, settings_, services.prompts, decoder2_, &decoder1_, volume_, *this,
-               [] { return static_cast<double>(GetTickCount() % 1000003) / 1000003.0; }}) {}
+               [] { return static_cast<double>(GetTickCount() % 1000003) / 1000003.0; }}),
+      stream_(services.files) {}
 
 MainWindow::~MainWindow() {
     if (hwnd_) DestroyWindow(hwnd_);
@@ -341,7 +342,9 @@ void MainWindow::ShowPlayback(const PlaybackTexts& t) {
     UpdateTimers();
 }
 
-void MainWindow::FileOpened(const std::string&) {
+void MainWindow::FileOpened(const std::string& path) {
+    stream_.Opened(path, player_.LengthMs());
+    display_.SetStreamTexts(stream_.Texts());
     const PixelRect picture = engine_.Picture();
     if (player_.UsingDecoder1() || picture.width <= 0 || picture.height <= 0) {
         // "当播放“音频”文件时自动关闭视频窗口"
@@ -439,6 +442,8 @@ void MainWindow::OnCommand(int id) {
 void MainWindow::OnTimer(UINT_PTR id) {
     if (id == kProgressTimer) {
         player_.ProgressTick();
+        stream_.Progress(player_.PositionMs());
+        display_.SetStreamTexts(stream_.Texts());
         return;
     }
     if (id == kDisplayTimer) {

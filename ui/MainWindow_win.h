@@ -15,6 +15,7 @@
 #include "playback/EngineDecoder.h"
 #include "playback/MediaEngine.h"
 #include "playback/PlaybackController.h"
+#include "playback/StreamPanelFeed.h"
 #include "playlist/QueueController.h"
 #include "settings/SettingsStore.h"
 #include "ui/AudioDisplayWindow_win.h"
@@ -100,6 +101,7 @@ private:
     PlaylistWindow playlist_;
     AudioDisplayWindow display_;
     VideoWindow video_;
+    StreamPanelFeed stream_;
     bool displayTimerOn_ = false;
     TooltipClient tips_;
     std::string osCode_;

@@ -1,0 +1,29 @@
+#pragma once
+// Keeps the tag and stream panel in step with playback: reset and filled when a file opens (from
+// our own frame walk and the file's ID3v1 tag), frames read on every progress tick.
+#include <optional>
+#include <string>
+
+#include "mediainfo/MpegAudioParser.h"
+#include "mediainfo/StreamPanel.h"
+
+namespace lumora {
+
+class FileSystem;
+
+class StreamPanelFeed {
+public:
+    explicit StreamPanelFeed(FileSystem& fs) : fs_(fs) {}
+
+    const StreamPanelTexts& Texts() const { return texts_; }
+    void Opened(const std::string& path, long long lengthMs);
+    void Progress(long long positionMs);
+    void Reset();
+
+private:
+    FileSystem& fs_;
+    StreamPanelTexts texts_;
+    std::optional<MpegStreamFacts> facts_;
+};
+
+}  // namespace lumora

@@ -1,0 +1,58 @@
+#include <gtest/gtest.h>
+
+#include "playback/StreamPanelFeed.h"
+#include "support/Fakes.h"
+
+namespace lumora {
+namespace {
+
+// MPEG-1 layer III, 128 kbit/s, 44.1 kHz, stereo: 417-byte frames of 1152 samples.
+std::string Frames(int count) {
+    std::string frame(417, '\0');
+    frame[0] = '\xFF';
+    frame[1] = '\xFB';
+    frame[2] = '\x90';
+    frame[3] = '\x64';
+    std::string out;
+    for (int i = 0; i < count; ++i) out += frame;
+    return out;
+}
+
+std::string Tag(const std::string& title) {
+    std::string tag = "TAG" + title;
+    tag.resize(128, '\0');
+    return tag;
+}
+
+TEST(StreamPanelFeed, OpenFillsFromTheFileAndProgressCountsFrames) {
+    test::FakeFileSystem fs;
+    fs.files["D:\\a.mp3"] = Frames(100) + Tag("Song");
+    StreamPanelFeed feed(fs);
+    feed.Opened("D:\\a.mp3", 2612);
+    const StreamPanelTexts& t = feed.Texts();
+    EXPECT_NE(t.bitRate, StreamPanelTexts().bitRate);
+    EXPECT_NE(t.bitRate.find("128"), std::string::npos);
+    EXPECT_NE(t.totalFrames.find("100"), std::string::npos);
+    EXPECT_NE(t.title.find("Song"), std::string::npos);
+    EXPECT_EQ(t.totalTime, "总时：00:00:02");
+    feed.Progress(1000);  // about 38 frames of 26.1 ms
+    EXPECT_NE(feed.Texts().framesRead.find("38"), std::string::npos) << feed.Texts().framesRead;
+    feed.Reset();
+    EXPECT_EQ(feed.Texts(), StreamPanelTexts());
+}
+
+TEST(StreamPanelFeed, FilesWithoutMpegAudioKeepTheResetTexts) {
+    test::FakeFileSystem fs;
+    fs.files["D:\\v.avi"] = "RIFF....AVI LIST";
+    StreamPanelFeed feed(fs);
+    feed.Opened("D:\\v.avi", -1);
+    StreamPanelTexts expected;
+    ResetStreamPanel(expected);
+    ShowTagLine(expected, std::nullopt);
+    EXPECT_EQ(feed.Texts(), expected);
+    feed.Progress(5000);
+    EXPECT_EQ(feed.Texts(), expected);
+}
+
+}  // namespace
+}  // namespace lumora
