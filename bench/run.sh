@@ -8,3 +8,6 @@ echo "== host (Google Benchmark)"
 build/host/bench/lumora_queue_bench --benchmark_min_time=0.2
 echo "== under Wine"
 scripts/wine-env.sh run bash -c 'cd build/win64 && wine bench/lumora_startup_bench.exe "Z:$PWD/Lumora.exe" "Z:$PWD/bench/lumora_floor_window.exe"'
+scripts/make-demo.sh build/demo >/dev/null
+echo "== playback (10 s tone), under Wine, in one run"
+scripts/wine-env.sh run bench/playback.sh build/win64
