@@ -229,6 +229,24 @@ TEST_P(SoundPlayback, UnplayableFileUnderL16) {
     EXPECT_EQ(WaitForControlText(main_, IDC_MAIN_STATUS_LINE, "该文件无法播放..."), "该文件无法播放...");
 }
 
+TEST_P(SoundPlayback, BrokenFilesWithMediaNamesNeverStopThePlayer) {
+    ASSERT_NE(Start("\\worse"), nullptr);
+    ASSERT_TRUE(WaitFor([&] { return ListLines(list_, IDC_PLAYLIST_LINES).size() == 6; }));
+    // Each one either plays what it holds or is skipped; in the end the queue has been gone through
+    // and the window still answers.
+    EXPECT_TRUE(WaitFor([&] { return ControlText(main_, IDC_MAIN_PLAY) == "播放"; }, 20000));
+    DWORD_PTR answer = 0;
+    EXPECT_NE(SendMessageTimeoutW(main_, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 5000, &answer), 0);
+    DWORD code = 0;
+    EXPECT_FALSE(process_.WaitForExit(0, &code)) << "Lumora ended with " << code;
+    for (size_t i = 0; i < 6; ++i) {
+        PlayLine(static_cast<int>(i) + 1);
+        Sleep(300);
+    }
+    EXPECT_NE(SendMessageTimeoutW(main_, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 5000, &answer), 0);
+    EXPECT_FALSE(process_.WaitForExit(0, &code));
+}
+
 TEST_P(SoundPlayback, UnplayableFileGoesOnToTheNext) {
     ASSERT_NE(Start("\\bad"), nullptr);
     ASSERT_TRUE(WaitFor([&] { return ListLines(list_, IDC_PLAYLIST_LINES).size() == 3; }));

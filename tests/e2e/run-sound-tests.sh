@@ -20,6 +20,14 @@ mkdir -p "$work/media/bad"
 echo "this is not audio" > "$work/media/bad/0-broken.mp3"
 cp "$work/media/tones/tone1.mp3" "$work/media/bad/1-good.mp3"
 cp "$work/media/tones/tone2.mp3" "$work/media/bad/2-good.mp3"
+# Files with media names and no playable content.
+mkdir -p "$work/media/worse"
+: > "$work/media/worse/empty.mp3"
+head -c 100000 /dev/zero > "$work/media/worse/zeros.mp3"
+head -c 100000 /dev/urandom > "$work/media/worse/random.wav"
+head -c 3000 "$work/media/long.mp3" > "$work/media/worse/truncated.mp3"
+head -c 50000 /dev/urandom > "$work/media/worse/noise.avi"
+echo "plain text" > "$work/media/worse/text.mid"
 
 # The null sink renders only while something plays into it; a stream of zeros keeps it running,
 # so the recording's clock is the wall clock the driver marks its stretches with.
