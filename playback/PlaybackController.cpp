@@ -99,9 +99,12 @@ std::string PlaybackController::FormatTime(long long ms) {
     return buf;
 }
 
-Decoder& PlaybackController::ChosenDecoder() {
-    // "L25" "0" is decoder 1; anything else the media engine.
-    if (deps_.settings.Text("L25") == "0" && deps_.decoder1) return *deps_.decoder1;
+Decoder& PlaybackController::ChosenDecoder(const std::string& path) {
+    // "L25" "0" is decoder 1, for the MPEG audio it plays; everything else goes to the media engine.
+    std::string ending = path.size() >= 4 ? path.substr(path.size() - 4) : path;
+    for (auto& c : ending) c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+    const bool mpegAudio = ending == ".mp1" || ending == ".mp2" || ending == ".mp3";
+    if (mpegAudio && deps_.settings.Text("L25") == "0" && deps_.decoder1) return *deps_.decoder1;
     return deps_.decoder2;
 }
 
@@ -128,7 +131,7 @@ void PlaybackController::OpenAndPlay(const std::string& path) {
     texts_.segmentTip = std::string(kSegmentIdleTip);
     RefreshModeLabel();
 
-    Decoder* chosen = &ChosenDecoder();
+    Decoder* chosen = &ChosenDecoder(path);
     bool opened = chosen->Open(path);
     // A file the audio player cannot decode goes to the media engine.
     if (!opened && chosen != &deps_.decoder2) {

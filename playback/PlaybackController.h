@@ -117,7 +117,7 @@ public:
 
 private:
     enum class Direction { First, Back, Forward, Remembered };
-    Decoder& ChosenDecoder();
+    Decoder& ChosenDecoder(const std::string& path);
     void ChooseAndPlay(Direction direction);
     bool PlayIndex(int index);
     void CannotPlay(const std::string& name);

@@ -345,6 +345,11 @@ void MainWindow::ShowPlayback(const PlaybackTexts& t) {
 void MainWindow::FileOpened(const std::string& path) {
     stream_.Opened(path, player_.LengthMs());
     display_.SetStreamTexts(stream_.Texts());
+    if (engine_.Kind() == MediaKind::Picture && !player_.UsingDecoder1()) {
+        video_.ShowPicture(path);
+        return;
+    }
+    video_.ClearPicture();
     const PixelRect picture = engine_.Picture();
     if (player_.UsingDecoder1() || picture.width <= 0 || picture.height <= 0) {
         // "当播放“音频”文件时自动关闭视频窗口"

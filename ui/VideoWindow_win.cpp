@@ -1,5 +1,11 @@
 #include "ui/VideoWindow_win.h"
 
+#include <olectl.h>
+
+#include "platform/WinText.h"
+
+#include <algorithm>
+
 namespace lumora {
 namespace {
 
@@ -66,7 +72,52 @@ void VideoWindow::ShowAsIs() {
 
 void VideoWindow::Hide() {
     LeaveFullScreen();
+    ClearPicture();
     ShowWindow(hwnd_, SW_HIDE);
+}
+
+void VideoWindow::ClearPicture() {
+    if (picture_) picture_->Release();
+    picture_ = nullptr;
+    if (hwnd_) InvalidateRect(hwnd_, nullptr, TRUE);
+}
+
+bool VideoWindow::ShowPicture(const std::string& path) {
+    ClearPicture();
+    std::wstring wide = Widen(path);
+    void* raw = nullptr;
+    if (FAILED(OleLoadPicturePath(wide.data(), nullptr, 0, 0, IID_IPicture, &raw)) || !raw) return false;
+    picture_ = static_cast<IPicture*>(raw);
+    OLE_XSIZE_HIMETRIC w = 0;
+    OLE_YSIZE_HIMETRIC h = 0;
+    picture_->get_Width(&w);
+    picture_->get_Height(&h);
+    HDC dc = GetDC(hwnd_);
+    const long px = MulDiv(w, GetDeviceCaps(dc, LOGPIXELSX), 2540);
+    const long py = MulDiv(h, GetDeviceCaps(dc, LOGPIXELSY), 2540);
+    ReleaseDC(hwnd_, dc);
+    RECT work;
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+    ShowSized(std::min<long>(std::max<long>(px, 160), work.right - work.left - 40),
+              std::min<long>(std::max<long>(py, 120), work.bottom - work.top - 60));
+    InvalidateRect(hwnd_, nullptr, TRUE);
+    return true;
+}
+
+void VideoWindow::PaintPicture(HDC dc) {
+    if (!picture_) return;
+    RECT c;
+    GetClientRect(hwnd_, &c);
+    OLE_XSIZE_HIMETRIC w = 0;
+    OLE_YSIZE_HIMETRIC h = 0;
+    picture_->get_Width(&w);
+    picture_->get_Height(&h);
+    if (w <= 0 || h <= 0) return;
+    // Fit inside the window, keeping the picture's proportions.
+    const double scale = std::min(static_cast<double>(c.right) / w, static_cast<double>(c.bottom) / h);
+    const long dw = static_cast<long>(w * scale);
+    const long dh = static_cast<long>(h * scale);
+    picture_->Render(dc, (c.right - dw) / 2, (c.bottom - dh) / 2, dw, dh, 0, h, w, -h, nullptr);
 }
 
 LRESULT CALLBACK VideoWindow::WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
@@ -78,6 +129,7 @@ LRESULT CALLBACK VideoWindow::WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp)
     switch (msg) {
         case WM_SIZE:
             if (self && self->onResize) self->onResize(LOWORD(lp), HIWORD(lp));
+            InvalidateRect(hwnd, nullptr, TRUE);
             return 0;
         case WM_LBUTTONDBLCLK:
             // A double click toggles full screen, as in every player.
@@ -86,6 +138,13 @@ LRESULT CALLBACK VideoWindow::WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp)
         case WM_KEYDOWN:
             if (self && wp == VK_ESCAPE) self->LeaveFullScreen();
             return 0;
+        case WM_PAINT: {
+            PAINTSTRUCT ps;
+            HDC dc = BeginPaint(hwnd, &ps);
+            if (self) self->PaintPicture(dc);
+            EndPaint(hwnd, &ps);
+            return 0;
+        }
         case WM_CLOSE: ShowWindow(hwnd, SW_HIDE); return 0;
     }
     return DefWindowProcW(hwnd, msg, wp, lp);

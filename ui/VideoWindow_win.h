@@ -2,7 +2,10 @@
 // The video window: MCI draws the picture as its child; it keeps the picture filling it.
 #include <windows.h>
 
+#include <ocidl.h>
+
 #include <functional>
+#include <string>
 
 namespace lumora {
 
@@ -19,6 +22,9 @@ public:
     void ShowFullScreen();
     void ShowAsIs();
     void Hide();
+    // A still picture (BMP, JPEG, GIF, WMF, EMF, icon, cursor) drawn to fit; false when it cannot be read.
+    bool ShowPicture(const std::string& path);
+    void ClearPicture();
     // Called with the new client size whenever it changes.
     std::function<void(long width, long height)> onResize;
 
@@ -29,6 +35,8 @@ private:
     HWND hwnd_ = nullptr;
     HWND owner_ = nullptr;
     bool fullScreen_ = false;
+    IPicture* picture_ = nullptr;
+    void PaintPicture(HDC dc);
     RECT normal_{};
 };
 

@@ -219,6 +219,29 @@ TEST_P(SoundPlayback, SpeedSliderAndItsDoubleClickReset) {
     EXPECT_TRUE(WaitFor([&] { return SendMessageW(slider, TBM_GETPOS, 0, 0) == 100; }));
 }
 
+TEST_P(SoundPlayback, VideoOpensItsWindowAtThePicturesSize) {
+    ASSERT_NE(Start("\\clip.avi"), nullptr);
+    ASSERT_TRUE(Playing());
+    HWND video = WaitForWindow(process_.Id(), L"LumoraVideo");
+    ASSERT_NE(video, nullptr);
+    EXPECT_TRUE(WaitFor([&] { return IsWindowVisible(video) != FALSE; }));
+    RECT r;
+    GetClientRect(video, &r);
+    EXPECT_EQ(r.right, 320);  // "L45" 1 and "L46" 0 (原始大小) at start
+    EXPECT_EQ(r.bottom, 240);
+    Sleep(300);
+    Hold("sound", 600, Label("video"));
+}
+
+TEST_P(SoundPlayback, StillPictureShowsInTheVideoWindow) {
+    ASSERT_NE(Start("\\picture.jpg"), nullptr);
+    HWND video = WaitForWindow(process_.Id(), L"LumoraVideo");
+    ASSERT_NE(video, nullptr);
+    EXPECT_TRUE(WaitFor([&] { return IsWindowVisible(video) != FALSE; }));
+    EXPECT_EQ(Title(), "picture.jpg");
+    EXPECT_NE(ControlText(main_, IDC_MAIN_STATUS_LINE), "该文件无法播放...");
+}
+
 TEST_P(SoundPlayback, UnplayableFileUnderL16) {
     StoreOption("L16", "1");
     ASSERT_NE(Start("\\bad\\0-broken.mp3"), nullptr);

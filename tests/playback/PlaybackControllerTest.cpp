@@ -187,6 +187,33 @@ TEST(PlaybackController, RepeatOneReplaysFromTheStart) {
     EXPECT_EQ(r.view.last.playCaption, "暂停");
 }
 
+TEST(PlaybackController, DecoderOneTakesMpegAudioOnlyAndFallsBack) {
+    test::FakePrompts prompts;
+    test::FakeFileSystem fs;
+    NullQueueView queueView;
+    QueueController queue{prompts, fs, queueView};
+    queue.Queue().Replace("D:\\m", {{"D:\\m\\a.MP3", "a.MP3"}, {"D:\\m\\v.avi", "v.avi"}, {"D:\\m\\b.mp2", "b.mp2"}});
+    SettingsStore settings;
+    settings.SetText("L25", "0");
+    FakeDecoder engine;
+    FakeDecoder audio;
+    audio.unplayable.insert("D:\\m\\b.mp2");  // the system cannot decode it
+    FakeVolume volume;
+    RecordingView view;
+    PlaybackController player({queue, settings, prompts, engine, &audio, volume, view, [] { return 0.0; }});
+    player.PlayEntry(1);
+    EXPECT_TRUE(player.UsingDecoder1());
+    player.PlayEntry(2);
+    EXPECT_FALSE(player.UsingDecoder1());
+    EXPECT_EQ(engine.opened.back(), "D:\\m\\v.avi");
+    player.PlayEntry(3);
+    EXPECT_FALSE(player.UsingDecoder1());
+    EXPECT_EQ(engine.opened.back(), "D:\\m\\b.mp2");
+    settings.SetText("L25", "1");  // takes effect with the next file
+    player.PlayEntry(1);
+    EXPECT_FALSE(player.UsingDecoder1());
+}
+
 TEST(PlaybackController, ModeLabelsAndLoopToggle) {
     Rig r(1);
     EXPECT_EQ(r.player.Texts().modeLabel, "播放方式：正常");
