@@ -5,6 +5,7 @@
 #include "platform/WinText.h"
 #include "ui/ControlIds.h"
 #include "ui/Theme_win.h"
+#include "ui/WindowClass_win.h"
 
 namespace lumora {
 namespace {
@@ -22,18 +23,7 @@ constexpr int kPanelIds[] = {ids::IDC_STREAM_TITLE,      ids::IDC_STREAM_BIT_RAT
 
 bool AudioDisplayWindow::Create(HWND owner) {
     owner_ = owner;
-    static bool registered = false;
-    if (!registered) {
-        WNDCLASSEXW wc{};
-        wc.cbSize = sizeof wc;
-        wc.lpfnWndProc = WndProc;
-        wc.hInstance = GetModuleHandleW(nullptr);
-        wc.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-        wc.hbrBackground = Theme::DisplayBrush();
-        wc.lpszClassName = kClass;
-        if (!RegisterClassExW(&wc)) return false;
-        registered = true;
-    }
+    if (!EnsureWindowClass(kClass, WndProc, Theme::DisplayBrush())) return false;
     RECT o;
     GetWindowRect(owner, &o);
     hwnd_ = CreateWindowExW(WS_EX_TOOLWINDOW, kClass, L"音频\\歌词显示", WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME,

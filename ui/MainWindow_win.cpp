@@ -13,6 +13,7 @@
 #include "ui/ImageButton_win.h"
 #include "ui/Prompts_win.h"
 #include "ui/Theme_win.h"
+#include "ui/WindowClass_win.h"
 
 namespace lumora {
 namespace {
@@ -46,22 +47,6 @@ LRESULT CALLBACK SpeedSliderProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
 constexpr int kClientWidth = 460;
 constexpr int kClientHeight = 248;
 
-struct ScreenTwips {
-    long long perPixelX;
-    long long perPixelY;
-};
-
-int Dpi(int index) {
-    HDC dc = GetDC(nullptr);
-    const int dpi = dc ? GetDeviceCaps(dc, index) : 96;
-    if (dc) ReleaseDC(nullptr, dc);
-    return dpi > 0 ? dpi : 96;
-}
-
-long long PixelsToTwipsX(long long px) { return px * 1440 / Dpi(LOGPIXELSX); }
-long long PixelsToTwipsY(long long px) { return px * 1440 / Dpi(LOGPIXELSY); }
-int TwipsToPixelsX(long long twips) { return static_cast<int>(twips * Dpi(LOGPIXELSX) / 1440); }
-int TwipsToPixelsY(long long twips) { return static_cast<int>(twips * Dpi(LOGPIXELSY) / 1440); }
 
 ScreenExtent ScreenInTwips() {
     return {PixelsToTwipsX(GetSystemMetrics(SM_CXSCREEN)), PixelsToTwipsY(GetSystemMetrics(SM_CYSCREEN))};
@@ -105,19 +90,7 @@ MainWindow::~MainWindow() {
 
 bool MainWindow::Create(const std::string& argument, const std::string& osCode) {
     osCode_ = osCode;
-    static bool registered = false;
-    if (!registered) {
-        WNDCLASSEXW wc{};
-        wc.cbSize = sizeof wc;
-        wc.lpfnWndProc = WndProc;
-        wc.hInstance = GetModuleHandleW(nullptr);
-        wc.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-        wc.hIcon = LoadIconW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(1));
-        wc.hbrBackground = Theme::BackgroundBrush();
-        wc.lpszClassName = kMainClass;
-        if (!RegisterClassExW(&wc)) return false;
-        registered = true;
-    }
+    if (!EnsureWindowClass(kMainClass, WndProc, Theme::BackgroundBrush())) return false;
     RECT r{0, 0, kClientWidth, kClientHeight};
     const DWORD style = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDREN;
     AdjustWindowRectEx(&r, style, FALSE, WS_EX_ACCEPTFILES);

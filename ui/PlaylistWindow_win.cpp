@@ -8,6 +8,7 @@
 #include "ui/ControlIds.h"
 #include "ui/MainWindow_win.h"
 #include "ui/Theme_win.h"
+#include "ui/WindowClass_win.h"
 
 namespace lumora {
 namespace {
@@ -18,30 +19,12 @@ using namespace ids;
 constexpr int kSnapPixels = 16;
 constexpr int kDefaultWidth = 300;
 
-int Dpi(int index) {
-    HDC dc = GetDC(nullptr);
-    const int dpi = dc ? GetDeviceCaps(dc, index) : 96;
-    if (dc) ReleaseDC(nullptr, dc);
-    return dpi > 0 ? dpi : 96;
-}
-
 }  // namespace
 
 bool PlaylistWindow::Create(MainWindow& main, HWND owner) {
     main_ = &main;
     owner_ = owner;
-    static bool registered = false;
-    if (!registered) {
-        WNDCLASSEXW wc{};
-        wc.cbSize = sizeof wc;
-        wc.lpfnWndProc = WndProc;
-        wc.hInstance = GetModuleHandleW(nullptr);
-        wc.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-        wc.hbrBackground = Theme::BackgroundBrush();
-        wc.lpszClassName = kPlaylistClass;
-        if (!RegisterClassExW(&wc)) return false;
-        registered = true;
-    }
+    if (!EnsureWindowClass(kPlaylistClass, WndProc, Theme::BackgroundBrush())) return false;
     RECT o;
     GetWindowRect(owner, &o);
     hwnd_ = CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_ACCEPTFILES, kPlaylistClass, Widen(kPlaylistTitle).c_str(),
@@ -168,8 +151,8 @@ void PlaylistWindow::Restore(const SettingsStore&, RegistryWrapper& registry) {
         FollowOwner();
         return;
     }
-    const int dpiX = Dpi(LOGPIXELSX);
-    const int dpiY = Dpi(LOGPIXELSY);
+    const int dpiX = ScreenDpiX();
+    const int dpiY = ScreenDpiY();
     RECT r{static_cast<int>(*left * dpiX / 1440), static_cast<int>(*top * dpiY / 1440),
            static_cast<int>((*left + *width) * dpiX / 1440), static_cast<int>((*top + *height) * dpiY / 1440)};
     // Only a place that is on a screen; otherwise the window docks again.
@@ -187,8 +170,8 @@ void PlaylistWindow::Restore(const SettingsStore&, RegistryWrapper& registry) {
 void PlaylistWindow::Save(RegistryWrapper& registry) {
     RECT r;
     GetWindowRect(hwnd_, &r);
-    const int dpiX = Dpi(LOGPIXELSX);
-    const int dpiY = Dpi(LOGPIXELSY);
+    const int dpiX = ScreenDpiX();
+    const int dpiY = ScreenDpiY();
     const std::pair<const char*, long long> values[] = {
         {"F4L", 1LL * r.left * 1440 / dpiX},
         {"F4T", 1LL * r.top * 1440 / dpiY},

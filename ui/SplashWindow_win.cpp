@@ -3,6 +3,7 @@
 #include "platform/WinText.h"
 #include "ui/ControlIds.h"
 #include "ui/Theme_win.h"
+#include "ui/WindowClass_win.h"
 
 namespace lumora {
 namespace {
@@ -16,18 +17,7 @@ constexpr int kHeight = 170;
 SplashWindow::~SplashWindow() { Close(); }
 
 bool SplashWindow::Create() {
-    static bool registered = false;
-    if (!registered) {
-        WNDCLASSEXW wc{};
-        wc.cbSize = sizeof wc;
-        wc.lpfnWndProc = WndProc;
-        wc.hInstance = GetModuleHandleW(nullptr);
-        wc.hCursor = LoadCursorW(nullptr, IDC_APPSTARTING);
-        wc.hbrBackground = Theme::BackgroundBrush();
-        wc.lpszClassName = ids::kSplashClass;
-        if (!RegisterClassExW(&wc)) return false;
-        registered = true;
-    }
+    if (!EnsureWindowClass(ids::kSplashClass, WndProc, Theme::BackgroundBrush(), IDC_APPSTARTING)) return false;
     RECT work;
     SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
     const int x = work.left + ((work.right - work.left) - kWidth) / 2;

@@ -2,9 +2,10 @@
 
 #include <olectl.h>
 
-#include "platform/WinText.h"
-
 #include <algorithm>
+
+#include "platform/WinText.h"
+#include "ui/WindowClass_win.h"
 
 namespace lumora {
 namespace {
@@ -17,18 +18,8 @@ constexpr DWORD kFramed = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | W
 
 bool VideoWindow::Create(HWND owner) {
     owner_ = owner;
-    static bool registered = false;
-    if (!registered) {
-        WNDCLASSEXW wc{};
-        wc.cbSize = sizeof wc;
-        wc.style = CS_DBLCLKS;
-        wc.lpfnWndProc = WndProc;
-        wc.hInstance = GetModuleHandleW(nullptr);
-        wc.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-        wc.hbrBackground = static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH));
-        wc.lpszClassName = kClass;
-        if (!RegisterClassExW(&wc)) return false;
-        registered = true;
+    if (!EnsureWindowClass(kClass, WndProc, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)), IDC_ARROW, CS_DBLCLKS)) {
+        return false;
     }
     hwnd_ = CreateWindowExW(0, kClass, L"视频窗口", kFramed, CW_USEDEFAULT, CW_USEDEFAULT, 480, 360, owner, nullptr,
                             GetModuleHandleW(nullptr), this);

@@ -2,21 +2,12 @@
 
 #include "playback/Mp3Player.h"
 #include "support/Fakes.h"
+#include "support/MpegFrames.h"
 
 namespace lumora {
 namespace {
 
-// MPEG-1 layer III, 128 kbit/s, 44.1 kHz, stereo, no padding: 417 bytes, 1152 samples a frame.
-std::string Frames(int count) {
-    std::string frame(417, '\0');
-    frame[0] = '\xFF';
-    frame[1] = '\xFB';
-    frame[2] = '\x90';
-    frame[3] = '\x64';
-    std::string out;
-    for (int i = 0; i < count; ++i) out += frame;
-    return out;
-}
+using test::MpegFrames;
 
 // "Decodes" every frame into 1152 stereo samples whose value is the frame's number.
 class FakeMp3Decoder : public Mp3Decoder {
@@ -79,7 +70,7 @@ struct Rig {
     FakeMp3Decoder decoder;
     FakeAudioOut out;
     Mp3Player player{fs, decoder, out};
-    explicit Rig(int frames) { fs.files["D:\\a.mp3"] = Frames(frames); }
+    explicit Rig(int frames) { fs.files["D:\\a.mp3"] = MpegFrames(frames); }
 };
 
 TEST(Mp3Player, OpensAndKeepsFourBuffersQueued) {
@@ -173,7 +164,7 @@ TEST(Mp3Player, WhatIsNotMpegAudioIsRefused) {
     r.fs.files["D:\\text.mp3"] = "this is not audio at all, just words";
     EXPECT_FALSE(r.player.Open("D:\\text.mp3"));
     EXPECT_FALSE(r.player.Open("D:\\missing.mp3"));
-    r.fs.files["D:\\ok.mp3"] = Frames(10);
+    r.fs.files["D:\\ok.mp3"] = MpegFrames(10);
     r.decoder.accept = false;  // the system has no decoder for it
     EXPECT_FALSE(r.player.Open("D:\\ok.mp3"));
     EXPECT_EQ(r.player.LengthMs(), -1);

@@ -2,21 +2,12 @@
 
 #include "playback/StreamPanelFeed.h"
 #include "support/Fakes.h"
+#include "support/MpegFrames.h"
 
 namespace lumora {
 namespace {
 
-// MPEG-1 layer III, 128 kbit/s, 44.1 kHz, stereo: 417-byte frames of 1152 samples.
-std::string Frames(int count) {
-    std::string frame(417, '\0');
-    frame[0] = '\xFF';
-    frame[1] = '\xFB';
-    frame[2] = '\x90';
-    frame[3] = '\x64';
-    std::string out;
-    for (int i = 0; i < count; ++i) out += frame;
-    return out;
-}
+using test::MpegFrames;
 
 std::string Tag(const std::string& title) {
     std::string tag = "TAG" + title;
@@ -26,7 +17,7 @@ std::string Tag(const std::string& title) {
 
 TEST(StreamPanelFeed, OpenFillsFromTheFileAndProgressCountsFrames) {
     test::FakeFileSystem fs;
-    fs.files["D:\\a.mp3"] = Frames(100) + Tag("Song");
+    fs.files["D:\\a.mp3"] = MpegFrames(100) + Tag("Song");
     StreamPanelFeed feed(fs);
     feed.Opened("D:\\a.mp3", 2612);
     const StreamPanelTexts& t = feed.Texts();
