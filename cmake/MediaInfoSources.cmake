@@ -2,6 +2,7 @@
 # owner can add files without touching the top-level lists.
 set(LUMORA_MEDIAINFO_SOURCES
     mediainfo/Id3v1.cpp
+    mediainfo/ListInfo.cpp
     mediainfo/MpegAudioParser.cpp
     mediainfo/MpegFrameHeader.cpp
     mediainfo/StreamPanel.cpp
@@ -9,6 +10,7 @@ set(LUMORA_MEDIAINFO_SOURCES
 )
 set(LUMORA_MEDIAINFO_TESTS
     tests/mediainfo/Id3v1Test.cpp
+    tests/mediainfo/ListInfoTest.cpp
     tests/mediainfo/MpegAudioParserTest.cpp
     tests/mediainfo/MpegFrameHeaderTest.cpp
     tests/mediainfo/StreamPanelTest.cpp

@@ -5,6 +5,7 @@
 
 #include "platform/FileSystem.h"
 #include "platform/WinText.h"
+#include "mediainfo/ListInfo.h"
 #include "playback/TransportTexts.h"
 #include "playback/VideoSizing.h"
 #include "settings/IniFiles.h"
@@ -233,6 +234,7 @@ void MainWindow::LoadSequence(const std::string& argument) {
         SendDlgItemMessageW(hwnd_, IDC_MAIN_VOLUME, TBM_SETPOS, TRUE, static_cast<LPARAM>(vol < 0 ? 0 : vol > 20 ? 20 : vol));
     }
     if (tips_.Attach(hwnd_)) ApplyTips();
+    playlist_.CreateInfoTip(settings_.IsOn("L22"));
 
     queue_.Clear();
 
@@ -389,6 +391,13 @@ void MainWindow::MoveEntry(int index) { queue_.MoveEntry(index); }
 void MainWindow::FindEntry() { queue_.FindFromCurrent(); }
 
 void MainWindow::PlayEntry(int index) { player_.PlayEntry(index); }
+
+std::string MainWindow::EntryInfo(int index) {
+    const MediaEntry* entry = queue_.Queue().EntryAt(index);
+    if (!entry) return {};
+    // "文件列表框中直接截取媒体文件信息"
+    return ListInfoTipFor(services_.files, entry->path, entry->name, settings_.IsOn("L29"));
+}
 
 void MainWindow::OnCommand(int id) {
     switch (id) {

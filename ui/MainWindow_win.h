@@ -67,6 +67,8 @@ public:
     void MoveEntry(int index);
     void FindEntry();
     void PlayEntry(int index);
+    // The playlist window's information tip for an entry; empty for no entry.
+    std::string EntryInfo(int index);
 
 private:
     static LRESULT CALLBACK WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp);

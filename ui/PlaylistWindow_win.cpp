@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 
+#include <commctrl.h>
+
 #include "platform/WinText.h"
 #include "settings/RegistryWrapper.h"
 #include "settings/SettingsStore.h"
@@ -57,7 +59,9 @@ LRESULT PlaylistWindow::Handle(UINT msg, WPARAM wp, LPARAM lp) {
             return 0;
         case WM_CTLCOLORLISTBOX: return reinterpret_cast<LRESULT>(Theme::PaintPanel(reinterpret_cast<HDC>(wp)));
         case WM_COMMAND:
-            if (LOWORD(wp) == IDC_PLAYLIST_LINES && HIWORD(wp) == LBN_DBLCLK) {
+            if (LOWORD(wp) == IDC_PLAYLIST_LINES && HIWORD(wp) == LBN_SELCHANGE) {
+                UpdateInfoTip();
+            } else if (LOWORD(wp) == IDC_PLAYLIST_LINES && HIWORD(wp) == LBN_DBLCLK) {
                 main_->PlayEntry(SelectedIndex());
             } else if (LOWORD(wp) == IDM_PLAYLIST_PLAY) {
                 main_->PlayEntry(SelectedIndex());
@@ -91,6 +95,33 @@ void PlaylistWindow::SetLines(const std::vector<std::string>& lines) {
 }
 
 void PlaylistWindow::Select(int index) { SendMessageW(lines_, LB_SETCURSEL, static_cast<WPARAM>(index - 1), 0); }
+
+void PlaylistWindow::CreateInfoTip(bool classic) {
+    if (infoTip_) DestroyWindow(infoTip_);
+    infoTip_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+                               WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX | (classic ? 0 : TTS_BALLOON), CW_USEDEFAULT,
+                               CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, hwnd_, nullptr, GetModuleHandleW(nullptr),
+                               nullptr);
+    SendMessageW(infoTip_, TTM_SETMAXTIPWIDTH, 0, 400);
+    TOOLINFOW info{};
+    info.cbSize = TTTOOLINFOW_V2_SIZE;
+    info.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+    info.hwnd = hwnd_;
+    info.uId = reinterpret_cast<UINT_PTR>(lines_);
+    info.lpszText = const_cast<wchar_t*>(L"");
+    SendMessageW(infoTip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&info));
+}
+
+void PlaylistWindow::UpdateInfoTip() {
+    if (!infoTip_) return;
+    const std::wstring text = Widen(main_->EntryInfo(SelectedIndex()));
+    TOOLINFOW info{};
+    info.cbSize = TTTOOLINFOW_V2_SIZE;
+    info.hwnd = hwnd_;
+    info.uId = reinterpret_cast<UINT_PTR>(lines_);
+    info.lpszText = const_cast<wchar_t*>(text.c_str());
+    SendMessageW(infoTip_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&info));
+}
 
 void PlaylistWindow::SetCaption(const std::string& caption) { SetWindowTextW(hwnd_, Widen(caption).c_str()); }
 

@@ -23,6 +23,8 @@ public:
     void SetLines(const std::vector<std::string>& lines);
     void Select(int index);
     void SetCaption(const std::string& caption);
+    // The information tip on the list ("L22" "1": the classic tip, otherwise a balloon).
+    void CreateInfoTip(bool classic);
     void Toggle();
     // Follows the main window while docked.
     void FollowOwner();
@@ -41,6 +43,8 @@ private:
     HWND hwnd_ = nullptr;
     HWND owner_ = nullptr;
     HWND lines_ = nullptr;
+    HWND infoTip_ = nullptr;
+    void UpdateInfoTip();
     bool docked_ = true;
 };
 

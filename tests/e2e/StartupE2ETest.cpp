@@ -205,7 +205,15 @@ TEST_F(LumoraE2E, EveryControlOfTheMainWindowHasBalloonHelp) {
     LumoraProcess& p = Start("");
     HWND main = WaitForWindow(p.Id(), kMainClass);
     ASSERT_NE(main, nullptr);
-    HWND tips = WaitForWindow(p.Id(), L"tooltips_class32");
+    // The component's tip window is the one the main window owns (the playlist has its own).
+    HWND tips = nullptr;
+    const DWORD start = GetTickCount();
+    while (!tips && GetTickCount() - start < kTimeoutMs) {
+        for (HWND w : AllWindows(L"tooltips_class32")) {
+            if (GetWindow(w, GW_OWNER) == main) tips = w;
+        }
+        if (!tips) Sleep(50);
+    }
     ASSERT_NE(tips, nullptr) << "the balloon-tip component made no tip window";
     Children children;
     EnumChildWindows(main, CollectChild, reinterpret_cast<LPARAM>(&children));
