@@ -77,6 +77,12 @@ void AudioDisplayWindow::SetStreamTexts(const StreamPanelTexts& t) {
     }
 }
 
+void AudioDisplayWindow::SetInfoLines(const std::vector<std::string>& lines) {
+    for (size_t i = 0; i < std::size(kPanelIds); ++i) {
+        SetDlgItemTextW(hwnd_, kPanelIds[i], i < lines.size() ? Widen(lines[i]).c_str() : L"");
+    }
+}
+
 void AudioDisplayWindow::Paint(HDC dc) {
     RECT client;
     GetClientRect(hwnd_, &client);

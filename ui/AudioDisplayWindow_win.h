@@ -3,6 +3,8 @@
 #include <windows.h>
 
 #include <array>
+#include <string>
+#include <vector>
 
 #include "mediainfo/StreamPanel.h"
 #include "playback/Spectrum.h"
@@ -23,6 +25,8 @@ public:
     void SetBands(const std::array<float, kSpectrumBands>& bands);
     // The tag and stream panel beside the spectrum.
     void SetStreamTexts(const StreamPanelTexts& texts);
+    // A video's information lines in place of the stream panel.
+    void SetInfoLines(const std::vector<std::string>& lines);
 
 private:
     static LRESULT CALLBACK WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp);

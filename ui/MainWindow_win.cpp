@@ -331,6 +331,7 @@ void MainWindow::FileOpened(const std::string& path) {
         if (settings_.IsOn("L51")) video_.Hide();
         return;
     }
+    display_.SetInfoLines(engine_.Info().lines);
     if (settings_.IsOn("L67")) return;  // "播放“视频”文件时不弹出视频窗口"
     RECT work;
     SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
