@@ -167,6 +167,18 @@ TEST_P(SoundPlayback, NextPreviousAndEndOfFileByMode) {
     Hold("sound", 600, Label("repeat-one-again"));
 }
 
+TEST_P(SoundPlayback, RandomWithTwoEntriesDoesNotAdvance) {
+    ASSERT_NE(Start("\\two"), nullptr);
+    ASSERT_TRUE(Playing());
+    Click(main_, IDC_MAIN_MODE_RANDOM);
+    EXPECT_EQ(WaitForControlText(main_, IDC_MAIN_MODE, "播放方式：随机"), "播放方式：随机");
+    const std::string first = Title();
+    EXPECT_TRUE(WaitFor([&] { return ControlText(main_, IDC_MAIN_PLAY) == "播放"; }, 6000));
+    Sleep(500);
+    EXPECT_EQ(Title(), first);
+    Hold("silence", 600, Label("random-two-stays"));
+}
+
 TEST_P(SoundPlayback, JumpToATypedTime) {
     ASSERT_NE(Start("\\long.mp3"), nullptr);
     ASSERT_TRUE(Playing());
