@@ -424,9 +424,10 @@ void PlaybackController::OnEndOfFile() {
     if (texts_.timeMode == "←") texts_.time = "00:00-";
     PlayQueue& queue = deps_.queue.Queue();
     const int count = queue.Count();
-    // 3. Repeat one.
+    // 3. Repeat one: the entry is opened again, which restarts every device (the MPEG device
+    // under Wine does not play again once it has reached the end of a file).
     if (texts_.modeSuffix == kSuffixRepeatOne) {
-        if (decoder_ && decoder_->PlayRange(0, -1)) texts_.playCaption = "暂停";
+        if (queue.Current() >= 1 && PlayIndex(queue.Current())) return;
         Show();
         return;
     }

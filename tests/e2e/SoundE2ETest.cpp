@@ -161,10 +161,12 @@ TEST_P(SoundPlayback, NextPreviousAndEndOfFileByMode) {
     EXPECT_EQ(WaitForControlText(main_, IDC_MAIN_MODE, "播放方式：单曲循环"), "播放方式：单曲循环");
     PlayLine(2);
     ASSERT_TRUE(WaitFor([&] { return Title() == LineName(1); }));
-    Sleep(3000);  // past the end of the 2 s file
+    // Through the 2 s file once, then back at its start.
+    ASSERT_TRUE(WaitFor([&] { return Time() >= 1; }, 5000));
+    EXPECT_TRUE(WaitFor([&] { return Time() == 0 && ControlText(main_, IDC_MAIN_PLAY) == "暂停"; }, 6000));
     EXPECT_EQ(Title(), LineName(1));
-    EXPECT_EQ(ControlText(main_, IDC_MAIN_PLAY), "暂停");
-    Hold("sound", 600, Label("repeat-one-again"));
+    Sleep(400);
+    Hold("sound", 500, Label("repeat-one-again"));
 }
 
 TEST_P(SoundPlayback, RandomWithTwoEntriesDoesNotAdvance) {
