@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "mediainfo/StreamPanel.h"
-#include "playback/Spectrum.h"
+#include "playback/FrequencyBands.h"
 
 namespace lumora {
 

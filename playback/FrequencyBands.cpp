@@ -1,4 +1,4 @@
-#include "playback/Spectrum.h"
+#include "playback/FrequencyBands.h"
 
 #include <algorithm>
 #include <cmath>

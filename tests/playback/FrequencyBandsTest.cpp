@@ -6,7 +6,7 @@
 #include <string>
 #include <numbers>
 
-#include "playback/Spectrum.h"
+#include "playback/FrequencyBands.h"
 
 namespace lumora {
 namespace {
