@@ -144,15 +144,23 @@ constexpr auto kPositionNames = MakeNames(kSavedCount, kOptions.size() - kSavedC
 
 std::string_view TrimBlanks(std::string_view s) {
     // A value written with a terminator by another tool still reads as its text.
-    while (!s.empty() && s.back() == '\0') s.remove_suffix(1);
+    while (!s.empty() && (s.back() == '\0' || s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
     while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
-    while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
     return s;
+}
+
+bool HasControlCharacter(std::string_view s) {
+    for (char c : s) {
+        if (static_cast<unsigned char>(c) < 0x20) return true;
+    }
+    return false;
 }
 
 bool IsValid(const Option& o, std::string_view text, ScreenExtent screen) {
     // Bytes that are not code page 936 text could not be written back.
-    if (o.rule == Rule::Raw) return !text.empty() && text.find("\xEF\xBF\xBD") == std::string_view::npos;
+    if (o.rule == Rule::Raw) {
+        return !text.empty() && !HasControlCharacter(text) && text.find("\xEF\xBF\xBD") == std::string_view::npos;
+    }
     const auto n = ParseDecimal(text);
     if (!n) return false;
     const long long v = *n;

@@ -60,6 +60,8 @@ const std::vector<LoadCase> kLoadCases = {
     // The decoder is not checked at start-up.
     {"L25", "0", "0"}, {"L25", "7", "7"}, {"L25", "(missing)", "1"},
     {"L25", "\x8A", "1"},  // not code page 936 text: it could never be saved back
+    {"L25", std::string("\0\0\0\t", 4), "1"}, {"Vol", std::string("5\0 \0", 4), "5"},
+    {"L25", std::string("a\0b", 3), "1"},  // control characters are no option text
     // Colours: a 24-bit colour or a system colour as a signed number.
     {"L34B", "255", "255"}, {"L34B", "16777215", "16777215"}, {"L34B", "16777216", "14811135"},
     {"L34B", "-2147483643", "-2147483643"}, {"L1F", "red", "0"},
