@@ -24,7 +24,8 @@ scripts/build.sh fuzz >/dev/null
 for fuzzer in build/fuzz/fuzz/fuzz_*; do
     name=$(basename "$fuzzer")
     mkdir -p "build/fuzz/corpus/$name"
-    "$fuzzer" -max_total_time="$LUMORA_FUZZ_SECONDS" -max_len=4096 -print_final_stats=0 \
+    # A fixed seed: the same inputs on every run, so a red run can be replayed.
+    "$fuzzer" -seed=1 -max_total_time="$LUMORA_FUZZ_SECONDS" -max_len=4096 -print_final_stats=0 \
         -artifact_prefix="build/fuzz/$name-" "build/fuzz/corpus/$name" 2>&1 | grep -E '^Done|ERROR|SUMMARY' || true
     if ls "build/fuzz/$name-"* >/dev/null 2>&1; then echo "fuzz: $name found a failing input" >&2; exit 1; fi
 done
