@@ -1,6 +1,7 @@
 #include "playback/StreamPanelFeed.h"
 
 #include "mediainfo/Id3v1.h"
+#include "platform/FileSystem.h"
 #include "playback/PlaybackController.h"
 
 namespace lumora {
@@ -12,11 +13,12 @@ void StreamPanelFeed::Reset() {
 
 void StreamPanelFeed::Opened(const std::string& path, long long lengthMs) {
     Reset();
-    facts_ = LoadMpegStreamFacts(fs_, path);
+    // One read of the file serves the frame walk and the tag.
+    const FileRead file = fs_.ReadFile(path);
+    const std::string_view bytes = file.status == FileRead::Status::Ok ? std::string_view(file.bytes) : "";
+    facts_ = ScanMpegAudio(bytes);
     if (facts_) RefreshStreamPanel(texts_, PropertiesOf(*facts_, 0));
-    Id3v1Tag tag;
-    const bool hasTag = ReadId3v1Tag(fs_, path, tag);
-    ShowTagLine(texts_, hasTag ? std::optional<Id3v1Tag>(tag) : std::nullopt);
+    ShowTagLine(texts_, ParseId3v1Tag(bytes));
     if (lengthMs > 0) texts_.totalTime = "总时：" + PlaybackController::FormatTime(lengthMs);
 }
 
