@@ -1,6 +1,7 @@
 #include "platform/FileSystem_win.h"
 
 #include <windows.h>
+#include <shlobj.h>
 
 #include "platform/WinText.h"
 
@@ -126,6 +127,95 @@ std::string WinFileSystem::WindowsDirectory() {
     wchar_t buf[MAX_PATH + 1] = {};
     const UINT n = GetWindowsDirectoryW(buf, MAX_PATH);
     return StripTrailingSlash(std::wstring(buf, n <= MAX_PATH ? n : 0));
+}
+
+DriveKind WinFileSystem::DriveType(const std::string& path) {
+    if (path.size() < 2 || path[1] != ':') return DriveKind::Unknown;
+    const wchar_t root[] = {static_cast<wchar_t>(static_cast<unsigned char>(path[0])), L':', L'\\', 0};
+    switch (GetDriveTypeW(root)) {
+    case DRIVE_REMOVABLE: return DriveKind::Removable;
+    case DRIVE_FIXED: return DriveKind::Fixed;
+    case DRIVE_REMOTE: return DriveKind::Network;
+    case DRIVE_CDROM: return DriveKind::CdRom;
+    case DRIVE_RAMDISK: return DriveKind::RamDisk;
+    default: return DriveKind::Unknown;
+    }
+}
+
+FileRead WinFileSystem::ReadFilePart(const std::string& path, long long offset, size_t maxBytes) {
+    File f(CreateFileW(Widen(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                       FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!f.ok()) {
+        const DWORD err = GetLastError();
+        const bool missing = err == ERROR_FILE_NOT_FOUND || err == ERROR_PATH_NOT_FOUND;
+        return {missing ? FileRead::Status::Missing : FileRead::Status::Failed, {}};
+    }
+    LARGE_INTEGER at{};
+    at.QuadPart = offset;
+    if (offset < 0 || !SetFilePointerEx(f.get(), at, nullptr, FILE_BEGIN)) return {FileRead::Status::Failed, {}};
+    if (maxBytes > (1u << 30)) maxBytes = 1u << 30;
+    std::string bytes(maxBytes, '\0');
+    size_t have = 0;
+    while (have < bytes.size()) {
+        DWORD got = 0;
+        if (!::ReadFile(f.get(), bytes.data() + have, static_cast<DWORD>(bytes.size() - have), &got, nullptr)) {
+            return {FileRead::Status::Failed, {}};
+        }
+        if (got == 0) break;
+        have += got;
+    }
+    bytes.resize(have);
+    return {FileRead::Status::Ok, std::move(bytes)};
+}
+
+bool WinFileSystem::WriteFilePart(const std::string& path, long long offset, std::string_view bytes) {
+    File f(CreateFileW(Widen(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                       FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!f.ok() || offset < 0) return false;
+    LARGE_INTEGER at{};
+    at.QuadPart = offset;
+    if (!SetFilePointerEx(f.get(), at, nullptr, FILE_BEGIN)) return false;
+    return WriteAll(f.get(), bytes) && FlushFileBuffers(f.get());
+}
+
+bool WinFileSystem::CopyNewFile(const std::string& from, const std::string& to) {
+    return CopyFileW(Widen(from).c_str(), Widen(to).c_str(), TRUE) != 0;
+}
+
+bool WinFileSystem::RemoveFile(const std::string& path) { return DeleteFileW(Widen(path).c_str()) != 0; }
+
+bool WinFileSystem::ClearAttributes(const std::string& path) {
+    return SetFileAttributesW(Widen(path).c_str(), FILE_ATTRIBUTE_NORMAL) != 0;
+}
+
+bool WinFileSystem::CanOpenForWriting(const std::string& path) {
+    File f(CreateFileW(Widen(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                       FILE_ATTRIBUTE_NORMAL, nullptr));
+    return f.ok();
+}
+
+bool WinFileSystem::CreateFolder(const std::string& path) {
+    std::wstring wide = Widen(path);
+    while (wide.size() > 3 && (wide.back() == L'\\' || wide.back() == L'/')) wide.pop_back();
+    for (size_t i = 3; i <= wide.size(); ++i) {
+        if (i == wide.size() || wide[i] == L'\\' || wide[i] == L'/') {
+            const std::wstring part = wide.substr(0, i);
+            if (GetFileAttributesW(part.c_str()) == INVALID_FILE_ATTRIBUTES) CreateDirectoryW(part.c_str(), nullptr);
+        }
+    }
+    const DWORD attrs = GetFileAttributesW(wide.c_str());
+    return attrs != INVALID_FILE_ATTRIBUTES && (attrs & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+std::string WinFileSystem::UserDataFolder() {
+    // The roaming application-data folder: the user's own, kept across machines in a domain,
+    // and present on every Windows from 98 on.
+    wchar_t buf[MAX_PATH + 1] = {};
+    if (FAILED(SHGetFolderPathW(nullptr, CSIDL_APPDATA | CSIDL_FLAG_CREATE, nullptr, SHGFP_TYPE_CURRENT, buf))) {
+        return {};
+    }
+    const std::string folder = StripTrailingSlash(buf) + "\\Lumora";
+    return CreateFolder(folder) ? folder : std::string();
 }
 
 std::string ProgramFolder() {

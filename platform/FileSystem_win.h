@@ -13,6 +13,15 @@ public:
     std::vector<std::string> ListFiles(const std::string& folder) override;
     long long FileSize(const std::string& path) override;
     std::string WindowsDirectory() override;
+    DriveKind DriveType(const std::string& path) override;
+    FileRead ReadFilePart(const std::string& path, long long offset, size_t maxBytes) override;
+    bool WriteFilePart(const std::string& path, long long offset, std::string_view bytes) override;
+    bool CopyNewFile(const std::string& from, const std::string& to) override;
+    bool RemoveFile(const std::string& path) override;
+    bool ClearAttributes(const std::string& path) override;
+    bool CanOpenForWriting(const std::string& path) override;
+    bool CreateFolder(const std::string& path) override;
+    std::string UserDataFolder() override;
 };
 
 // The folder of the running program, without a trailing "\".

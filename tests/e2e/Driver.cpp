@@ -61,6 +61,15 @@ LumoraProcess& LumoraProcess::operator=(LumoraProcess&& other) noexcept {
 }
 
 LumoraProcess LumoraProcess::Start(const std::wstring& exe, const std::string& tail) {
+    // A Lumora still on its way out (killed by the test before, its video threads not yet gone)
+    // holds the instance mutex, and the new start would hand its argument over and end.
+    const DWORD start = GetTickCount();
+    while (GetTickCount() - start < kTimeoutMs) {
+        const HANDLE running = OpenMutexW(SYNCHRONIZE, FALSE, L"Local\\Lumora.Player.Instance");
+        if (!running) break;
+        CloseHandle(running);
+        Sleep(50);
+    }
     LumoraProcess p;
     std::wstring cmd = L"\"" + exe + L"\"";
     if (!tail.empty()) cmd += L" " + Widen(tail);
@@ -84,7 +93,7 @@ void LumoraProcess::Kill() {
     if (!info_.hProcess) return;
     if (WaitForSingleObject(info_.hProcess, 0) != WAIT_OBJECT_0) {
         TerminateProcess(info_.hProcess, 99);
-        WaitForSingleObject(info_.hProcess, 5000);
+        WaitForSingleObject(info_.hProcess, kTimeoutMs);
     }
     CloseHandle(info_.hProcess);
     CloseHandle(info_.hThread);

@@ -1,6 +1,7 @@
 #include "support/Fakes.h"
 
 #include <algorithm>
+#include <cctype>
 
 namespace lumora::test {
 
@@ -121,6 +122,60 @@ std::vector<std::string> FakeFileSystem::ListFiles(const std::string& folder) {
 }
 
 bool FakeFileSystem::CreateEmptyFile(const std::string& path) { return WriteFileAtomic(path, {}); }
+
+DriveKind FakeFileSystem::DriveType(const std::string& path) {
+    if (path.size() < 2 || path[1] != ':' || !std::isalpha(static_cast<unsigned char>(path[0]))) {
+        return DriveKind::Unknown;
+    }
+    const auto it = drives.find(static_cast<char>(std::toupper(static_cast<unsigned char>(path[0]))));
+    return it == drives.end() ? DriveKind::Fixed : it->second;
+}
+
+FileRead FakeFileSystem::ReadFilePart(const std::string& path, long long offset, size_t maxBytes) {
+    FileRead whole = ReadFile(path);
+    if (whole.status != FileRead::Status::Ok) return whole;
+    if (offset < 0) return {FileRead::Status::Failed, {}};
+    const size_t from = std::min(whole.bytes.size(), static_cast<size_t>(offset));
+    return {FileRead::Status::Ok, whole.bytes.substr(from, maxBytes)};
+}
+
+bool FakeFileSystem::WriteFilePart(const std::string& path, long long offset, std::string_view bytes) {
+    const auto it = files.find(path);
+    if (failWrites || it == files.end() || offset < 0 || !CanOpenForWriting(path)) return false;
+    std::string& data = it->second;
+    const size_t at = static_cast<size_t>(offset);
+    if (data.size() < at + bytes.size()) data.resize(at + bytes.size(), '\0');
+    data.replace(at, bytes.size(), bytes);
+    return true;
+}
+
+bool FakeFileSystem::CopyNewFile(const std::string& from, const std::string& to) {
+    const auto it = files.find(from);
+    if (failCopies || it == files.end() || files.count(to) != 0) return false;
+    const std::string bytes = it->second;
+    files[to] = bytes;
+    return true;
+}
+
+bool FakeFileSystem::RemoveFile(const std::string& path) {
+    if (failRemoves) return false;
+    return files.erase(path) != 0;
+}
+
+bool FakeFileSystem::ClearAttributes(const std::string& path) {
+    if (files.count(path) == 0) return false;
+    readOnly.erase(std::remove(readOnly.begin(), readOnly.end(), path), readOnly.end());
+    return true;
+}
+
+bool FakeFileSystem::CanOpenForWriting(const std::string& path) {
+    return files.count(path) != 0 && std::find(readOnly.begin(), readOnly.end(), path) == readOnly.end();
+}
+
+bool FakeFileSystem::CreateFolder(const std::string& path) {
+    if (!FolderExists(path)) folders.push_back(WithoutTrailingSlash(path));
+    return true;
+}
 
 long long FakeFileSystem::FileSize(const std::string& path) {
     const auto it = files.find(path);

@@ -1,6 +1,7 @@
 #pragma once
 // In-memory stand-ins for the ports, for unit tests of the portable code.
 #include <functional>
+#include <deque>
 #include <map>
 #include <optional>
 #include <string>
@@ -35,14 +36,29 @@ public:
     }
     std::optional<std::string> AskFolder(std::string_view prompt) override {
         questions.push_back({std::string(prompt), ""});
+        if (!folderScript.empty()) {
+            auto answer = folderScript.front();
+            folderScript.pop_front();
+            return answer;
+        }
         return folderAnswer;
     }
     std::optional<std::string> AskText(std::string_view prompt, std::string_view title, std::string_view) override {
         questions.push_back({std::string(prompt), std::string(title)});
+        if (!textScript.empty()) {
+            auto answer = textScript.front();
+            textScript.pop_front();
+            return answer;
+        }
         return textAnswer;
     }
     bool AskYesNo(std::string_view text, std::string_view title) override {
         questions.push_back({std::string(text), std::string(title)});
+        if (!yesNoScript.empty()) {
+            const bool answer = yesNoScript.front();
+            yesNoScript.pop_front();
+            return answer;
+        }
         return yesNoAnswer;
     }
 
@@ -55,6 +71,10 @@ public:
     std::optional<std::string> folderAnswer;
     std::optional<std::string> textAnswer;
     bool yesNoAnswer = true;
+    // Scripted answers, taken in order before the fixed ones above are used.
+    std::deque<bool> yesNoScript;
+    std::deque<std::optional<std::string>> textScript;
+    std::deque<std::optional<std::string>> folderScript;
 };
 
 // Keys are (root, sub-key) with case kept; values are what the real registry would hold.
@@ -90,13 +110,27 @@ public:
     std::vector<std::string> ListFiles(const std::string& folder) override;
     long long FileSize(const std::string& path) override;
     std::string WindowsDirectory() override { return "C:\\WINDOWS"; }
+    DriveKind DriveType(const std::string& path) override;
+    FileRead ReadFilePart(const std::string& path, long long offset, size_t maxBytes) override;
+    bool WriteFilePart(const std::string& path, long long offset, std::string_view bytes) override;
+    bool CopyNewFile(const std::string& from, const std::string& to) override;
+    bool RemoveFile(const std::string& path) override;
+    bool ClearAttributes(const std::string& path) override;
+    bool CanOpenForWriting(const std::string& path) override;
+    bool CreateFolder(const std::string& path) override;
+    std::string UserDataFolder() override { return userDataFolder; }
 
     std::map<std::string, std::string> files;  // full path -> bytes
     std::vector<std::string> folders;          // folders that exist (files imply their folder too)
     // Listing order of a folder's files, where a test cares; otherwise the map's order.
     std::map<std::string, std::vector<std::string>> listingOrder;
     std::vector<std::string> unreadable;  // paths that exist but cannot be read
+    std::vector<std::string> readOnly;    // paths that refuse writing until their attributes are cleared
+    std::map<char, DriveKind> drives;     // by upper-case letter; a letter not listed is a fixed disk
+    std::string userDataFolder = "C:\\Users\\u\\AppData\\Roaming\\Lumora";
     bool failWrites = false;
+    bool failCopies = false;
+    bool failRemoves = false;
 };
 
 class FakeProcessRunner : public ProcessRunner {
