@@ -19,7 +19,81 @@ constexpr int kPanelIds[] = {ids::IDC_STREAM_TITLE,      ids::IDC_STREAM_BIT_RAT
                              ids::IDC_STREAM_FLAGS,      ids::IDC_STREAM_MPEG,       ids::IDC_STREAM_MS_PER_FRAME,
                              ids::IDC_STREAM_TOTAL_TIME};
 
+// Room kept at the bottom of the spectrum for the two lyrics lines.
+constexpr int kLyricsMargin = 4;
+
 }  // namespace
+
+AudioDisplayWindow::~AudioDisplayWindow() {
+    if (currentFont_) DeleteObject(currentFont_);
+    if (nextFont_) DeleteObject(nextFont_);
+    if (background_) DeleteObject(background_);
+}
+
+HFONT AudioDisplayWindow::LyricsFont(int points) {
+    HDC dc = GetDC(nullptr);
+    const int height = -MulDiv(points, GetDeviceCaps(dc, LOGPIXELSY), 72);
+    ReleaseDC(nullptr, dc);
+    return CreateFontW(height, 0, 0, 0, FW_BOLD, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
+                       CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH | FF_DONTCARE, L"SimSun");
+}
+
+void AudioDisplayWindow::SetLyricsLook(const LyricsLook& look) {
+    look_ = look;
+    if (currentFont_) DeleteObject(currentFont_);
+    if (nextFont_) DeleteObject(nextFont_);
+    if (background_) DeleteObject(background_);
+    currentFont_ = LyricsFont(look.currentPoints);
+    nextFont_ = LyricsFont(look.nextPoints);
+    background_ = CreateSolidBrush(look.background);
+    if (!hwnd_) return;
+    SendDlgItemMessageW(hwnd_, ids::IDC_LYRICS_CURRENT, WM_SETFONT, reinterpret_cast<WPARAM>(currentFont_), FALSE);
+    SendDlgItemMessageW(hwnd_, ids::IDC_LYRICS_NEXT, WM_SETFONT, reinterpret_cast<WPARAM>(nextFont_), FALSE);
+    PlaceLyrics();
+    InvalidateRect(hwnd_, nullptr, TRUE);
+}
+
+void AudioDisplayWindow::SetLyrics(const std::string& current, const std::string& next) {
+    if (!hwnd_) return;
+    SetDlgItemTextW(hwnd_, ids::IDC_LYRICS_CURRENT, Widen(current).c_str());
+    SetDlgItemTextW(hwnd_, ids::IDC_LYRICS_NEXT, Widen(next).c_str());
+    PlaceLyrics();
+}
+
+void AudioDisplayWindow::PlaceLyrics() {
+    RECT client;
+    GetClientRect(hwnd_, &client);
+    const int areaLeft = kPanelWidth + kLyricsMargin;
+    const int areaWidth = std::max(10, static_cast<int>(client.right) - areaLeft - kLyricsMargin);
+    const int ids[] = {ids::IDC_LYRICS_CURRENT, ids::IDC_LYRICS_NEXT};
+    SIZE need[2] = {};
+    for (int i = 0; i < 2; ++i) {
+        HWND label = GetDlgItem(hwnd_, ids[i]);
+        const int length = GetWindowTextLengthW(label);
+        std::wstring text(static_cast<size_t>(length) + 1, L'\0');
+        GetWindowTextW(label, text.data(), length + 1);
+        text.resize(static_cast<size_t>(length));
+        if (text.empty()) continue;
+        HDC dc = GetDC(label);
+        HGDIOBJ old = SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(label, WM_GETFONT, 0, 0)));
+        RECT r{0, 0, areaWidth, 0};
+        DrawTextW(dc, text.c_str(), -1, &r, DT_CALCRECT | DT_CENTER | DT_WORDBREAK | DT_NOPREFIX);
+        SelectObject(dc, old);
+        ReleaseDC(label, dc);
+        need[i] = {std::min<LONG>(r.right - r.left + 4, areaWidth), r.bottom - r.top};
+    }
+    // The current line sits in the middle of the spectrum, the next one right under it.
+    const int total = need[0].cy + need[1].cy + kLyricsMargin;
+    int y = std::max(kLyricsMargin, (static_cast<int>(client.bottom) - total) / 2);
+    for (int i = 0; i < 2; ++i) {
+        HWND label = GetDlgItem(hwnd_, ids[i]);
+        const int x = areaLeft + (areaWidth - need[i].cx) / 2;
+        SetWindowPos(label, HWND_TOP, x, y, need[i].cx, need[i].cy, SWP_NOACTIVATE);
+        ShowWindow(label, need[i].cy > 0 ? SW_SHOWNA : SW_HIDE);
+        y += need[i].cy + kLyricsMargin;
+    }
+    InvalidateRect(hwnd_, nullptr, FALSE);
+}
 
 bool AudioDisplayWindow::Create(HWND owner) {
     owner_ = owner;
@@ -38,6 +112,11 @@ bool AudioDisplayWindow::Create(HWND owner) {
         SendMessageW(label, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont()), FALSE);
         y += kLineHeight;
     }
+    for (int id : {ids::IDC_LYRICS_CURRENT, ids::IDC_LYRICS_NEXT}) {
+        CreateWindowExW(0, L"STATIC", L"", WS_CHILD | SS_NOPREFIX | SS_CENTER, 0, 0, 0, 0, hwnd_,
+                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
+    }
+    SetLyricsLook(look_);
     SetStreamTexts(StreamPanelTexts{});
     return true;
 }
@@ -93,7 +172,7 @@ void AudioDisplayWindow::Paint(HDC dc) {
     // (the panel's labels paint themselves on the left)
     HGDIOBJ old = SelectObject(mem, bitmap);
     RECT all{0, 0, client.right, client.bottom};
-    FillRect(mem, &all, Theme::DisplayBrush());
+    FillRect(mem, &all, background_ ? background_ : Theme::DisplayBrush());
     const int gap = 3;
     const int width = (client.right - client.left - gap) / kSpectrumBands - gap;
     HBRUSH bar = CreateSolidBrush(Theme::kDisplayText);
@@ -129,7 +208,19 @@ LRESULT CALLBACK AudioDisplayWindow::WndProc(HWND hwnd, UINT msg, WPARAM wp, LPA
             EndPaint(hwnd, &ps);
             return 0;
         }
-        case WM_CTLCOLORSTATIC: return reinterpret_cast<LRESULT>(Theme::PaintDisplay(reinterpret_cast<HDC>(wp)));
+        case WM_CTLCOLORSTATIC: {
+            HDC dc = reinterpret_cast<HDC>(wp);
+            const int id = GetDlgCtrlID(reinterpret_cast<HWND>(lp));
+            if (self && (id == ids::IDC_LYRICS_CURRENT || id == ids::IDC_LYRICS_NEXT)) {
+                SetTextColor(dc, id == ids::IDC_LYRICS_CURRENT ? self->look_.current : self->look_.next);
+                SetBkColor(dc, self->look_.background);
+                return reinterpret_cast<LRESULT>(self->background_);
+            }
+            return reinterpret_cast<LRESULT>(Theme::PaintDisplay(dc));
+        }
+        case WM_SIZE:
+            if (self) self->PlaceLyrics();
+            break;
         case WM_CLOSE: ShowWindow(hwnd, SW_HIDE); return 0;
     }
     return DefWindowProcW(hwnd, msg, wp, lp);

@@ -14,6 +14,7 @@ namespace lumora {
 class AudioDisplayWindow {
 public:
     AudioDisplayWindow() = default;
+    ~AudioDisplayWindow();
     AudioDisplayWindow(const AudioDisplayWindow&) = delete;
     AudioDisplayWindow& operator=(const AudioDisplayWindow&) = delete;
 
@@ -28,12 +29,32 @@ public:
     // A video's information lines in place of the stream panel.
     void SetInfoLines(const std::vector<std::string>& lines);
 
+    // How the two lyrics lines look; read from the "F8_" options by the main window.
+    struct LyricsLook {
+        COLORREF background = RGB(12, 18, 28);
+        COLORREF current = RGB(255, 190, 70);   // the line whose time has come
+        COLORREF next = RGB(120, 220, 255);     // the line after it
+        int currentPoints = 14;
+        int nextPoints = 11;
+    };
+    void SetLyricsLook(const LyricsLook& look);
+    // The two lyrics lines (each may hold several lines joined by CR LF); both labels are
+    // measured and placed anew after every change.
+    void SetLyrics(const std::string& current, const std::string& next);
+
 private:
     static LRESULT CALLBACK WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp);
     void Paint(HDC dc);
 
+    void PlaceLyrics();
+    HFONT LyricsFont(int points);
+
     HWND hwnd_ = nullptr;
     HWND owner_ = nullptr;
+    LyricsLook look_;
+    HFONT currentFont_ = nullptr;
+    HFONT nextFont_ = nullptr;
+    HBRUSH background_ = nullptr;
     std::array<float, kSpectrumBands> bands_{};
 };
 

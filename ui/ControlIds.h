@@ -68,6 +68,17 @@ inline constexpr int IDC_STREAM_FLAGS = 1407;
 inline constexpr int IDC_STREAM_MPEG = 1408;
 inline constexpr int IDC_STREAM_MS_PER_FRAME = 1409;
 inline constexpr int IDC_STREAM_TOTAL_TIME = 1410;
+// The two lyrics lines: the one whose time has come and the next.
+inline constexpr int IDC_LYRICS_CURRENT = 1420;
+inline constexpr int IDC_LYRICS_NEXT = 1421;
+
+// Progress window of list filtering and library copies: 1500-1549.
+inline constexpr wchar_t kProgressClass[] = L"LumoraProgress";
+inline constexpr int IDC_PROGRESS_STATUS = 1501;
+inline constexpr int IDC_PROGRESS_FILTERED = 1502;
+inline constexpr int IDC_PROGRESS_REMAINING = 1503;
+inline constexpr int IDC_PROGRESS_LINES = 1504;
+inline constexpr int IDC_PROGRESS_CANCEL = 1505;
 
 // Splash window: 1300-1349.
 inline constexpr int IDC_SPLASH_OS = 1301;
