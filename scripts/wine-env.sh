@@ -105,6 +105,25 @@ init_prefix() {
     fi
 }
 
+# Three extra drives for the list tests, on folders under $root/drives: R: removable, S: a
+# network drive and T: a CD-ROM, as Wine's mount manager reports them from its registry.
+init_drives() {
+    [ -f "$WINEPREFIX/.lumora-drives" ] && return 0
+    local reg=$root/drives.reg
+    printf 'REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\Software\\Wine\\Drives]\r\n' >"$reg"
+    for pair in r:floppy s:network t:cdrom; do
+        local letter=${pair%%:*} type=${pair#*:}
+        mkdir -p "$root/drives/$letter"
+        ln -sfn "$root/drives/$letter" "$WINEPREFIX/dosdevices/$letter:"
+        printf '"%s:"="%s"\r\n' "$letter" "$type" >>"$reg"
+    done
+    wine regedit /S "$(winepath -w "$reg" 2>/dev/null)" >/dev/null 2>&1
+    # The mount manager reads the drive types when it starts.
+    wineserver -k 2>/dev/null || true
+    wineserver -w 2>/dev/null || true
+    touch "$WINEPREFIX/.lumora-drives"
+}
+
 write_state() {
     cat >"$state" <<EOS
 XVFB_PID=${XVFB_PID:-}
@@ -121,6 +140,7 @@ do_start() {
     start_pulse
     write_state
     init_prefix
+    init_drives
 }
 
 do_stop() {
