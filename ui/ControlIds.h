@@ -20,6 +20,7 @@ inline constexpr int IDC_MAIN_BACK = 1005;
 inline constexpr int IDC_MAIN_FORWARD = 1006;
 inline constexpr int IDC_MAIN_LIST = 1007;
 inline constexpr int IDC_MAIN_OPEN = 1008;
+inline constexpr int IDC_MAIN_LIBRARY = 1009;
 inline constexpr int IDC_MAIN_PROGRESS = 1010;
 inline constexpr int IDC_MAIN_VOLUME = 1011;
 inline constexpr int IDC_MAIN_SPEED = 1012;
@@ -49,6 +50,18 @@ inline constexpr int IDM_OPEN_FOLDER = 1202;
 inline constexpr int IDM_SHOW_PLAYLIST = 1203;
 inline constexpr int IDM_EXIT = 1204;
 inline constexpr int IDM_JUMP_TO_TIME = 1205;
+inline constexpr int IDM_OPEN_LIST = 1206;
+inline constexpr int IDM_SAVE_LIST = 1207;
+inline constexpr int IDM_DEFAULT_LIST_SAVE = 1208;
+inline constexpr int IDM_DEFAULT_LIST_DELETE = 1209;
+inline constexpr int IDM_LIBRARY_LOAD = 1210;
+inline constexpr int IDM_LIBRARY_ADD_CURRENT = 1211;
+inline constexpr int IDM_LIBRARY_ADD_ALL = 1212;
+inline constexpr int IDM_LIBRARY_CHANGE = 1213;
+inline constexpr int IDM_LIBRARY_DELETE = 1214;
+inline constexpr int IDM_MEDIA_INFO = 1215;
+inline constexpr int IDM_ASSIGN_LYRICS = 1216;
+inline constexpr int IDM_LYRICS_WINDOW = 1217;
 
 // Playlist window: 1100-1149; its menu 1250-1299.
 inline constexpr int IDC_PLAYLIST_LINES = 1101;

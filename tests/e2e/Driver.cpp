@@ -190,3 +190,18 @@ void TypeAndConfirm(HWND box, const std::string& text) {
 }
 
 }  // namespace lumora::e2e
+
+namespace lumora::e2e {
+
+void AnswerFileDialog(HWND dialog, const std::string& path) {
+    // The explorer-style dialog keeps the name in a combo box (cmb13) on newer systems and in an
+    // edit control (edt1) on older ones and on Wine.
+    for (const int id : {0x47C, 0x480}) {
+        if (HWND name = GetDlgItem(dialog, id)) {
+            SendMessageW(name, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Widen(path).c_str()));
+        }
+    }
+    PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(dialog, IDOK)));
+}
+
+}  // namespace lumora::e2e

@@ -54,5 +54,8 @@ HWND WaitForBox(const std::string& title, DWORD ms = kTimeoutMs);
 std::string BoxText(HWND box);
 void AnswerBox(HWND box, int buttonId);
 void TypeAndConfirm(HWND box, const std::string& text);
+// The system's open or save dialog (found with WaitForBox by its title): types the full path and
+// presses its OK button.
+void AnswerFileDialog(HWND dialog, const std::string& path);
 
 }  // namespace lumora::e2e

@@ -1,0 +1,245 @@
+// List files, the default list and the music library, worked through the real Lumora under Wine.
+#include <windows.h>
+#include <shlobj.h>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "e2e/Driver.h"
+#include "platform/Registry_win.h"
+#include "platform/TextCodec.h"
+#include "platform/WinText.h"
+#include "support/MpegFrames.h"
+#include "ui/ControlIds.h"
+
+namespace lumora::e2e {
+namespace {
+
+using namespace ids;
+namespace fs = std::filesystem;
+
+constexpr char kSetupKey[] = "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup";
+constexpr char kPlayerKey[] = "SOFTWARE\\Tavrinsoft\\TavrinPlayer";
+constexpr char kHeader[] = "这是ZEV-Lumora-正式版-的列表文件请不要修改以下参数，以免造成错误。";
+
+std::wstring LumoraExe() {
+    wchar_t buf[MAX_PATH] = {};
+    GetEnvironmentVariableW(L"LUMORA_EXE", buf, MAX_PATH);
+    return buf;
+}
+
+void StoreOption(const char* name, const char* text) {
+    WinRegistry reg;
+    reg.CreateKey(RegistryRoot::LocalMachine, kSetupKey);
+    reg.WriteBinary(RegistryRoot::LocalMachine, kSetupKey, name, text);
+}
+
+std::string Cp936(const std::string& utf8) { return Utf8ToCp936(utf8).value_or(std::string()); }
+
+void WriteBytes(const fs::path& path, const std::string& bytes) {
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    out << bytes;
+}
+
+std::string ReadBytes(const fs::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream s;
+    s << in.rdbuf();
+    return s.str();
+}
+
+// The three lines of a list file, as Lumora writes them: code page 936, CR LF.
+std::string ListBytes(const std::string& header, const std::string& count, const std::string& line3) {
+    return Cp936(header) + "\r\n" + count + "\r\n" + Cp936(line3) + "\r\n";
+}
+
+std::string FolderText(const fs::path& p) { return Narrow(p.wstring()); }
+
+fs::path DefaultListPath() {
+    wchar_t buf[MAX_PATH] = {};
+    SHGetFolderPathW(nullptr, CSIDL_APPDATA, nullptr, SHGFP_TYPE_CURRENT, buf);
+    return fs::path(buf) / L"Lumora" / L"zvp3mr.qlb";
+}
+
+class ListE2E : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_FALSE(LumoraExe().empty()) << "LUMORA_EXE is not set";
+        WinRegistry().DeleteKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft");
+        wchar_t tmp[MAX_PATH];
+        GetTempPathW(MAX_PATH, tmp);
+        media_ = fs::path(tmp) / L"Lumora 列表 E2E";
+        fs::remove_all(media_);
+        fs::create_directories(media_);
+        // Silent MPEG audio of half a minute: real frames, so the filter keeps them.
+        const std::string mp3 = test::MpegFrames(1150);
+        for (const wchar_t* name : {L"一.mp3", L"two.mp3", L"three.mp3"}) WriteBytes(media_ / name, mp3);
+        fs::remove(DefaultListPath());
+    }
+    void TearDown() override {
+        process_.Kill();
+        fs::remove(DefaultListPath());
+    }
+
+    void Start(const std::string& argument) {
+        process_ = LumoraProcess::Start(LumoraExe(), argument.empty() ? "" : "\"" + argument + "\"");
+        main_ = WaitForWindow(process_.Id(), kMainClass);
+        list_ = WaitForWindow(process_.Id(), kPlaylistClass);
+        ASSERT_NE(main_, nullptr);
+        ASSERT_NE(list_, nullptr);
+    }
+    std::vector<std::string> Lines() { return ListLines(list_, IDC_PLAYLIST_LINES); }
+    bool WaitForLines(const std::vector<std::string>& expected) {
+        const DWORD start = GetTickCount();
+        while (Lines() != expected) {
+            if (GetTickCount() - start > kTimeoutMs) return false;
+            Sleep(50);
+        }
+        return true;
+    }
+    void AnswerOk(const std::string& title, const std::string& textStart = {}) {
+        HWND box = WaitForBox(title);
+        ASSERT_NE(box, nullptr) << title;
+        if (!textStart.empty()) EXPECT_EQ(BoxText(box).rfind(textStart, 0), 0u) << BoxText(box);
+        AnswerBox(box, IDOK);
+    }
+
+    fs::path media_;
+    LumoraProcess process_;
+    HWND main_ = nullptr;
+    HWND list_ = nullptr;
+};
+
+TEST_F(ListE2E, ListFileOnTheCommandLineLoadsAndPlays) {
+    const fs::path list = media_ / L"歌单.qlb";
+    WriteBytes(list, ListBytes(kHeader, "2*1", FolderText(media_) + "*一.mp3*two.mp3"));
+    Start(FolderText(list));
+    EXPECT_TRUE(WaitForLines({"001-(一.mp3)", "002-(two.mp3)"})) << Lines().size();
+    EXPECT_EQ(WaitForControlText(main_, IDC_MAIN_PLAY, "暂停"), "暂停");
+    EXPECT_EQ(ControlText(main_, IDC_MAIN_TITLE), "一.mp3");
+}
+
+TEST_F(ListE2E, TestEditionLoadsLikeReleaseAndOtherEditionsAreRefused) {
+    const fs::path test = media_ / L"test.qlb";
+    WriteBytes(test, ListBytes("这是ZEV-Lumora-测试版-的列表文件请不要修改以下参数，以免造成错误。", "3*1",
+                               FolderText(media_) + "*一.mp3*two.mp3*three.mp3"));
+    Start(FolderText(test));
+    EXPECT_TRUE(WaitForLines({"001-(一.mp3)", "002-(two.mp3)", "003-(three.mp3)"}));
+    process_.Kill();
+
+    const fs::path other = media_ / L"other.qlb";
+    WriteBytes(other, ListBytes("这是ZEV-Lumora-试用版-的列表文件", "2*1", FolderText(media_) + "*一.mp3*two.mp3"));
+    Start(FolderText(other));
+    AnswerOk("错误", "这不是“测试版”或者“正式版”的的列表文件，请重新选择。");
+    EXPECT_TRUE(Lines().empty());
+}
+
+TEST_F(ListE2E, SavedListHoldsTheFolderAndNamesInCodePage936) {
+    Start(FolderText(media_));
+    const DWORD start = GetTickCount();
+    while (Lines().size() != 3 && GetTickCount() - start < kTimeoutMs) Sleep(50);
+    ASSERT_EQ(Lines().size(), 3u);
+    PostMessageW(main_, WM_COMMAND, IDM_SAVE_LIST, 0);
+    HWND dialog = WaitForBox("保存Lumora专用列表文件（*.QLB）。请在下面输入文件名（不要输入扩展名）。");
+    ASSERT_NE(dialog, nullptr);
+    AnswerFileDialog(dialog, FolderText(media_ / L"新列表"));
+    HWND done = WaitForBox("文件保存完毕");
+    ASSERT_NE(done, nullptr);
+    EXPECT_EQ(BoxText(done), "列表文件已保存完毕，路径为 " + FolderText(media_ / L"新列表.QLB"));
+    AnswerBox(done, IDOK);
+    const std::string bytes = ReadBytes(media_ / L"新列表.QLB");
+    const auto lines = Lines();
+    std::string line3 = FolderText(media_);
+    for (const auto& l : lines) line3 += "*" + l.substr(5, l.size() - 6);
+    EXPECT_EQ(bytes, ListBytes(kHeader, "3*1", line3));
+}
+
+TEST_F(ListE2E, DefaultListPlaysAtStartOrWaitsAsTheOptionSays) {
+    fs::create_directories(DefaultListPath().parent_path());
+    WriteBytes(DefaultListPath(), ListBytes("这是ZEV-Lumora-正式版-的默认列表文件请不要修改以下参数，以免造成错误。", "2*1",
+                                            FolderText(media_) + "*two.mp3*three.mp3"));
+    StoreOption("L15", "1");
+    Start("");
+    EXPECT_TRUE(WaitForLines({"001-(two.mp3)", "002-(three.mp3)"}));
+    EXPECT_EQ(WaitForControlText(main_, IDC_MAIN_PLAY, "暂停"), "暂停");
+    process_.Kill();
+
+    StoreOption("L15", "0");
+    Start("");
+    EXPECT_TRUE(WaitForLines({"001-(two.mp3)", "002-(three.mp3)"}));
+    Sleep(500);
+    EXPECT_EQ(ControlText(main_, IDC_MAIN_PLAY), "播放");
+}
+
+TEST_F(ListE2E, DamagedDefaultListIsReportedAndDeleted) {
+    fs::create_directories(DefaultListPath().parent_path());
+    WriteBytes(DefaultListPath(), "\x01\x02 not a list");
+    Start("");
+    AnswerOk("默认列表文件错误",
+             "默认列表文件已损坏或默认列表文件里的媒体文件不存在。单击“确定”删除默认列表文件。");
+    const DWORD start = GetTickCount();
+    while (fs::exists(DefaultListPath()) && GetTickCount() - start < kTimeoutMs) Sleep(50);
+    EXPECT_FALSE(fs::exists(DefaultListPath()));
+}
+
+class LibraryE2E : public ListE2E {
+protected:
+    void SetUp() override {
+        ListE2E::SetUp();
+        library_ = media_ / L"我的音乐库";
+        fs::create_directories(library_);
+        WinRegistry reg;
+        reg.CreateKey(RegistryRoot::LocalMachine, kPlayerKey);
+        reg.WriteText(RegistryRoot::LocalMachine, kPlayerKey, "我的音乐库", FolderText(library_) + "\\");
+    }
+    std::string LibraryList() { return ReadBytes(library_ / L"我的音乐库.qlb"); }
+    fs::path library_;
+};
+
+constexpr char kLibraryHeader[] =
+    "这是ZEV-Lumora-正式版-的“我的音乐库”列表文件请不要修改以下参数，以免造成错误。";
+
+TEST_F(LibraryE2E, AddingThePlayingFileCreatesTheLibraryList) {
+    Start(FolderText(media_ / L"two.mp3"));
+    ASSERT_EQ(WaitForControlText(main_, IDC_MAIN_PLAY, "暂停"), "暂停");
+    PostMessageW(main_, WM_COMMAND, IDM_LIBRARY_ADD_CURRENT, 0);
+    // "L32" is on by default: the rename box offers the file name.
+    HWND rename = WaitForBox("文件重新命名框");
+    ASSERT_NE(rename, nullptr);
+    EXPECT_EQ(BoxText(rename),
+              "请重新为 two.mp3 命名。(请不要加后缀名)\r\n提示：单击“取消”停止加入该文件。\r\n注意：文件名不能有以下字符："
+              "\r\n    \\ / : * ? < > | \r\n     否则添加会失败！！");
+    TypeAndConfirm(rename, "第二首");
+    AnswerOk("文件加入成功", "文件已成功的加入“我的音乐库”。");
+    EXPECT_TRUE(fs::exists(library_ / L"第二首.mp3"));
+    EXPECT_EQ(LibraryList(), ListBytes(kLibraryHeader, "1*1", FolderText(library_) + "\\*第二首.mp3"));
+}
+
+TEST_F(LibraryE2E, AddingAllLogsEveryFileWithItsMarker) {
+    StoreOption("L32", "0");
+    fs::copy_file(media_ / L"一.mp3", library_ / L"一.mp3");
+    Start(FolderText(media_));
+    ASSERT_EQ(WaitForControlText(main_, IDC_MAIN_PLAY, "暂停"), "暂停");
+    PostMessageW(main_, WM_COMMAND, IDM_LIBRARY_ADD_ALL, 0);
+    HWND log = WaitForWindow(process_.Id(), kProgressClass);
+    ASSERT_NE(log, nullptr);
+    const DWORD start = GetTickCount();
+    while (ListLines(log, IDC_PROGRESS_LINES).size() < 4 && GetTickCount() - start < kTimeoutMs) Sleep(50);
+    const auto lines = ListLines(log, IDC_PROGRESS_LINES);
+    ASSERT_EQ(lines.size(), 4u);
+    EXPECT_EQ(lines[0], "<==（建立“我的音乐库”文件列表）==>");
+    std::string all;
+    for (const auto& l : lines) all += l + "\n";
+    EXPECT_NE(all.find("一.mp3 <==（文件已存在，并且成功加入）==> "), std::string::npos) << all;
+    EXPECT_NE(all.find("two.mp3 <==（文件成功加入）==> "), std::string::npos) << all;
+    EXPECT_NE(all.find("three.mp3 <==（文件成功加入）==> "), std::string::npos) << all;
+    EXPECT_TRUE(fs::exists(library_ / L"two.mp3"));
+    EXPECT_TRUE(fs::exists(library_ / L"three.mp3"));
+    EXPECT_EQ(LibraryList().rfind(ListBytes(kLibraryHeader, "3*1", "").substr(0, 10), 0), 0u);
+}
+
+}  // namespace
+}  // namespace lumora::e2e
