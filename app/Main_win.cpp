@@ -11,6 +11,7 @@
 #include "platform/Registry_win.h"
 #include "platform/WinText.h"
 #include "settings/IniFiles.h"
+#include "app/Version.h"
 #include "settings/RegistryWrapper.h"
 #include "ui/Boxes_win.h"
 #include "ui/MainWindow_win.h"
@@ -77,7 +78,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     switch (start.outcome) {
         case lumora::StartupOutcome::ShowHelp:
             splash.Close();
-            lumora::ShowBox(nullptr, lumora::HelpText(LUMORA_VERSION_TEXT), lumora::kHelpTitle,
+            lumora::ShowBox(nullptr, lumora::HelpText(lumora::kVersionText), lumora::kHelpTitle,
                             lumora::BoxButtons::Ok);
             OleUninitialize();
             return 0;
@@ -94,7 +95,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
         case lumora::StartupOutcome::OpenMainWindow: break;
     }
 
-    auto main = std::make_unique<lumora::MainWindow>(lumora::MainWindowServices{files, ini, wrapper, prompts});
+    auto main = std::make_unique<lumora::MainWindow>(lumora::MainWindowServices{files, ini, wrapper, prompts, registry});
     const std::string osCode = start.os ? start.os->code : std::string();
     bool created = true;
     if (start.showMainWindowNow) {

@@ -2,18 +2,33 @@
 # owner can add files without touching the top-level lists.
 set(LUMORA_MEDIAINFO_SOURCES
     mediainfo/Id3v1.cpp
+    mediainfo/InfoBlock.cpp
+    mediainfo/InfoEditor.cpp
     mediainfo/ListInfo.cpp
+    mediainfo/LrcReader.cpp
+    mediainfo/LyricsDisplay.cpp
+    mediainfo/LyricsLookup.cpp
+    mediainfo/LyricsTiming.cpp
     mediainfo/MpegAudioParser.cpp
     mediainfo/MpegFrameHeader.cpp
+    mediainfo/QgcFile.cpp
+    mediainfo/SmiReader.cpp
     mediainfo/StreamPanel.cpp
     mediainfo/TrailingTags.cpp
 )
 set(LUMORA_MEDIAINFO_TESTS
     tests/mediainfo/Id3v1Test.cpp
+    tests/mediainfo/InfoBlockMpegTest.cpp
+    tests/mediainfo/InfoBlockTest.cpp
+    tests/mediainfo/InfoEditorTest.cpp
     tests/mediainfo/ListInfoTest.cpp
+    tests/mediainfo/LyricsLookupTest.cpp
+    tests/mediainfo/LyricsReadersTest.cpp
+    tests/mediainfo/LyricsTimingTest.cpp
     tests/mediainfo/MpegAudioParserTest.cpp
     tests/mediainfo/MpegFrameHeaderTest.cpp
     tests/mediainfo/StreamPanelTest.cpp
+    tests/support/HostFileSystem.cpp
 )
 
 # Test media for the frame parser: small files made in the build tree by lame and ffmpeg, with ffprobe's

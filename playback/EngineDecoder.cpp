@@ -18,13 +18,15 @@ long long EngineDecoder::ToMs(long long units) const {
 bool EngineDecoder::Open(const std::string& path) {
     rangeEndUnits_ = -1;
     lengthMs_ = -1;
-    stillPicture_ = false;
+    noTimeline_ = false;
     switch (engine_.OpenDispatch(path, videoWindow_, false)) {
         case OpenResult::Playing:
             lengthMs_ = engine_.State().unitIsMs ? engine_.Length() : engine_.Commands().LengthMs(kMovieAlias);
             return true;
         case OpenResult::Picture:
-            stillPicture_ = true;
+        case OpenResult::Control:
+            // Shown rather than played on a time line: no position, no end of its own.
+            noTimeline_ = true;
             lengthMs_ = 0;
             return true;
         default: return false;
@@ -34,7 +36,7 @@ bool EngineDecoder::Open(const std::string& path) {
 bool EngineDecoder::Pause() { return engine_.Pause(); }
 
 bool EngineDecoder::Resume() {
-    if (stillPicture_) return true;
+    if (noTimeline_) return true;
     return engine_.Play("", rangeEndUnits_ >= 0 ? std::to_string(rangeEndUnits_) : std::string());
 }
 
@@ -42,10 +44,10 @@ void EngineDecoder::Stop() { engine_.Stop(); }
 
 void EngineDecoder::Close() { engine_.CloseAll(); }
 
-long long EngineDecoder::PositionMs() { return stillPicture_ ? 0 : ToMs(engine_.Position()); }
+long long EngineDecoder::PositionMs() { return noTimeline_ ? 0 : ToMs(engine_.Position()); }
 
 bool EngineDecoder::Seek(long long ms) {
-    if (stillPicture_) return false;
+    if (noTimeline_) return false;
     const bool wasPaused = engine_.State().paused;
     engine_.ForgetPause();
     if (!engine_.Play(std::to_string(ToUnits(ms < 0 ? 0 : ms)),
@@ -56,7 +58,7 @@ bool EngineDecoder::Seek(long long ms) {
 }
 
 bool EngineDecoder::PlayRange(long long fromMs, long long toMs) {
-    if (stillPicture_) return false;
+    if (noTimeline_) return false;
     rangeEndUnits_ = toMs < 0 ? -1 : ToUnits(toMs);
     engine_.ForgetPause();
     return engine_.Play(std::to_string(ToUnits(fromMs)),
@@ -64,13 +66,13 @@ bool EngineDecoder::PlayRange(long long fromMs, long long toMs) {
 }
 
 bool EngineDecoder::SetSpeed(int percent) {
-    if (stillPicture_) return false;
+    if (noTimeline_) return false;
     if (percent == engine_.State().currentSpeed) return true;
     return engine_.SetSpeed(percent, true);
 }
 
 bool EngineDecoder::Finished() {
-    if (stillPicture_ || engine_.State().paused) return false;
+    if (noTimeline_ || engine_.State().paused) return false;
     const std::string mode = engine_.Mode();
     return mode == "stopped";
 }

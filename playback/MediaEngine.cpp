@@ -166,11 +166,16 @@ bool MediaEngine::Pause() {
             state_.paused = true;
             return true;
         case MediaKind::Picture: state_.paused = true; return true;
+        case MediaKind::Flash:
+            if (!controls_ || !controls_->Call(kFlashStopMethod)) return false;
+            state_.paused = true;
+            return true;
         default: return false;
     }
 }
 
 bool MediaEngine::Stop() {
+    if (kind_ == MediaKind::Flash) return controls_ && controls_->Call(kFlashStopMethod);
     if (kind_ != MediaKind::Mci) return false;
     return commands_.Stop(kMovieAlias) == kSuccess;
 }
@@ -195,6 +200,7 @@ bool MediaEngine::SetSpeed(long long percent, bool allowed) {
 
 void MediaEngine::CloseAll() {
     if (onCloseCd) onCloseCd();
+    if (controls_) controls_->Close();
     state_ = EngineState{};
     kind_ = MediaKind::None;
     videoCaption_ = "当前媒体不为视频";
@@ -209,7 +215,15 @@ OpenResult MediaEngine::OpenDispatch(const std::string& path, WindowId videoWind
     const bool mpegAudio = ending == ".mp1" || ending == ".mp2" || ending == ".mp3";
     if (mpegAudio && decoder1) return OpenResult::ForDecoder1;
 
-    if (ending == ".swf" || ending == ".spl") return OpenResult::CannotPlay;  // no Flash player is hosted
+    if (ending == ".swf" || ending == ".spl") {
+        // Only the Flash control plays these; a system without it cannot.
+        if (!controls_ || !controls_->Available(HostedControl::Flash) ||
+            !controls_->Open(HostedControl::Flash, path, videoWindow)) {
+            return OpenResult::CannotPlay;
+        }
+        kind_ = MediaKind::Flash;
+        return OpenResult::Control;
+    }
     if (ending == ".cda") return OpenResult::CdTrack;
     if (ending == ".bmp" || ending == ".jpg" || ending == ".dib" || ending == ".wmf" || ending == ".emf" ||
         ending == ".ico" || ending == ".cur") {

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "playback/ControlPort.h"
 #include "playback/MciPort.h"
 
 namespace lumora {
@@ -69,6 +70,7 @@ struct EngineState {
 enum class OpenResult {
     Playing,         // the engine plays it
     Picture,         // a still picture is shown
+    Control,         // a hosted control (Flash) shows and plays it
     ForDecoder1,     // an MPEG audio file the audio player takes
     CdTrack,         // handed to CD audio
     CannotPlay,      // open or play failed: the caller shows the messages
@@ -82,6 +84,8 @@ struct VideoInfo {
 class MediaEngine {
 public:
     explicit MediaEngine(MciPort& port) : commands_(port) {}
+    // The hosted controls; without them, Flash movies cannot be played.
+    void SetControls(ControlPort* controls) { controls_ = controls; }
 
     MciCommands& Commands() { return commands_; }
     const EngineState& State() const { return state_; }
@@ -122,6 +126,7 @@ public:
 
 private:
     MciCommands commands_;
+    ControlPort* controls_ = nullptr;
     EngineState state_;
     MediaKind kind_ = MediaKind::None;
     std::string videoCaption_ = "当前媒体不为视频";

@@ -93,6 +93,23 @@ inline constexpr int IDC_PROGRESS_REMAINING = 1503;
 inline constexpr int IDC_PROGRESS_LINES = 1504;
 inline constexpr int IDC_PROGRESS_CANCEL = 1505;
 
+// Media information editor: 1600-1649.
+inline constexpr char kInfoEditorTitle[] = "媒体信息编辑";
+inline constexpr int IDC_INFO_FILES = 1601;
+inline constexpr int IDC_INFO_TITLE = 1602;
+inline constexpr int IDC_INFO_ARTIST = 1603;
+inline constexpr int IDC_INFO_ALBUM = 1604;
+inline constexpr int IDC_INFO_YEAR = 1605;
+inline constexpr int IDC_INFO_COMMENT = 1606;
+inline constexpr int IDC_INFO_LYRICS = 1607;
+inline constexpr int IDC_INFO_READ_ONLY = 1608;
+inline constexpr int IDC_INFO_SHIFT = 1609;
+inline constexpr int IDC_INFO_SHIFT_VALUE = 1610;
+inline constexpr int IDC_INFO_SAVE = 1611;
+inline constexpr int IDC_INFO_EXPORT = 1612;
+inline constexpr int IDC_INFO_IMPORT = 1613;
+inline constexpr int IDC_INFO_PATH = 1614;
+
 // Splash window: 1300-1349.
 inline constexpr int IDC_SPLASH_OS = 1301;
 

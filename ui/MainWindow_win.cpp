@@ -6,12 +6,14 @@
 #include "platform/FileSystem.h"
 #include "platform/WinText.h"
 #include "mediainfo/ListInfo.h"
+#include "mediainfo/LyricsTiming.h"
 #include "playback/TransportTexts.h"
 #include "playback/VideoSizing.h"
 #include "settings/IniFiles.h"
 #include "settings/RegistryWrapper.h"
 #include "ui/ControlIds.h"
 #include "ui/ImageButton_win.h"
+#include "ui/InfoEditorDialog_win.h"
 #include "ui/Prompts_win.h"
 #include "ui/Theme_win.h"
 #include "ui/WindowClass_win.h"
@@ -83,7 +85,16 @@ MainWindow::MainWindow(MainWindowServices services)
       decoder1_(services.files, acm_, waveOut_),
       player_({queue_, settings_, services.prompts, decoder2_, &decoder1_, volume_, *this,
                [] { return static_cast<double>(GetTickCount() % 1000003) / 1000003.0; }}),
-      stream_(services.files) {}
+      stream_(services.files),
+      lists_(services.prompts, services.files, settings_, queue_, *this, filterWindow_),
+      defaultList_(services.prompts, services.files, settings_, queue_, lists_, filterWindow_),
+      library_(services.prompts, services.files, services.rawRegistry, settings_, queue_, lists_, copyWindow_),
+      lyrics_(services.files, *this) {}
+
+void CopyLogWindow::Open(std::string_view header) {
+    window_.Open(owner_, "添加文件到“我的音乐库”");
+    window_.AddLine(std::string(header));
+}
 
 MainWindow::~MainWindow() {
     if (hwnd_) DestroyWindow(hwnd_);
@@ -207,7 +218,8 @@ void MainWindow::OnCreate() {
     Label(hwnd_, IDC_MAIN_SEGMENT_RANGE, Widen(t.segmentRange).c_str(), 384, 160, 70, 18, SS_RIGHT);
 
     Label(hwnd_, IDC_MAIN_PREVIOUS_LABEL, L"", 8, 184, 220, 18);
-    Label(hwnd_, IDC_MAIN_NEXT_LABEL, L"", 232, 184, 222, 18);
+    Label(hwnd_, IDC_MAIN_NEXT_LABEL, L"", 232, 184, 148, 18);
+    CreateImageButton(hwnd_, IDC_MAIN_LIBRARY, L"音乐库", 384, 181, 70, 22);
     Label(hwnd_, IDC_MAIN_STATUS_LINE, Widen(t.statusLine).c_str(), 8, 206, kClientWidth - 16, 18);
 
     status_ = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, hwnd_,
@@ -222,7 +234,9 @@ void MainWindow::LoadSequence(const std::string& argument) {
     playlist_.Create(*this, hwnd_);
     display_.Create(hwnd_);
     video_.Create(hwnd_);
+    engine_.SetControls(&controls_);
     video_.onResize = [this](long width, long height) {
+        if (engine_.Kind() == MediaKind::Flash) controls_.Fit();
         if (engine_.Picture().width > 0) engine_.PlacePicture(reinterpret_cast<UINT_PTR>(video_.Handle()),
                                                               PixelRect{0, 0, width, height});
     };
@@ -244,12 +258,39 @@ void MainWindow::LoadSequence(const std::string& argument) {
     if (settings_.IsOn("L57")) ShowWindow(playlist_.Handle(), SW_SHOWNOACTIVATE);
     UpdateWindow(hwnd_);
 
-    if (!argument.empty()) OpenArgument(argument);
+    if (argument.empty()) {
+        defaultList_.LoadDefaultList();
+    } else {
+        OpenArgument(argument);
+    }
     if (const auto alpha = ReadWindowOpacity(services_.ini, TransparentWindow::Main)) {
         SetWindowLongW(hwnd_, GWL_EXSTYLE, GetWindowLongW(hwnd_, GWL_EXSTYLE) | WS_EX_LAYERED);
         SetLayeredWindowAttributes(hwnd_, 0, static_cast<BYTE>(*alpha), LWA_ALPHA);
     }
+    lyrics_.SetLineByteLimit(ParseLineByteLimit(services_.registry.ReadValueQuietly(kSetupKeyPath, kLineByteLimitValueName).text));
+    ReadLyricsLook();
     SetTimer(hwnd_, kHandOffTimer, kHandOffMs, nullptr);
+}
+
+void MainWindow::ReadLyricsLook() {
+    // The lyrics window's look: "F8_BC" its background, "F8_1_YY" and "F8_2_YY" the colours of the
+    // current and the next line (COLORREF values in decimal), "F8_GcLab1" and "F8_GcLab2" their sizes
+    // in points (6 to 72). A value missing or out of range keeps the default look.
+    AudioDisplayWindow::LyricsLook look;
+    auto colour = [&](const char* name, COLORREF& into) {
+        const auto n = ParseDecimal(services_.registry.ReadValueQuietly(kSetupKeyPath, name).text);
+        if (n && *n >= 0 && *n <= 0xFFFFFF) into = static_cast<COLORREF>(*n);
+    };
+    auto points = [&](const char* name, int& into) {
+        const auto n = ParseDecimal(services_.registry.ReadValueQuietly(kSetupKeyPath, name).text);
+        if (n && *n >= 6 && *n <= 72) into = static_cast<int>(*n);
+    };
+    colour("F8_BC", look.background);
+    colour("F8_1_YY", look.current);
+    colour("F8_2_YY", look.next);
+    points("F8_GcLab1", look.currentPoints);
+    points("F8_GcLab2", look.nextPoints);
+    display_.SetLyricsLook(look);
 }
 
 void MainWindow::ApplyTips() {
@@ -268,6 +309,7 @@ void MainWindow::ApplyTips() {
         {IDC_MAIN_STATUS_LINE, &t.statusLine},
     };
     for (const auto& [id, text] : tips) tips_.Set(GetDlgItem(hwnd_, id), *text);
+    tips_.Set(GetDlgItem(hwnd_, IDC_MAIN_LIBRARY), "加载“我的音乐库”");
     if (settings_.Text("L34") == "0") {
         tips_.SetColors(static_cast<COLORREF>(settings_.Number("L34B").value_or(0xE1FFFF)),
                         static_cast<COLORREF>(settings_.Number("L34F").value_or(0)));
@@ -317,7 +359,17 @@ void MainWindow::ShowPlayback(const PlaybackTexts& t) {
     UpdateTimers();
 }
 
+void MainWindow::ShowLyricsLines(std::string_view first, std::string_view second) {
+    display_.SetLyrics(std::string(first), std::string(second));
+}
+
 void MainWindow::FileOpened(const std::string& path) {
+    // "当正在播放的媒体文件装有“歌词”时，自动打开…" / "…没有“歌词”时，自动关闭“音频\歌词显示”窗口"
+    if (lyrics_.Load(path)) {
+        if (settings_.IsOn("L48")) display_.Show();
+    } else if (settings_.IsOn("L49") && !player_.UsingDecoder1()) {
+        ShowWindow(display_.Handle(), SW_HIDE);
+    }
     stream_.Opened(path, player_.LengthMs());
     display_.SetStreamTexts(stream_.Texts());
     if (engine_.Kind() == MediaKind::Picture && !player_.UsingDecoder1()) {
@@ -325,6 +377,12 @@ void MainWindow::FileOpened(const std::string& path) {
         return;
     }
     video_.ClearPicture();
+    if (engine_.Kind() == MediaKind::Flash) {
+        // The Flash control fills the video window; a movie has no size of its own to go by.
+        if (!settings_.IsOn("L67")) video_.ShowAsIs();
+        controls_.Fit();
+        return;
+    }
     const PixelRect picture = engine_.Picture();
     if (player_.UsingDecoder1() || picture.width <= 0 || picture.height <= 0) {
         // "当播放“音频”文件时自动关闭视频窗口"
@@ -374,6 +432,10 @@ void MainWindow::OnScroll(HWND slider, int code) {
         player_.SetSpeed(pos);
     } else if (id == IDC_MAIN_PROGRESS && (code == TB_ENDTRACK || code == TB_THUMBPOSITION)) {
         player_.SeekToPermille(pos);
+    } else if (id == IDC_MAIN_PROGRESS && code == TB_THUMBTRACK && settings_.IsOn("L68") && lyrics_.HasLyrics()) {
+        // "…移动“时间进度条”时显示歌词进度": the lines follow the pointer while it is dragged.
+        const long long length = player_.LengthMs();
+        if (length > 0) lyrics_.Tick(length * pos / 1000 / 1000);
     }
 }
 
@@ -382,9 +444,54 @@ void MainWindow::OpenArgument(const std::string& argument) {
     if (!path) return;  // names nothing: silently not added
     pendingDropList_ = MakePendingDropList({*path});
     pendingDropCount_ = 1;
-    queue_.AddPending(ParsePendingDropList(pendingDropList_));
+    const AddResult result = queue_.AddPending(ParsePendingDropList(pendingDropList_));
     pendingDropList_.clear();
     pendingDropCount_ = 0;
+    TakeAddResult(result);
+}
+
+void MainWindow::TakeAddResult(const AddResult& result) {
+    if (result.outcome == AddOutcome::ListFile) lists_.LoadListFile(result.listFile);
+}
+
+void MainWindow::OpenListFile() {
+    const auto path = services_.prompts.AskOpenFileName("打开Lumora专用列表文件（*.QLB）", "QLB Lumora列表文件 (*.qlb)|*.qlb");
+    if (path) lists_.LoadListFile(*path);
+}
+
+void MainWindow::OpenInfoEditor() {
+    InfoEditorDialog dialog;
+    const PlayQueue& queue = queue_.Queue();
+    const auto lines = queue.Lines();
+    for (int i = 1; i <= queue.Count(); ++i) {
+        const MediaEntry* entry = queue.EntryAt(i);
+        if (entry) dialog.files.push_back({lines[static_cast<size_t>(i - 1)], entry->path});
+    }
+    dialog.first = queue.Current() > 0 ? queue.Current() - 1 : (dialog.files.empty() ? -1 : 0);
+    dialog.Run(hwnd_, services_.files);
+    // What was saved may be the playing file's lyrics: read them again.
+    if (const MediaEntry* playing = queue.EntryAt(queue.Current())) lyrics_.Load(playing->path);
+}
+
+void MainWindow::AssignLyrics() {
+    const PlayQueue& queue = queue_.Queue();
+    const MediaEntry* playing = queue.EntryAt(queue.Current());
+    if (!playing) {
+        services_.prompts.ShowMessage("当前没有文件播放，无法指定歌词文件。", "指定歌词文件");
+        return;
+    }
+    const auto lyrics = services_.prompts.AskOpenFileName(
+        "为当前播放的文件指定歌词文件", "歌词文件 (*.qgc;*.lrc;*.smi)|*.qgc;*.lrc;*.smi");
+    if (!lyrics) return;
+    switch (AssignLyricsFile(services_.files, playing->path, *lyrics)) {
+        case AssignResult::Assigned: lyrics_.Load(playing->path); break;
+        case AssignResult::NotStorable:
+            services_.prompts.ShowMessage("歌词文件的路径或媒体文件名含有无法保存的字符，无法指定。", "指定歌词文件");
+            break;
+        case AssignResult::Failed:
+            services_.prompts.ShowMessage("无法写入歌词记录文件 zvplaygc.ini。", "指定歌词文件");
+            break;
+    }
 }
 
 void MainWindow::RemoveEntry(int index) { queue_.RemoveEntry(index); }
@@ -403,8 +510,21 @@ std::string MainWindow::EntryInfo(int index) {
 void MainWindow::OnCommand(int id) {
     switch (id) {
         case IDC_MAIN_OPEN:
-        case IDM_OPEN_FILES: queue_.AddFromOpenDialog(); break;
-        case IDM_OPEN_FOLDER: queue_.AddFromFolder(); break;
+        case IDM_OPEN_FILES: TakeAddResult(queue_.AddFromOpenDialog()); break;
+        case IDM_OPEN_FOLDER: TakeAddResult(queue_.AddFromFolder()); break;
+        case IDM_OPEN_LIST: OpenListFile(); break;
+        case IDM_SAVE_LIST: lists_.SaveListFile(); break;
+        case IDM_DEFAULT_LIST_SAVE: defaultList_.SaveDefaultList(); break;
+        case IDM_DEFAULT_LIST_DELETE: defaultList_.DeleteDefaultList(); break;
+        case IDC_MAIN_LIBRARY:
+        case IDM_LIBRARY_LOAD: library_.LoadLibrary(); break;
+        case IDM_LIBRARY_ADD_CURRENT: library_.AddCurrentToLibrary(); break;
+        case IDM_LIBRARY_ADD_ALL: library_.AddAllToLibrary(); break;
+        case IDM_LIBRARY_CHANGE: library_.ChangeLibraryFolder(); break;
+        case IDM_LIBRARY_DELETE: library_.DeleteLibrary(); break;
+        case IDM_MEDIA_INFO: OpenInfoEditor(); break;
+        case IDM_ASSIGN_LYRICS: AssignLyrics(); break;
+        case IDM_LYRICS_WINDOW: display_.Toggle(); break;
         case IDC_MAIN_LIST:
         case IDM_SHOW_PLAYLIST: playlist_.Toggle(); break;
         case IDM_EXIT: OnClose(); break;
@@ -430,6 +550,7 @@ void MainWindow::OnCommand(int id) {
 void MainWindow::OnTimer(UINT_PTR id) {
     if (id == kProgressTimer) {
         player_.ProgressTick();
+        if (const long long ms = player_.PositionMs(); ms >= 0) lyrics_.Tick(ms / 1000);
         stream_.Progress(player_.PositionMs());
         display_.SetStreamTexts(stream_.Texts());
         return;
@@ -464,14 +585,30 @@ void MainWindow::OnDropFiles(HDROP drop) {
         paths.push_back(Narrow(path));
     }
     DragFinish(drop);
-    queue_.AddDropped(paths);
+    TakeAddResult(queue_.AddDropped(paths));
 }
 
 void MainWindow::OnContextMenu(int x, int y) {
     HMENU menu = CreatePopupMenu();
     AppendMenuW(menu, MF_STRING, IDM_OPEN_FILES, L"打开文件(&O)...");
     AppendMenuW(menu, MF_STRING, IDM_OPEN_FOLDER, L"打开文件夹(&F)...");
+    AppendMenuW(menu, MF_STRING, IDM_OPEN_LIST, L"打开列表文件(&P)...");
+    AppendMenuW(menu, MF_STRING, IDM_SAVE_LIST, L"保存列表文件(&S)...");
     AppendMenuW(menu, MF_STRING, IDM_JUMP_TO_TIME, L"直接播放(&T)...");
+    AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+    AppendMenuW(menu, MF_STRING, IDM_DEFAULT_LIST_SAVE, L"“把当前列表设成默认列表”");
+    AppendMenuW(menu, MF_STRING, IDM_DEFAULT_LIST_DELETE, L"删除当前默认列表");
+    HMENU library = CreatePopupMenu();
+    AppendMenuW(library, MF_STRING, IDM_LIBRARY_ADD_CURRENT, L"把当前正在播放的文件保存到‘我的音乐库’。");
+    AppendMenuW(library, MF_STRING, IDM_LIBRARY_ADD_ALL, L"把当前所有文件保存到‘我的音乐库’");
+    AppendMenuW(menu, MF_STRING, IDM_LIBRARY_LOAD, L"打开‘我的音乐库’");
+    AppendMenuW(menu, MF_POPUP, reinterpret_cast<UINT_PTR>(library), L"添加文件到“我的音乐库”");
+    AppendMenuW(menu, MF_STRING, IDM_LIBRARY_CHANGE, L"更改“我的音乐库”的路径");
+    AppendMenuW(menu, MF_STRING, IDM_LIBRARY_DELETE, L"删除“我的音乐库”");
+    AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+    AppendMenuW(menu, MF_STRING, IDM_MEDIA_INFO, L"媒体信息编辑(&I)...");
+    AppendMenuW(menu, MF_STRING, IDM_ASSIGN_LYRICS, L"为当前文件指定歌词文件...");
+    AppendMenuW(menu, MF_STRING | (display_.Visible() ? MF_CHECKED : 0), IDM_LYRICS_WINDOW, L"音频\\歌词显示");
     AppendMenuW(menu, MF_STRING | (IsWindowVisible(playlist_.Handle()) ? MF_CHECKED : 0), IDM_SHOW_PLAYLIST,
                 L"文件列表(&L)");
     AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
@@ -530,6 +667,7 @@ void MainWindow::SavePositions() {
 }
 
 void MainWindow::OnClose() {
+    defaultList_.SaveDefaultListOnExit();  // only when "L56" asks for it
     SavePositions();
     engine_.CloseAll();
     DestroyWindow(hwnd_);

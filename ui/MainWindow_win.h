@@ -10,16 +10,23 @@
 
 #include "app/Startup.h"
 #include "platform/Audio_win.h"
+#include "platform/ControlHost_win.h"
 #include "platform/Mci_win.h"
 #include "platform/Volume_win.h"
 #include "playback/EngineDecoder.h"
 #include "playback/MediaEngine.h"
 #include "playback/PlaybackController.h"
+#include "mediainfo/LyricsDisplay.h"
 #include "playback/StreamPanelFeed.h"
+#include "playlist/DefaultList.h"
+#include "playlist/ListFile.h"
+#include "playlist/ListFileController.h"
+#include "playlist/MusicLibrary.h"
 #include "playlist/QueueController.h"
 #include "settings/SettingsStore.h"
 #include "ui/AudioDisplayWindow_win.h"
 #include "ui/PlaylistWindow_win.h"
+#include "ui/ProgressWindow_win.h"
 #include "ui/TooltipClient_win.h"
 #include "ui/VideoWindow_win.h"
 
@@ -27,6 +34,7 @@ namespace lumora {
 
 class FileSystem;
 class IniFiles;
+class Registry;
 class RegistryWrapper;
 class WinPrompts;
 
@@ -35,9 +43,42 @@ struct MainWindowServices {
     IniFiles& ini;
     RegistryWrapper& registry;
     WinPrompts& prompts;
+    Registry& rawRegistry;  // for values kept as plain strings (the music library's folder)
 };
 
-class MainWindow final : public QueueView, public PlaybackView {
+// The progress window of a list filtering run.
+class FilterWindow final : public FilterProgress {
+public:
+    explicit FilterWindow(HWND& owner) : owner_(owner) {}
+    void Open(std::string_view title) override { window_.Open(owner_, std::string(title)); }
+    void ShowStatus(std::string_view text) override { window_.SetStatus(std::string(text)); }
+    void ShowCounters(std::string_view filtered, std::string_view remaining) override {
+        window_.SetCounters(std::string(filtered), std::string(remaining));
+    }
+    void AddDroppedLine(std::string_view line) override { window_.AddLine(std::string(line)); }
+    bool KeepGoing() override { return window_.Pump(); }
+    void Close() override { window_.Close(); }
+
+private:
+    HWND& owner_;
+    ProgressWindow window_;
+};
+
+// The copy window of adding every file to the music library: a log the user reads afterwards.
+class CopyLogWindow final : public LibraryCopyView {
+public:
+    explicit CopyLogWindow(HWND& owner) : owner_(owner) {}
+    void Open(std::string_view header) override;
+    void AddLine(std::string_view line) override { window_.AddLine(std::string(line)); }
+    bool KeepGoing() override { return window_.Pump(); }
+    void Close() override { window_.Finish(); }
+
+private:
+    HWND& owner_;
+    ProgressWindow window_;
+};
+
+class MainWindow final : public QueueView, public PlaybackView, public LyricsView {
 public:
     explicit MainWindow(MainWindowServices services);
     ~MainWindow() override;
@@ -57,6 +98,9 @@ public:
     // PlaybackView
     void ShowPlayback(const PlaybackTexts& texts) override;
     void FileOpened(const std::string& path) override;
+
+    // LyricsView
+    void ShowLyricsLines(std::string_view first, std::string_view second) override;
 
     // The open-argument operation: a file, a folder or a drive root, as the command line or a
     // second instance named it.
@@ -86,12 +130,18 @@ private:
     void RestorePosition();
     void SavePositions();
     void SetText(int id, const std::string& text);
+    void TakeAddResult(const AddResult& result);
+    void OpenListFile();
+    void OpenInfoEditor();
+    void AssignLyrics();
+    void ReadLyricsLook();
 
     MainWindowServices services_;
     SettingsStore settings_;
     QueueController queue_;
     WinMci mci_;
     MediaEngine engine_{mci_};
+    WinControls controls_;
     EngineDecoder decoder2_{engine_, 0};
     WinVolume volume_;
     AcmMp3Decoder acm_;
@@ -106,6 +156,12 @@ private:
     StreamPanelFeed stream_;
     bool displayTimerOn_ = false;
     TooltipClient tips_;
+    FilterWindow filterWindow_{hwnd_};
+    CopyLogWindow copyWindow_{hwnd_};
+    ListFileController lists_;
+    DefaultList defaultList_;
+    MusicLibrary library_;
+    LyricsDisplay lyrics_;
     std::string osCode_;
     std::string pendingDropList_;  // "aaa*" and the paths waiting to be added
     int pendingDropCount_ = 0;

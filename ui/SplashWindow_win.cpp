@@ -1,5 +1,7 @@
 #include "ui/SplashWindow_win.h"
 
+#include "app/Version.h"
+
 #include "platform/WinText.h"
 #include "ui/ControlIds.h"
 #include "ui/Theme_win.h"
@@ -74,6 +76,12 @@ LRESULT CALLBACK SplashWindow::WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp
                                     CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY, DEFAULT_PITCH, L"MS Shell Dlg");
             HGDIOBJ old = SelectObject(dc, big);
             DrawTextW(dc, L"Lumora", -1, &r, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
+            SelectObject(dc, Theme::UiFont());
+            SetTextColor(dc, Theme::kText);
+            RECT version = r;
+            version.top = r.bottom - 40;
+            const std::wstring text = L"版本 " + Widen(kVersionText);
+            DrawTextW(dc, text.c_str(), -1, &version, DT_CENTER | DT_SINGLELINE);
             SelectObject(dc, old);
             DeleteObject(big);
             EndPaint(hwnd, &ps);

@@ -58,6 +58,17 @@ std::string ListBytes(const std::string& header, const std::string& count, const
 
 std::string FolderText(const fs::path& p) { return Narrow(p.wstring()); }
 
+// Deletes the files directly in `folder` (std::filesystem cannot list a bare drive root under Wine).
+void ClearFiles(const std::wstring& folder) {
+    WIN32_FIND_DATAW found;
+    const HANDLE h = FindFirstFileW((folder + L"*").c_str(), &found);
+    if (h == INVALID_HANDLE_VALUE) return;
+    do {
+        if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) DeleteFileW((folder + found.cFileName).c_str());
+    } while (FindNextFileW(h, &found));
+    FindClose(h);
+}
+
 fs::path DefaultListPath() {
     wchar_t buf[MAX_PATH] = {};
     SHGetFolderPathW(nullptr, CSIDL_APPDATA, nullptr, SHGFP_TYPE_CURRENT, buf);
@@ -103,7 +114,9 @@ protected:
     void AnswerOk(const std::string& title, const std::string& textStart = {}) {
         HWND box = WaitForBox(title);
         ASSERT_NE(box, nullptr) << title;
-        if (!textStart.empty()) EXPECT_EQ(BoxText(box).rfind(textStart, 0), 0u) << BoxText(box);
+        if (!textStart.empty()) {
+            EXPECT_EQ(BoxText(box).rfind(textStart, 0), 0u) << BoxText(box);
+        }
         AnswerBox(box, IDOK);
     }
 
@@ -148,13 +161,78 @@ TEST_F(ListE2E, SavedListHoldsTheFolderAndNamesInCodePage936) {
     AnswerFileDialog(dialog, FolderText(media_ / L"新列表"));
     HWND done = WaitForBox("文件保存完毕");
     ASSERT_NE(done, nullptr);
-    EXPECT_EQ(BoxText(done), "列表文件已保存完毕，路径为 " + FolderText(media_ / L"新列表.QLB"));
+    // The dialog itself gives the typed name the list extension.
+    EXPECT_EQ(BoxText(done), "列表文件已保存完毕，路径为 " + FolderText(media_ / L"新列表.qlb"));
     AnswerBox(done, IDOK);
-    const std::string bytes = ReadBytes(media_ / L"新列表.QLB");
+    const std::string bytes = ReadBytes(media_ / L"新列表.qlb");
     const auto lines = Lines();
     std::string line3 = FolderText(media_);
     for (const auto& l : lines) line3 += "*" + l.substr(5, l.size() - 6);
     EXPECT_EQ(bytes, ListBytes(kHeader, "3*1", line3));
+}
+
+// R: is a removable drive in the test prefix: saving from its root asks first, and the folder keeps
+// its single "\" with the names joined straight to it.
+TEST_F(ListE2E, ListSavedFromARemovableDriveRootAsksAndKeepsTheRoot) {
+    const fs::path root = L"R:\\";
+    ClearFiles(L"R:\\");
+    const std::string mp3 = test::MpegFrames(1150);
+    WriteBytes(root / L"甲.mp3", mp3);
+    WriteBytes(root / L"乙.mp3", mp3);
+    Start("R:\\");
+    const DWORD start = GetTickCount();
+    while (Lines().size() != 2 && GetTickCount() - start < kTimeoutMs) Sleep(50);
+    ASSERT_EQ(Lines().size(), 2u);
+    PostMessageW(main_, WM_COMMAND, IDM_SAVE_LIST, 0);
+    HWND question = WaitForBox("驱动器对话框");
+    ASSERT_NE(question, nullptr);
+    EXPECT_EQ(BoxText(question), "程序检测到R盘是可移动的驱动器。建议先把文件拷入硬盘中再做列表文件。现在是否继续？");
+    AnswerBox(question, IDYES);
+    HWND dialog = WaitForBox("保存Lumora专用列表文件（*.QLB）。请在下面输入文件名（不要输入扩展名）。");
+    ASSERT_NE(dialog, nullptr);
+    AnswerFileDialog(dialog, FolderText(media_ / L"根目录"));
+    AnswerOk("文件保存完毕");
+    const auto lines = Lines();
+    EXPECT_EQ(ReadBytes(media_ / L"根目录.qlb"),
+              ListBytes(kHeader, "2*1", "R:\\*" + lines[0].substr(5, lines[0].size() - 6) + "*" +
+                                            lines[1].substr(5, lines[1].size() - 6)));
+    ClearFiles(L"R:\\");
+}
+
+// A save is written beside the old list and put in its place only when whole: killed while it
+// filters a long queue, Lumora leaves the old list as it was and no half file anywhere.
+TEST_F(ListE2E, SaveKilledHalfWayLeavesTheOldListWhole) {
+    const fs::path many = media_ / L"many";
+    fs::create_directories(many);
+    const std::string mp3 = test::MpegFrames(40);
+    for (int i = 0; i < 999; ++i) WriteBytes(many / (std::to_wstring(1000 + i) + L".mp3"), mp3);
+    const fs::path list = media_ / L"旧列表.qlb";
+    const std::string old = ListBytes(kHeader, "2*1", FolderText(media_) + "*一.mp3*two.mp3");
+    WriteBytes(list, old);
+    Start(FolderText(many));
+    const DWORD start = GetTickCount();
+    while (Lines().size() != 999 && GetTickCount() - start < kTimeoutMs) Sleep(100);
+    ASSERT_EQ(Lines().size(), 999u);
+    PostMessageW(main_, WM_COMMAND, IDM_SAVE_LIST, 0);
+    HWND dialog = WaitForBox("保存Lumora专用列表文件（*.QLB）。请在下面输入文件名（不要输入扩展名）。");
+    ASSERT_NE(dialog, nullptr);
+    AnswerFileDialog(dialog, FolderText(list));
+    // Saving over a list asks first (the system's own question, owned by the dialog); yes goes on.
+    HWND progress = nullptr;
+    const DWORD asked = GetTickCount();
+    while (!progress && GetTickCount() - asked < kTimeoutMs) {
+        for (HWND w : AllWindows(L"#32770")) {
+            if (GetWindow(w, GW_OWNER) == dialog) PostMessageW(w, WM_COMMAND, MAKEWPARAM(IDYES, BN_CLICKED), 0);
+        }
+        progress = FindWindowOf(process_.Id(), kProgressClass);
+        Sleep(20);
+    }
+    ASSERT_NE(progress, nullptr);
+    process_.Kill();
+    EXPECT_EQ(ReadBytes(list), old);
+    for (const auto& entry : fs::directory_iterator(media_)) {
+        EXPECT_EQ(entry.path().wstring().find(L"lumora-tmp"), std::wstring::npos) << Narrow(entry.path().wstring());
+    }
 }
 
 TEST_F(ListE2E, DefaultListPlaysAtStartOrWaitsAsTheOptionSays) {

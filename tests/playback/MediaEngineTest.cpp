@@ -209,6 +209,52 @@ TEST(MediaEngine, OpenDispatchByExtension) {
     EXPECT_EQ(e.OpenDispatch("D:\\v.avi", 1, false), OpenResult::CannotPlay);
 }
 
+class FakeControls : public ControlPort {
+public:
+    bool Available(HostedControl control) override { return installed && control == HostedControl::Flash; }
+    bool Open(HostedControl, const std::string& path, WindowId window) override {
+        log.push_back("open " + path + " in " + std::to_string(window));
+        return opens;
+    }
+    bool Call(int id) override {
+        log.push_back("call " + std::to_string(id));
+        return true;
+    }
+    std::optional<double> Number(int) override { return std::nullopt; }
+    void Close() override { log.push_back("close"); }
+
+    bool installed = true;
+    bool opens = true;
+    std::vector<std::string> log;
+};
+
+// A Flash movie goes to the hosted control, never to MCI; its pause and stop are the control's
+// method 113; without the control it cannot be played.
+TEST(MediaEngine, FlashMoviesGoToTheHostedControl) {
+    RecordingMci mci;
+    FakeControls controls;
+    MediaEngine e(mci);
+    e.SetControls(&controls);
+    EXPECT_EQ(e.OpenDispatch("D:\\片头.SWF", 7, false), OpenResult::Control);
+    EXPECT_EQ(e.Kind(), MediaKind::Flash);
+    EXPECT_EQ(mci.sent, (std::vector<std::string>{"Close All"}));
+    EXPECT_TRUE(e.Pause());
+    EXPECT_TRUE(e.State().paused);
+    EXPECT_TRUE(e.Stop());
+    EXPECT_EQ(controls.log, (std::vector<std::string>{"close", "open D:\\片头.SWF in 7", "call 113", "call 113"}));
+    e.CloseAll();
+    EXPECT_EQ(controls.log.back(), "close");
+    EXPECT_EQ(e.Kind(), MediaKind::None);
+
+    controls.installed = false;
+    EXPECT_EQ(e.OpenDispatch("D:\a.spl", 7, false), OpenResult::CannotPlay);
+    controls.installed = true;
+    controls.opens = false;
+    EXPECT_EQ(e.OpenDispatch("D:\a.swf", 7, false), OpenResult::CannotPlay);
+    MediaEngine without(mci);
+    EXPECT_EQ(without.OpenDispatch("D:\a.swf", 7, false), OpenResult::CannotPlay);
+}
+
 TEST(MediaEngine, VideoInformationLines) {
     RecordingMci mci;
     mci.replies["Where movie1 destination"] = "0 0 352 288";

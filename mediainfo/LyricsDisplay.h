@@ -1,0 +1,59 @@
+#pragma once
+// The "音频\歌词显示" window's lyrics: loads the lyrics of the file that starts playing through the
+// lyrics lookup, and on every progress tick hands the two lines for the elapsed time to the window. The
+// window (ui/) only sets its two labels and lays them out again.
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "mediainfo/LyricsLookup.h"
+#include "mediainfo/LyricsTiming.h"
+
+namespace lumora {
+
+class FileSystem;
+
+class LyricsView {
+public:
+    virtual ~LyricsView() = default;
+    // The two lyrics labels: the line reached and the next one. Either may hold several lines joined
+    // with CR LF (lines with the same stamp, or a line wrapped at the Gc1Long limit), or be empty.
+    // Called only when the texts change.
+    virtual void ShowLyricsLines(std::string_view first, std::string_view second) = 0;
+};
+
+class LyricsDisplay {
+public:
+    LyricsDisplay(FileSystem& fs, LyricsView& view) : fs_(fs), view_(view) {}
+
+    // A file starts: finds its lyrics and builds the timed list, replacing the last file's. The labels
+    // are emptied. True when the file has lyrics (the "L48"/"L49" options open or close the window by it).
+    bool Load(const std::string& mediaPath);
+    // No file any more: lists dropped, labels emptied.
+    void Clear();
+    bool HasLyrics() const { return !lyrics_.Empty(); }
+    // Where the lyrics came from, for the window's caption or a menu.
+    const FoundLyrics& Source() const { return found_; }
+
+    // The progress tick or the decoder's position event: `elapsedSeconds` is the whole seconds played.
+    // Shows the two lines when they differ from what is shown; otherwise does nothing.
+    void Tick(long long elapsedSeconds);
+
+    // Gc1Long (ParseLineByteLimit of the stored value). Takes effect at the next tick.
+    void SetLineByteLimit(int bytes);
+    // The LRC and SMI readers' timing correction; takes effect at the next Load.
+    void SetTimingCorrection(bool on) { correctTiming_ = on; }
+
+private:
+    void Show(const DisplayLines& lines);
+
+    FileSystem& fs_;
+    LyricsView& view_;
+    FoundLyrics found_;
+    TimedLyrics lyrics_;
+    std::optional<DisplayLines> shown_;  // what the labels hold; empty before anything was shown
+    int lineByteLimit_ = 0;
+    bool correctTiming_ = false;
+};
+
+}  // namespace lumora

@@ -1,0 +1,32 @@
+#pragma once
+// Port: the player controls Lumora hosts in its video window where the system has them. They are
+// called late-bound, by dispatch identifier, as the controls document them.
+#include <optional>
+#include <string>
+
+#include "playback/MciPort.h"
+
+namespace lumora {
+
+enum class HostedControl { MediaPlayer = 3, Flash = 4 };
+
+// The Flash control's method that stops the movie; pausing uses it too.
+inline constexpr int kFlashStopMethod = 113;
+
+class ControlPort {
+public:
+    virtual ~ControlPort() = default;
+    // True when the control is installed on this system.
+    virtual bool Available(HostedControl control) = 0;
+    // Puts the control into `window`, filling it, and gives it the file, which it starts by
+    // itself. False when any step fails; nothing is left behind then.
+    virtual bool Open(HostedControl control, const std::string& path, WindowId window) = 0;
+    // Calls a method without arguments by its dispatch identifier.
+    virtual bool Call(int dispatchId) = 0;
+    // Reads a numeric property by its dispatch identifier; empty when the control refuses.
+    virtual std::optional<double> Number(int dispatchId) = 0;
+    // Removes the control, if one is there.
+    virtual void Close() = 0;
+};
+
+}  // namespace lumora

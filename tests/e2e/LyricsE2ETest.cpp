@@ -1,0 +1,206 @@
+// Media information and lyrics in the real Lumora under Wine: lyrics found and shown in time, the
+// information editor's save, export and import.
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "e2e/Driver.h"
+#include "platform/Registry_win.h"
+#include "platform/TextCodec.h"
+#include "platform/WinText.h"
+#include "support/MpegFrames.h"
+#include "ui/ControlIds.h"
+
+namespace lumora::e2e {
+namespace {
+
+using namespace ids;
+namespace fs = std::filesystem;
+
+constexpr wchar_t kDisplayClass[] = L"LumoraAudioDisplay";
+
+std::wstring LumoraExe() {
+    wchar_t buf[MAX_PATH] = {};
+    GetEnvironmentVariableW(L"LUMORA_EXE", buf, MAX_PATH);
+    return buf;
+}
+
+void StoreOption(const char* name, const char* text) {
+    WinRegistry reg;
+    reg.CreateKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup");
+    reg.WriteBinary(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", name, text);
+}
+
+std::string Cp936(const std::string& utf8) { return Utf8ToCp936(utf8).value_or(std::string()); }
+
+void WriteBytes(const fs::path& path, const std::string& bytes) {
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    out << bytes;
+}
+
+std::string ReadBytes(const fs::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream s;
+    s << in.rdbuf();
+    return s.str();
+}
+
+std::string Padded(const std::string& bytes, size_t size) {
+    std::string out = bytes;
+    out.resize(size, '\0');
+    return out;
+}
+
+// Audio followed by an information block as Lumora writes it: "LYRICS", the lyrics field, the tag.
+std::string WithBlock(const std::string& audio, const std::string& lyricsUtf8, const std::string& titleUtf8) {
+    const std::string lyrics = Cp936(lyricsUtf8);
+    char size[6];
+    std::snprintf(size, sizeof size, "%05zu", lyrics.size());
+    return audio + "LYRICS" + "BEGININD0000211LYR" + size + lyrics + Padded("TAG" + Cp936(titleUtf8), 30) +
+           std::string(3, '\0') + Padded("", 30) + Padded("", 30) + Padded("", 30) + std::string(5, '\0');
+}
+
+class LyricsE2E : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_FALSE(LumoraExe().empty()) << "LUMORA_EXE is not set";
+        WinRegistry().DeleteKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft");
+        StoreOption("L25", "0");  // our own player: it reads the file and lets go of it
+        wchar_t tmp[MAX_PATH];
+        GetTempPathW(MAX_PATH, tmp);
+        media_ = fs::path(tmp) / L"Lumora 歌词 E2E";
+        fs::remove_all(media_);
+        fs::create_directories(media_);
+    }
+    void TearDown() override { process_.Kill(); }
+
+    void Start(const fs::path& file) {
+        process_ = LumoraProcess::Start(LumoraExe(), "\"" + Narrow(file.wstring()) + "\"");
+        main_ = WaitForWindow(process_.Id(), kMainClass);
+        display_ = WaitForWindow(process_.Id(), kDisplayClass);
+        ASSERT_NE(main_, nullptr);
+        ASSERT_NE(display_, nullptr);
+        ASSERT_EQ(WaitForControlText(main_, IDC_MAIN_PLAY, "暂停"), "暂停");
+    }
+    std::string Current() { return ControlText(display_, IDC_LYRICS_CURRENT); }
+    std::string Next() { return ControlText(display_, IDC_LYRICS_NEXT); }
+
+    fs::path media_;
+    LumoraProcess process_;
+    HWND main_ = nullptr;
+    HWND display_ = nullptr;
+};
+
+TEST_F(LyricsE2E, EmbeddedLyricsWinOverTheLrcBesideAndFollowThePlayingTime) {
+    const fs::path song = media_ / L"歌.mp3";
+    WriteBytes(song, WithBlock(test::MpegFrames(1150),
+                               "[00:00]第一句\r\n[00:02]第二句\r\n[00:04]第三句\r\n[00:06]第四句\r\n[00:40]尾声", "歌"));
+    WriteBytes(media_ / L"歌.lrc", Cp936("[00:00]旁边的歌词\r\n[00:03]不该出现\r\n"));
+    Start(song);
+    // Each moment is read as a pair: the line reached and the next one, shown together.
+    EXPECT_EQ(WaitForControlText(display_, IDC_LYRICS_CURRENT, "第二句"), "第二句");
+    EXPECT_EQ(Next(), "第三句");
+    EXPECT_EQ(WaitForControlText(display_, IDC_LYRICS_CURRENT, "第三句"), "第三句");
+    EXPECT_EQ(Next(), "第四句");
+    EXPECT_EQ(WaitForControlText(display_, IDC_LYRICS_CURRENT, "第四句"), "第四句");
+    EXPECT_EQ(Next(), "尾声");
+}
+
+TEST_F(LyricsE2E, SiblingLrcIsShownWhenTheFileHasNoneOfItsOwn) {
+    const fs::path song = media_ / L"plain.mp3";
+    WriteBytes(song, test::MpegFrames(1150));
+    WriteBytes(media_ / L"plain.lrc", "\xEF\xBB\xBF[00:01.50][00:03]UTF-8 line\r\n[00:02]two\r\n");
+    Start(song);
+    EXPECT_EQ(WaitForControlText(display_, IDC_LYRICS_CURRENT, "two"), "two");
+    EXPECT_EQ(Next(), "UTF-8 line");
+}
+
+class InfoEditorE2E : public LyricsE2E {
+protected:
+    HWND OpenEditor() {
+        PostMessageW(main_, WM_COMMAND, IDM_MEDIA_INFO, 0);
+        HWND editor = WaitForBox(kInfoEditorTitle);
+        EXPECT_NE(editor, nullptr);
+        return editor;
+    }
+    void SetField(HWND editor, int id, const std::string& text) {
+        SendMessageW(GetDlgItem(editor, id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Widen(text).c_str()));
+    }
+    void Press(HWND editor, int id) {
+        PostMessageW(editor, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(editor, id)));
+    }
+    void Expect(const std::string& title, const std::string& text) {
+        HWND box = WaitForBox(title);
+        ASSERT_NE(box, nullptr) << title;
+        EXPECT_EQ(BoxText(box), text);
+        AnswerBox(box, IDOK);
+    }
+};
+
+TEST_F(InfoEditorE2E, SavedInformationIsThereWhenTheEditorOpensAgain) {
+    const fs::path song = media_ / L"编辑.mp3";
+    const std::string audio = test::MpegFrames(1150);
+    WriteBytes(song, audio);
+    Start(song);
+    HWND editor = OpenEditor();
+    ASSERT_NE(editor, nullptr);
+    SetField(editor, IDC_INFO_TITLE, "新的标题");
+    SetField(editor, IDC_INFO_ARTIST, "歌手甲");
+    SetField(editor, IDC_INFO_YEAR, "2005");
+    SetField(editor, IDC_INFO_LYRICS, "[00:01]一\r\n[00:02]二");
+    Press(editor, IDC_INFO_SAVE);
+    Expect("完毕", "恭喜！媒体信息保存完毕！");
+    Press(editor, IDCANCEL);
+    const DWORD start = GetTickCount();
+    while (IsWindow(editor) && GetTickCount() - start < kTimeoutMs) Sleep(20);
+    ASSERT_FALSE(IsWindow(editor));
+    const std::string bytes = ReadBytes(song);
+    EXPECT_EQ(bytes.substr(0, audio.size()), audio);  // the audio is untouched
+    EXPECT_EQ(bytes.substr(bytes.size() - 128, 3), "TAG");
+
+    editor = OpenEditor();
+    ASSERT_NE(editor, nullptr);
+    // The boxes are filled as the dialog opens: the lyrics box last.
+    EXPECT_EQ(WaitForControlText(editor, IDC_INFO_LYRICS, "[00:01]一\r\n[00:02]二"), "[00:01]一\r\n[00:02]二");
+    EXPECT_EQ(ControlText(editor, IDC_INFO_TITLE), "新的标题");
+    EXPECT_EQ(ControlText(editor, IDC_INFO_ARTIST), "歌手甲");
+    EXPECT_EQ(ControlText(editor, IDC_INFO_YEAR), "2005");
+    Press(editor, IDCANCEL);
+}
+
+TEST_F(InfoEditorE2E, ExportThenImportBringsTheSameItemsBack) {
+    const fs::path song = media_ / L"导出.mp3";
+    WriteBytes(song, test::MpegFrames(1150));
+    Start(song);
+    HWND editor = OpenEditor();
+    ASSERT_NE(editor, nullptr);
+    SetField(editor, IDC_INFO_TITLE, "导出的标题");
+    SetField(editor, IDC_INFO_ALBUM, "专集乙");
+    SetField(editor, IDC_INFO_LYRICS, "[00:01]第一行\r\n[00:05]第二行");
+    Press(editor, IDC_INFO_EXPORT);
+    HWND save = WaitForBox("导出媒体信息文件");
+    ASSERT_NE(save, nullptr);
+    const fs::path qgc = media_ / L"导出.QGC";
+    AnswerFileDialog(save, Narrow(qgc.wstring()));
+    Expect("完毕", "导出完毕！");
+
+    SetField(editor, IDC_INFO_TITLE, "");
+    SetField(editor, IDC_INFO_ALBUM, "");
+    SetField(editor, IDC_INFO_LYRICS, "");
+    Press(editor, IDC_INFO_IMPORT);
+    HWND open = WaitForBox("导入媒体信息文件");
+    ASSERT_NE(open, nullptr);
+    AnswerFileDialog(open, Narrow(qgc.wstring()));
+    Expect("完毕", "导入完毕！");
+    EXPECT_EQ(ControlText(editor, IDC_INFO_TITLE), "导出的标题");
+    EXPECT_EQ(ControlText(editor, IDC_INFO_ALBUM), "专集乙");
+    EXPECT_EQ(ControlText(editor, IDC_INFO_LYRICS), "[00:01]第一行\r\n[00:05]第二行");
+    Press(editor, IDCANCEL);
+}
+
+}  // namespace
+}  // namespace lumora::e2e

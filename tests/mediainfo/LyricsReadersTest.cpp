@@ -1,0 +1,138 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "mediainfo/LrcReader.h"
+#include "mediainfo/SmiReader.h"
+#include "mediainfo/TestMedia.h"
+#include "platform/TextCodec.h"
+#include "support/Fakes.h"
+
+namespace lumora {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+Lines Times(const LyricLists& lists) { return lists.times.empty() ? Lines{} : SplitLyricsList(lists.times); }
+Lines Texts(const LyricLists& lists) { return lists.texts.empty() ? Lines{} : SplitLyricsList(lists.texts); }
+
+std::string Corpus(const std::string& name) {
+    const auto bytes = test::ReadBytes(test::kCorpusDir + "/" + name);
+    return bytes.value_or(std::string());
+}
+
+#define REQUIRE_CORPUS(bytes) \
+    if ((bytes).empty()) GTEST_SKIP() << "corpus not found"
+
+TEST(LrcReader, ExpandsStampsDropsFractionsAndSortsByTime) {
+    const std::string lrc =
+        "[ti:歌名]\r\n[00:10.99][01:10]副歌\r\n  [00:20.5]verse\r\nno stamp\r\n[00:30:50]<00:30.00>word <00:31.00>two";
+    const LyricLists lists = ParseLrc(Utf8ToCp936(lrc).value(), false);
+    EXPECT_EQ(Times(lists), (Lines{"00:10", "00:20", "00:30", "01:10"}));
+    EXPECT_EQ(Texts(lists), (Lines{"副歌", "verse", "word two", "副歌"}));
+    EXPECT_EQ(LyricListsToText(lists), "[00:10]副歌\r\n[00:20]verse\r\n[00:30]word two\r\n[01:10]副歌");
+}
+
+TEST(LrcReader, OffsetCorrectionAndNegativeStamps) {
+    EXPECT_EQ(Times(ParseLrc("[offset:500]\n[00:10.2]a\n[00:00.3]b", false)), (Lines{"00:00", "00:09"}));
+    EXPECT_EQ(Times(ParseLrc("[00:10]a\n[offset:-1500]", false)), Lines{"00:11"});              // anywhere in the file
+    EXPECT_EQ(Times(ParseLrc("[offset:+2000]\n[offset:0]\n[00:10]a", false)), Lines{"00:08"});  // the first one
+    EXPECT_EQ(Times(ParseLrc("[offset:soon]\n[00:10]a", false)), Lines{"00:10"});
+    EXPECT_EQ(Times(ParseLrc("[01:40]a", true)), Lines{"02:01"});  // 100 s -> 122 - 1
+    EXPECT_EQ(Times(ParseLrc("[-00:06.84]a\n[00:00.95]b", false)), (Lines{"00:00", "00:00"}));
+}
+
+TEST(LrcReader, TellsTheEncodingApart) {
+    const std::string text = "[00:01]我们的歌\n[00:02]second";
+    const std::string gbk = Utf8ToCp936(text).value();
+    const Lines expected{"我们的歌", "second"};
+    EXPECT_EQ(Texts(ParseLrc(gbk, false)), expected);
+    EXPECT_EQ(Texts(ParseLrc(text, false)), expected);
+    EXPECT_EQ(Texts(ParseLrc("\xEF\xBB\xBF" + text, false)), expected);
+    std::string utf16 = "\xFF\xFE";
+    for (char16_t unit : Utf8ToUtf16(text)) {
+        utf16 += static_cast<char>(unit & 0xFF);
+        utf16 += static_cast<char>(unit >> 8);
+    }
+    EXPECT_EQ(Texts(ParseLrc(utf16, false)), expected);
+}
+
+TEST(LrcReader, CorpusFiles) {
+    const std::string plain = Corpus("lrc/auld_lang_syne_plain.lrc");
+    REQUIRE_CORPUS(plain);
+    const LyricLists auld = ParseLrc(plain, false);
+    ASSERT_EQ(Times(auld).size(), 24u);
+    EXPECT_EQ(Times(auld)[1], "00:04");  // 4.50: the fraction is dropped
+    EXPECT_EQ(Times(auld)[23], "01:43");
+    EXPECT_EQ(Texts(auld)[0], "Should auld acquaintance be forgot,");
+
+    EXPECT_EQ(Times(ParseLrc(Corpus("lrc/offset_negative_ms3digits.lrc"), false)), (Lines{"00:18", "00:22"}));
+    EXPECT_EQ(Texts(ParseLrc(Corpus("lrc/utf8_bom.lrc"), false)).at(0), " 作曲 : 柏大輔");
+    EXPECT_EQ(Texts(ParseLrc(Corpus("lrc/utf16le_bom.lrc"), false)),
+              (Lines{" We're no strangers to love", " You know the rules and so do I"}));
+    EXPECT_EQ(Times(ParseLrc(Corpus("lrc/negative_timestamps.lrc"), false)).at(0), "00:00");
+    EXPECT_EQ(Times(ParseLrc(Corpus("lrc/placeholder_tags_nonnumeric_offset.lrc"), false)).at(0), "00:12");
+    const LyricLists duplicate = ParseLrc(Corpus("lrc/untagged_lines_and_duplicate.lrc"), false);
+    EXPECT_EQ(Times(duplicate).size(), 8u);  // "invail line" and "copy line" give nothing
+    EXPECT_EQ(Texts(ParseLrc(Corpus("lrc/enhanced_word_timestamps.lrc"), false)).at(0), "Some lyrics here");
+}
+
+TEST(LrcReader, BoundedOnHostileInput) {
+    std::string many = "[00:01]";
+    for (int i = 0; i < 1000; ++i) many += "[99999:99]";
+    many += std::string(1000, 'x');
+    const LyricLists lists = ParseLrc(many, false);
+    EXPECT_EQ(Times(lists).size(), kMaxStampsPerLine);
+    EXPECT_EQ(Times(lists).back(), "100000:39");  // 99 seconds carry into the minutes
+
+    std::string lines;
+    for (int i = 0; i < 30000; ++i) lines += "[00:01][00:02]a\n";
+    EXPECT_EQ(Times(ParseLrc(lines, false)).size(), kMaxLyricsEntries);
+    EXPECT_EQ(ParseLrc(std::string(3 << 20, '\xFF'), false), LyricLists{});
+    EXPECT_EQ(ParseLrc("[999999999999:00]a\n[00:1e5]b", false), LyricLists{});
+}
+
+TEST(SmiReader, ReadsSyncLinesTheWayLumoraAlwaysHas) {
+    const std::string smi =
+        "<SAMI><BODY>\r\n"
+        "<SYNC Start=1000><P Class=ZHCC>第一句\r\n"
+        "<sync start=62500><p class=ZHCC>&nbsp;\r\n"
+        "<P Class=ZHCC>not a sync line\r\n"
+        "<SYNC Start=\"9209\"><P Class=ZHCC>quoted\r\n"
+        "<SYNC Start=5><P Class=KRCC>text\r\n"  // "><" at position 14: the number is "5"
+        "<SYNC Start=7><P Class=zhcc>lower\r\n"
+        "<SYNC Start=1000>\r\n"  // no "><": the number is 0, the text the line minus four characters
+        "</BODY></SAMI>";
+    const LyricLists lists = ParseSmi(Utf8ToCp936(smi).value(), false);
+    EXPECT_EQ(Times(lists), (Lines{"00:01", "01:02", "00:09", "00:00", "00:00", "00:00"}));
+    EXPECT_EQ(Texts(lists), (Lines{"第一句", "", "quoted", "C Start=5><P Class=KRCC>text",
+                                   "C Start=7><P Class=zhcc>lower", "C Start=1000>"}));
+    // p <= 13 keeps the position itself: "<SYNC Start=><" has "><" at 13.
+    EXPECT_EQ(Times(ParseSmi("<SYNC Start=><P Class=ZHCC>x", false)), Lines{"00:00"});
+    EXPECT_EQ(Times(ParseSmi("<SYNC Start=100000><P Class=ZHCC>x", true)), Lines{"02:01"});
+}
+
+TEST(SmiReader, CorpusFiles) {
+    const std::string nova = Corpus("smi/nova_quoted_attrs_closing_tags.smi");
+    REQUIRE_CORPUS(nova);
+    const LyricLists lists = ParseSmi(nova, false);
+    ASSERT_EQ(Times(lists).size(), 2186u);
+    EXPECT_EQ(Times(lists).front(), "00:09");
+    EXPECT_EQ(Times(lists).back(), "108:54");  // 6534.661 s
+    EXPECT_EQ(Times(ParseSmi(Corpus("smi/kr_class_nbsp_font.smi"), false)).at(0), "03:05");
+    EXPECT_EQ(Times(ParseSmi(Corpus("smi/utf8bom_crlf_lowercase_attrs_samiparam.smi"), false)).size(), 64u);
+    EXPECT_EQ(Times(ParseSmi(Corpus("smi/krcc_comment_in_body_mixedcase_sync.smi"), false)), (Lines{"00:00", "00:00"}));
+    EXPECT_EQ(Times(ParseSmi(Corpus("smi/encc_frcc_two_p_per_sync_msdocs.smi"), false)).size(), 3u);
+}
+
+TEST(LyricsFileReaders, MissingFilesAreNoLists) {
+    test::FakeFileSystem fs;
+    EXPECT_EQ(ReadLrcFile(fs, "D:\\a.lrc", false), std::nullopt);
+    EXPECT_EQ(ReadSmiFile(fs, "D:\\a.smi", false), std::nullopt);
+    fs.files["D:\\a.smi"] = "<SYNC Start=2000><P Class=ZHCC>x";
+    EXPECT_EQ(ReadSmiFile(fs, "D:\\a.smi", false), (LyricLists{"00:02", "x"}));
+}
+
+}  // namespace
+}  // namespace lumora

@@ -1,0 +1,176 @@
+#include "ui/InfoEditorDialog_win.h"
+
+#include <memory>
+
+#include "app/Version.h"
+#include "mediainfo/InfoEditor.h"
+#include "platform/WinText.h"
+#include "ui/ControlIds.h"
+#include "ui/DialogTemplate_win.h"
+#include "ui/Prompts_win.h"
+#include "ui/Theme_win.h"
+
+namespace lumora {
+namespace {
+
+using namespace ids;
+
+constexpr WORD kListBox = 0x0083;
+
+struct ItemBox {
+    int id;
+    const wchar_t* label;
+};
+constexpr ItemBox kItems[] = {
+    {IDC_INFO_TITLE, L"标题"}, {IDC_INFO_ARTIST, L"歌手"}, {IDC_INFO_ALBUM, L"专集"},
+    {IDC_INFO_YEAR, L"年代"},  {IDC_INFO_COMMENT, L"其他"},
+};
+
+std::string ItemText(HWND dlg, int id) {
+    HWND box = GetDlgItem(dlg, id);
+    const int length = GetWindowTextLengthW(box);
+    std::wstring text(static_cast<size_t>(length) + 1, L'\0');
+    GetWindowTextW(box, text.data(), length + 1);
+    text.resize(static_cast<size_t>(length));
+    return Narrow(text);
+}
+
+class EditorWindow final : public InfoEditorView {
+public:
+    EditorWindow(InfoEditorDialog& fields, FileSystem& fs) : fields_(fields), fs_(fs) {}
+
+    static INT_PTR CALLBACK Proc(HWND dlg, UINT msg, WPARAM wp, LPARAM lp) {
+        if (msg == WM_INITDIALOG) SetWindowLongPtrW(dlg, DWLP_USER, lp);
+        auto* self = reinterpret_cast<EditorWindow*>(GetWindowLongPtrW(dlg, DWLP_USER));
+        if (!self) return FALSE;
+        switch (msg) {
+            case WM_INITDIALOG: self->OnInit(dlg); return TRUE;
+            case WM_COMMAND: self->OnCommand(LOWORD(wp), HIWORD(wp)); return TRUE;
+            case WM_CTLCOLORDLG:
+            case WM_CTLCOLORSTATIC:
+            case WM_CTLCOLORBTN: return reinterpret_cast<INT_PTR>(Theme::PaintPanel(reinterpret_cast<HDC>(wp)));
+            case WM_CLOSE: EndDialog(dlg, IDCANCEL); return TRUE;
+        }
+        return FALSE;
+    }
+
+    // InfoEditorView
+    void ShowFields(const MediaInfoRecord& r) override {
+        const std::string* texts[] = {&r.title, &r.artist, &r.album, &r.year, &r.comment};
+        for (size_t i = 0; i < std::size(kItems); ++i) SetDlgItemTextW(dlg_, kItems[i].id, Widen(*texts[i]).c_str());
+        SetDlgItemTextW(dlg_, IDC_INFO_LYRICS, Widen(r.lyrics).c_str());
+    }
+    void ShowTimeShift(std::optional<long long> seconds) override {
+        CheckDlgButton(dlg_, IDC_INFO_SHIFT, seconds ? BST_CHECKED : BST_UNCHECKED);
+        SetDlgItemTextW(dlg_, IDC_INFO_SHIFT_VALUE, seconds ? (std::to_wstring(*seconds) + L" 秒").c_str() : L"");
+    }
+    void RefreshFileList() override {
+        // The list shows the queue's lines; what changed is the chosen file's content, read again.
+        const std::string path = editor_->Path();
+        editor_->TakeFile(path);
+    }
+
+private:
+    void OnInit(HWND dlg) {
+        dlg_ = dlg;
+        prompts_ = std::make_unique<WinPrompts>(dlg);
+        editor_ = std::make_unique<InfoEditor>(fs_, *prompts_, *this, std::string(kVersionText));
+        SetWindowTextW(dlg, Widen(kInfoEditorTitle).c_str());
+        for (const auto& f : fields_.files) {
+            SendDlgItemMessageW(dlg, IDC_INFO_FILES, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Widen(f.line).c_str()));
+        }
+        if (fields_.first >= 0 && fields_.first < static_cast<int>(fields_.files.size())) {
+            SendDlgItemMessageW(dlg, IDC_INFO_FILES, LB_SETCURSEL, static_cast<WPARAM>(fields_.first), 0);
+            Take(fields_.first);
+        }
+    }
+
+    void Take(int index) {
+        if (index < 0 || index >= static_cast<int>(fields_.files.size())) return;
+        const std::string& path = fields_.files[static_cast<size_t>(index)].path;
+        SetDlgItemTextW(dlg_, IDC_INFO_PATH, Widen(path).c_str());
+        if (!editor_->TakeFile(path)) SetDlgItemTextW(dlg_, IDC_INFO_PATH, L"");
+    }
+
+    // The boxes are handed over before every command, so the editor works on what the user sees.
+    void HandOver() {
+        MediaInfoRecord r;
+        std::string* texts[] = {&r.title, &r.artist, &r.album, &r.year, &r.comment};
+        for (size_t i = 0; i < std::size(kItems); ++i) *texts[i] = ItemText(dlg_, kItems[i].id);
+        r.lyrics = ItemText(dlg_, IDC_INFO_LYRICS);
+        editor_->SetFields(r);
+        editor_->SetRemoveReadOnly(IsDlgButtonChecked(dlg_, IDC_INFO_READ_ONLY) == BST_CHECKED);
+    }
+
+    void OnCommand(int id, int code) {
+        switch (id) {
+            case IDC_INFO_FILES:
+                if (code == LBN_SELCHANGE) {
+                    Take(static_cast<int>(SendDlgItemMessageW(dlg_, IDC_INFO_FILES, LB_GETCURSEL, 0, 0)));
+                }
+                break;
+            case IDC_INFO_SHIFT:
+                HandOver();
+                if (IsDlgButtonChecked(dlg_, IDC_INFO_SHIFT) == BST_CHECKED) {
+                    if (!editor_->ChooseTimeShift()) ShowTimeShift(std::nullopt);
+                } else {
+                    editor_->ClearTimeShift();
+                }
+                break;
+            case IDC_INFO_SAVE:
+                HandOver();
+                editor_->Save();
+                break;
+            case IDC_INFO_EXPORT:
+                HandOver();
+                editor_->ExportQgc();
+                break;
+            case IDC_INFO_IMPORT:
+                HandOver();
+                editor_->ImportQgc();
+                break;
+            case IDCANCEL: EndDialog(dlg_, IDCANCEL); break;
+            default: break;
+        }
+    }
+
+    InfoEditorDialog& fields_;
+    FileSystem& fs_;
+    HWND dlg_ = nullptr;
+    std::unique_ptr<WinPrompts> prompts_;
+    std::unique_ptr<InfoEditor> editor_;
+};
+
+}  // namespace
+
+void InfoEditorDialog::Run(HWND owner, FileSystem& fs) {
+    DialogTemplate t(Widen(kInfoEditorTitle), 400, 250,
+                     DS_MODALFRAME | DS_CENTER | WS_POPUP | WS_CAPTION | WS_SYSMENU);
+    t.AddControl(kListBox, IDC_INFO_FILES, L"", 6, 6, 120, 238,
+                 WS_BORDER | WS_VSCROLL | WS_HSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT | WS_TABSTOP);
+    t.AddControl(DialogTemplate::kStatic, IDC_INFO_PATH, L"", 134, 6, 260, 10, SS_LEFT | SS_NOPREFIX | SS_PATHELLIPSIS);
+    short y = 20;
+    for (const auto& item : kItems) {
+        t.AddControl(DialogTemplate::kStatic, static_cast<WORD>(-1), item.label, 134, static_cast<short>(y + 2), 24, 10,
+                     SS_LEFT);
+        t.AddControl(DialogTemplate::kEdit, static_cast<WORD>(item.id), L"", 160, y, 234, 12,
+                     ES_AUTOHSCROLL | WS_BORDER | WS_TABSTOP);
+        y = static_cast<short>(y + 16);
+    }
+    t.AddControl(DialogTemplate::kStatic, static_cast<WORD>(-1), L"歌词", 134, static_cast<short>(y + 2), 24, 10, SS_LEFT);
+    t.AddControl(DialogTemplate::kEdit, IDC_INFO_LYRICS, L"", 160, y, 234, 118,
+                 ES_MULTILINE | ES_AUTOVSCROLL | ES_WANTRETURN | WS_VSCROLL | WS_BORDER | WS_TABSTOP);
+    t.AddControl(DialogTemplate::kButton, IDC_INFO_READ_ONLY, L"去掉“只读”属性", 134, 222, 80, 10,
+                 BS_AUTOCHECKBOX | WS_TABSTOP);
+    t.AddControl(DialogTemplate::kButton, IDC_INFO_SHIFT, L"时间轨偏移", 218, 222, 56, 10, BS_CHECKBOX | WS_TABSTOP);
+    t.AddControl(DialogTemplate::kStatic, IDC_INFO_SHIFT_VALUE, L"", 276, 223, 40, 10, SS_LEFT);
+    t.AddControl(DialogTemplate::kButton, IDC_INFO_SAVE, L"保存", 134, 234, 50, 13, BS_DEFPUSHBUTTON | WS_TABSTOP);
+    t.AddControl(DialogTemplate::kButton, IDC_INFO_EXPORT, L"导出QGC", 190, 234, 50, 13, BS_PUSHBUTTON | WS_TABSTOP);
+    t.AddControl(DialogTemplate::kButton, IDC_INFO_IMPORT, L"导入QGC", 246, 234, 50, 13, BS_PUSHBUTTON | WS_TABSTOP);
+    t.AddControl(DialogTemplate::kButton, IDCANCEL, L"关闭", 344, 234, 50, 13, BS_PUSHBUTTON | WS_TABSTOP);
+    EditorWindow window(*this, fs);
+    DialogBoxIndirectParamW(GetModuleHandleW(nullptr), t.Get(), owner, EditorWindow::Proc,
+                            reinterpret_cast<LPARAM>(&window));
+}
+
+}  // namespace lumora
