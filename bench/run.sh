@@ -6,6 +6,8 @@ scripts/setup.sh >/dev/null
 scripts/build.sh host win64 >/dev/null
 echo "== host (Google Benchmark)"
 build/host/bench/lumora_queue_bench --benchmark_min_time=0.2
+build/host/bench/lumora_list_file_bench --benchmark_min_time=0.2
+build/host/bench/lumora_info_block_bench --benchmark_min_time=0.2
 echo "== under Wine"
 scripts/wine-env.sh run bash -c 'cd build/win64 && wine bench/lumora_startup_bench.exe "Z:$PWD/Lumora.exe" "Z:$PWD/bench/lumora_floor_window.exe"'
 scripts/make-demo.sh build/demo >/dev/null

@@ -194,11 +194,33 @@ bool ActiveXControl::Invoke(DISPID id, WORD flags, DISPPARAMS& params, VARIANT* 
     return SUCCEEDED(hr);
 }
 
-bool ActiveXControl::PutText(const wchar_t* property, const std::wstring& value) {
-    if (!dispatch_) return false;
+std::optional<DISPID> ActiveXControl::IdOf(const wchar_t* name) {
+    if (!dispatch_) return std::nullopt;
     DISPID id;
-    LPOLESTR name = const_cast<LPOLESTR>(property);
-    if (FAILED(dispatch_->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id))) return false;
+    LPOLESTR names = const_cast<LPOLESTR>(name);
+    if (FAILED(dispatch_->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id))) return std::nullopt;
+    return id;
+}
+
+bool ActiveXControl::PutNumber(DISPID id, double value) {
+    VARIANT arg;
+    VariantInit(&arg);
+    arg.vt = VT_R8;
+    arg.dblVal = value;
+    DISPID named = DISPID_PROPERTYPUT;
+    DISPPARAMS params{&arg, &named, 1, 1};
+    return Invoke(id, DISPATCH_PROPERTYPUT, params, nullptr);
+}
+
+std::optional<double> ActiveXControl::NumberByName(const wchar_t* property) {
+    const auto id = IdOf(property);
+    return id ? Number(*id) : std::nullopt;
+}
+
+bool ActiveXControl::PutText(const wchar_t* property, const std::wstring& value) {
+    const auto found = IdOf(property);
+    if (!found) return false;
+    const DISPID id = *found;
     VARIANT arg;
     VariantInit(&arg);
     arg.vt = VT_BSTR;
@@ -211,11 +233,8 @@ bool ActiveXControl::PutText(const wchar_t* property, const std::wstring& value)
 }
 
 bool ActiveXControl::CallByName(const wchar_t* method) {
-    if (!dispatch_) return false;
-    DISPID id;
-    LPOLESTR name = const_cast<LPOLESTR>(method);
-    if (FAILED(dispatch_->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id))) return false;
-    return Call(id);
+    const auto id = IdOf(method);
+    return id && Call(*id);
 }
 
 bool ActiveXControl::Call(DISPID id) {
@@ -266,6 +285,10 @@ const wchar_t* ProgIdOf(HostedControl control) {
 }
 
 }  // namespace
+
+std::optional<double> WinControls::NumberByName(const std::string& name) {
+    return control_.NumberByName(Widen(name).c_str());
+}
 
 bool WinControls::Available(HostedControl control) { return ActiveXControl::IsRegistered(ProgIdOf(control)); }
 

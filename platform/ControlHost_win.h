@@ -33,10 +33,13 @@ public:
     bool CallByName(const wchar_t* method);
     bool Call(DISPID id);
     std::optional<double> Number(DISPID id);
+    bool PutNumber(DISPID id, double value);
+    std::optional<double> NumberByName(const wchar_t* property);
     void Destroy();
 
 private:
     bool Invoke(DISPID id, WORD flags, DISPPARAMS& params, VARIANT* result);
+    std::optional<DISPID> IdOf(const wchar_t* name);
 
     IOleObject* object_ = nullptr;
     IDispatch* dispatch_ = nullptr;
@@ -51,6 +54,8 @@ public:
     bool Open(HostedControl control, const std::string& path, WindowId window) override;
     bool Call(int dispatchId) override { return control_.Call(dispatchId); }
     std::optional<double> Number(int dispatchId) override { return control_.Number(dispatchId); }
+    bool SetNumber(int dispatchId, double value) override { return control_.PutNumber(dispatchId, value); }
+    std::optional<double> NumberByName(const std::string& name) override;
     void Close() override { control_.Destroy(); }
     // The video window changed size.
     void Fit() { control_.Fit(); }

@@ -12,6 +12,11 @@ enum class HostedControl { MediaPlayer = 3, Flash = 4 };
 
 // The Flash control's method that stops the movie; pausing uses it too.
 inline constexpr int kFlashStopMethod = 113;
+// The Media Player control's play, pause and stop methods and its current position (seconds).
+inline constexpr int kPlayerPlayMethod = 2001;
+inline constexpr int kPlayerPauseMethod = 2002;
+inline constexpr int kPlayerStopMethod = 2003;
+inline constexpr int kPlayerPositionProperty = 1027;
 
 class ControlPort {
 public:
@@ -25,6 +30,9 @@ public:
     virtual bool Call(int dispatchId) = 0;
     // Reads a numeric property by its dispatch identifier; empty when the control refuses.
     virtual std::optional<double> Number(int dispatchId) = 0;
+    virtual bool SetNumber(int dispatchId, double value) = 0;
+    // A numeric property the control names but whose identifier Lumora does not fix ("Duration").
+    virtual std::optional<double> NumberByName(const std::string& name) = 0;
     // Removes the control, if one is there.
     virtual void Close() = 0;
 };

@@ -144,7 +144,22 @@ bool MediaEngine::OpenMedia(const std::string& path, WindowId parent) {
     return true;
 }
 
+bool MediaEngine::PlayControl(std::string_view from, std::string_view to) {
+    // The control keeps its own pause position: continuing is its play method; a new start is
+    // its position set first. Units are milliseconds.
+    if (!state_.paused || state_.resumePosition <= 0) {
+        const long long start = ParseDecimal(from).value_or(0);
+        if (!controls_->SetNumber(kPlayerPositionProperty, static_cast<double>(start) / 1000.0)) return false;
+        state_.segmentStart = start;
+    }
+    if (!controls_->Call(kPlayerPlayMethod)) return false;
+    state_.segmentEnd = to.empty() ? state_.length : ParseDecimal(to).value_or(state_.length);
+    state_.paused = false;
+    return true;
+}
+
 bool MediaEngine::Play(std::string_view from, std::string_view to) {
+    if (kind_ == MediaKind::MediaPlayer) return PlayControl(from, to);
     std::string start(from);
     // No resume command exists: continuing is a new play from the frame read at the pause.
     if (state_.paused && state_.resumePosition > 0) start = std::to_string(state_.resumePosition);
@@ -166,6 +181,11 @@ bool MediaEngine::Pause() {
             state_.paused = true;
             return true;
         case MediaKind::Picture: state_.paused = true; return true;
+        case MediaKind::MediaPlayer:
+            if (!controls_->Call(kPlayerPauseMethod)) return false;
+            state_.resumePosition = Position();
+            state_.paused = true;
+            return true;
         case MediaKind::Flash:
             if (!controls_ || !controls_->Call(kFlashStopMethod)) return false;
             state_.paused = true;
@@ -176,13 +196,31 @@ bool MediaEngine::Pause() {
 
 bool MediaEngine::Stop() {
     if (kind_ == MediaKind::Flash) return controls_ && controls_->Call(kFlashStopMethod);
+    if (kind_ == MediaKind::MediaPlayer) return controls_->Call(kPlayerStopMethod);
     if (kind_ != MediaKind::Mci) return false;
     return commands_.Stop(kMovieAlias) == kSuccess;
 }
 
-long long MediaEngine::Position() { return kind_ == MediaKind::Mci ? commands_.Position(kMovieAlias) : -1; }
+long long MediaEngine::Position() {
+    if (kind_ == MediaKind::MediaPlayer) {
+        const auto seconds = controls_->Number(kPlayerPositionProperty);
+        return seconds && *seconds >= 0 ? static_cast<long long>(*seconds * 1000.0 + 0.5) : -1;
+    }
+    return kind_ == MediaKind::Mci ? commands_.Position(kMovieAlias) : -1;
+}
 
 std::string MediaEngine::Mode() {
+    if (kind_ == MediaKind::MediaPlayer) {
+        // The control stops by itself at the file's end; a play range ends where Lumora says.
+        const auto state = controls_->NumberByName("PlayState");
+        if (state && *state == 0) return "stopped";
+        if (!state_.paused && state_.segmentEnd > 0 && state_.segmentEnd < state_.length &&
+            Position() >= state_.segmentEnd) {
+            controls_->Call(kPlayerStopMethod);
+            return "stopped";
+        }
+        return state_.paused || (state && *state == 1) ? "paused" : "playing";
+    }
     if (kind_ != MediaKind::Mci) return {};
     return commands_.Query("status " + std::string(kMovieAlias) + " mode").value_or(std::string());
 }
@@ -209,6 +247,37 @@ void MediaEngine::CloseAll() {
     commands_.CloseAll();
 }
 
+namespace {
+
+// Windows Media files and their play lists, which the Media Player control plays where it is
+// installed; elsewhere the movie device takes them like any other file.
+bool IsWindowsMediaEnding(const std::string& lowerPath) {
+    static constexpr std::string_view kEndings[] = {".wma", ".wax", ".wmv", ".wvx", ".asf",
+                                                    ".asx", ".wmx", ".wmp", ".wpl"};
+    for (const auto ending : kEndings) {
+        if (lowerPath.size() >= ending.size() && lowerPath.ends_with(ending)) return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+bool MediaEngine::OpenInMediaPlayer(const std::string& path, WindowId videoWindow) {
+    if (!controls_ || !controls_->Available(HostedControl::MediaPlayer) ||
+        !controls_->Open(HostedControl::MediaPlayer, path, videoWindow)) {
+        return false;
+    }
+    kind_ = MediaKind::MediaPlayer;
+    state_.unitIsMs = true;
+    const auto seconds = controls_->NumberByName("Duration");
+    state_.length = seconds && *seconds > 0 ? static_cast<long long>(*seconds * 1000.0 + 0.5) : 0;
+    state_.segmentStart = 0;
+    state_.segmentEnd = state_.length;
+    state_.paused = false;
+    state_.resumePosition = 0;
+    return true;
+}
+
 OpenResult MediaEngine::OpenDispatch(const std::string& path, WindowId videoWindow, bool decoder1) {
     CloseAll();
     const std::string ending = Ending(path);
@@ -225,6 +294,7 @@ OpenResult MediaEngine::OpenDispatch(const std::string& path, WindowId videoWind
         return OpenResult::Control;
     }
     if (ending == ".cda") return OpenResult::CdTrack;
+    if (IsWindowsMediaEnding(Lower(path)) && OpenInMediaPlayer(path, videoWindow)) return OpenResult::Playing;
     if (ending == ".bmp" || ending == ".jpg" || ending == ".dib" || ending == ".wmf" || ending == ".emf" ||
         ending == ".ico" || ending == ".cur") {
         kind_ = MediaKind::Picture;

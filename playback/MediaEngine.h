@@ -125,6 +125,9 @@ public:
     std::function<void()> onCloseCd;
 
 private:
+    bool OpenInMediaPlayer(const std::string& path, WindowId videoWindow);
+    bool PlayControl(std::string_view from, std::string_view to);
+
     MciCommands commands_;
     ControlPort* controls_ = nullptr;
     EngineState state_;

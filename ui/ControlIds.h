@@ -62,6 +62,7 @@ inline constexpr int IDM_LIBRARY_DELETE = 1214;
 inline constexpr int IDM_MEDIA_INFO = 1215;
 inline constexpr int IDM_ASSIGN_LYRICS = 1216;
 inline constexpr int IDM_LYRICS_WINDOW = 1217;
+inline constexpr int IDM_LYRICS_SETTINGS = 1218;
 
 // Playlist window: 1100-1149; its menu 1250-1299.
 inline constexpr int IDC_PLAYLIST_LINES = 1101;
@@ -109,6 +110,17 @@ inline constexpr int IDC_INFO_SAVE = 1611;
 inline constexpr int IDC_INFO_EXPORT = 1612;
 inline constexpr int IDC_INFO_IMPORT = 1613;
 inline constexpr int IDC_INFO_PATH = 1614;
+
+// Lyrics display settings: 1650-1699.
+inline constexpr char kLyricsSettingsTitle[] = "歌词显示设置";
+inline constexpr int IDC_LYRICS_SET_LIMIT = 1651;
+inline constexpr int IDC_LYRICS_SET_LABEL = 1652;
+inline constexpr int IDC_LYRICS_SET_PREVIEW = 1653;
+inline constexpr int IDC_LYRICS_SET_BACKGROUND = 1654;
+inline constexpr int IDC_LYRICS_SET_CURRENT = 1655;
+inline constexpr int IDC_LYRICS_SET_NEXT = 1656;
+inline constexpr int IDC_LYRICS_SET_CURRENT_SIZE = 1657;
+inline constexpr int IDC_LYRICS_SET_NEXT_SIZE = 1658;
 
 // Splash window: 1300-1349.
 inline constexpr int IDC_SPLASH_OS = 1301;

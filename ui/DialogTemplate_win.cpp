@@ -32,6 +32,16 @@ void DialogTemplate::PutText(const std::wstring& text) {
 
 void DialogTemplate::AddControl(WORD atom, WORD id, const std::wstring& text, short x, short y, short cx, short cy,
                                 DWORD style) {
+    AddItem(nullptr, atom, id, text, x, y, cx, cy, style);
+}
+
+void DialogTemplate::AddControl(const wchar_t* className, WORD id, const std::wstring& text, short x, short y,
+                                short cx, short cy, DWORD style) {
+    AddItem(className, 0, id, text, x, y, cx, cy, style);
+}
+
+void DialogTemplate::AddItem(const wchar_t* className, WORD atom, WORD id, const std::wstring& text, short x, short y,
+                             short cx, short cy, DWORD style) {
     Align();
     style |= WS_CHILD | WS_VISIBLE;
     words_.push_back(LOWORD(style));
@@ -43,8 +53,12 @@ void DialogTemplate::AddControl(WORD atom, WORD id, const std::wstring& text, sh
     words_.push_back(static_cast<WORD>(cx));
     words_.push_back(static_cast<WORD>(cy));
     words_.push_back(id);
-    words_.push_back(0xFFFF);
-    words_.push_back(atom);
+    if (className) {
+        PutText(className);
+    } else {
+        words_.push_back(0xFFFF);
+        words_.push_back(atom);
+    }
     PutText(text);
     words_.push_back(0);  // no creation data
     ++words_[countAt_];

@@ -13,6 +13,9 @@ public:
     // map to a font with Chinese glyphs.
     DialogTemplate(const std::wstring& title, short width, short height, DWORD style);
     void AddControl(WORD atom, WORD id, const std::wstring& text, short x, short y, short cx, short cy, DWORD style);
+    // A control of a registered class named by text (a common control such as the slider).
+    void AddControl(const wchar_t* className, WORD id, const std::wstring& text, short x, short y, short cx, short cy,
+                    DWORD style);
     const DLGTEMPLATE* Get() const { return reinterpret_cast<const DLGTEMPLATE*>(words_.data()); }
 
     static constexpr WORD kButton = 0x0080;
@@ -20,6 +23,8 @@ public:
     static constexpr WORD kStatic = 0x0082;
 
 private:
+    void AddItem(const wchar_t* className, WORD atom, WORD id, const std::wstring& text, short x, short y, short cx,
+                 short cy, DWORD style);
     void Align();
     void PutText(const std::wstring& text);
 

@@ -14,6 +14,7 @@
 #include "ui/ControlIds.h"
 #include "ui/ImageButton_win.h"
 #include "ui/InfoEditorDialog_win.h"
+#include "ui/LyricsSettingsDialog_win.h"
 #include "ui/Prompts_win.h"
 #include "ui/Theme_win.h"
 #include "ui/WindowClass_win.h"
@@ -236,7 +237,7 @@ void MainWindow::LoadSequence(const std::string& argument) {
     video_.Create(hwnd_);
     engine_.SetControls(&controls_);
     video_.onResize = [this](long width, long height) {
-        if (engine_.Kind() == MediaKind::Flash) controls_.Fit();
+        if (engine_.Kind() == MediaKind::Flash || engine_.Kind() == MediaKind::MediaPlayer) controls_.Fit();
         if (engine_.Picture().width > 0) engine_.PlacePicture(reinterpret_cast<UINT_PTR>(video_.Handle()),
                                                               PixelRect{0, 0, width, height});
     };
@@ -267,9 +268,31 @@ void MainWindow::LoadSequence(const std::string& argument) {
         SetWindowLongW(hwnd_, GWL_EXSTYLE, GetWindowLongW(hwnd_, GWL_EXSTYLE) | WS_EX_LAYERED);
         SetLayeredWindowAttributes(hwnd_, 0, static_cast<BYTE>(*alpha), LWA_ALPHA);
     }
-    lyrics_.SetLineByteLimit(ParseLineByteLimit(services_.registry.ReadValueQuietly(kSetupKeyPath, kLineByteLimitValueName).text));
+    lineByteLimit_ = ParseLineByteLimit(services_.registry.ReadValueQuietly(kSetupKeyPath, kLineByteLimitValueName).text);
+    lyrics_.SetLineByteLimit(lineByteLimit_);
     ReadLyricsLook();
     SetTimer(hwnd_, kHandOffTimer, kHandOffMs, nullptr);
+}
+
+void MainWindow::LyricsSettings() {
+    LyricsSettingsDialog dialog;
+    dialog.lineByteLimit = lineByteLimit_;
+    dialog.look = lyricsLook_;
+    if (!dialog.Run(hwnd_)) return;
+    // Kept beside the options as decimal text, like every other value of the setup key.
+    const std::pair<std::string_view, long long> values[] = {
+        {kLineByteLimitValueName, dialog.lineByteLimit},  {"F8_BC", dialog.look.background},
+        {"F8_1_YY", dialog.look.current},                 {"F8_2_YY", dialog.look.next},
+        {"F8_GcLab1", dialog.look.currentPoints},         {"F8_GcLab2", dialog.look.nextPoints},
+    };
+    if (!services_.registry.CreateKey(kSetupKeyPath)) return;
+    for (const auto& [name, value] : values) {
+        if (!services_.registry.WriteValue(kSetupKeyPath, name, std::to_string(value))) return;
+    }
+    lineByteLimit_ = dialog.lineByteLimit;
+    lyrics_.SetLineByteLimit(lineByteLimit_);
+    lyricsLook_ = dialog.look;
+    display_.SetLyricsLook(lyricsLook_);
 }
 
 void MainWindow::ReadLyricsLook() {
@@ -290,6 +313,7 @@ void MainWindow::ReadLyricsLook() {
     colour("F8_2_YY", look.next);
     points("F8_GcLab1", look.currentPoints);
     points("F8_GcLab2", look.nextPoints);
+    lyricsLook_ = look;
     display_.SetLyricsLook(look);
 }
 
@@ -377,9 +401,12 @@ void MainWindow::FileOpened(const std::string& path) {
         return;
     }
     video_.ClearPicture();
-    if (engine_.Kind() == MediaKind::Flash) {
-        // The Flash control fills the video window; a movie has no size of its own to go by.
-        if (!settings_.IsOn("L67")) video_.ShowAsIs();
+    if (engine_.Kind() == MediaKind::Flash || engine_.Kind() == MediaKind::MediaPlayer) {
+        // The hosted control fills the video window; it is shown for a Flash movie and for
+        // Windows Media with pictures (the Media Player control tells their width).
+        const bool pictures = engine_.Kind() == MediaKind::Flash ||
+                              controls_.NumberByName("ImageSourceWidth").value_or(0) > 0;
+        if (pictures && !settings_.IsOn("L67")) video_.ShowAsIs();
         controls_.Fit();
         return;
     }
@@ -525,6 +552,7 @@ void MainWindow::OnCommand(int id) {
         case IDM_MEDIA_INFO: OpenInfoEditor(); break;
         case IDM_ASSIGN_LYRICS: AssignLyrics(); break;
         case IDM_LYRICS_WINDOW: display_.Toggle(); break;
+        case IDM_LYRICS_SETTINGS: LyricsSettings(); break;
         case IDC_MAIN_LIST:
         case IDM_SHOW_PLAYLIST: playlist_.Toggle(); break;
         case IDM_EXIT: OnClose(); break;
@@ -609,6 +637,7 @@ void MainWindow::OnContextMenu(int x, int y) {
     AppendMenuW(menu, MF_STRING, IDM_MEDIA_INFO, L"媒体信息编辑(&I)...");
     AppendMenuW(menu, MF_STRING, IDM_ASSIGN_LYRICS, L"为当前文件指定歌词文件...");
     AppendMenuW(menu, MF_STRING | (display_.Visible() ? MF_CHECKED : 0), IDM_LYRICS_WINDOW, L"音频\\歌词显示");
+    AppendMenuW(menu, MF_STRING, IDM_LYRICS_SETTINGS, L"歌词显示设置...");
     AppendMenuW(menu, MF_STRING | (IsWindowVisible(playlist_.Handle()) ? MF_CHECKED : 0), IDM_SHOW_PLAYLIST,
                 L"文件列表(&L)");
     AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);

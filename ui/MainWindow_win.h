@@ -135,6 +135,7 @@ private:
     void OpenInfoEditor();
     void AssignLyrics();
     void ReadLyricsLook();
+    void LyricsSettings();
 
     MainWindowServices services_;
     SettingsStore settings_;
@@ -162,6 +163,8 @@ private:
     DefaultList defaultList_;
     MusicLibrary library_;
     LyricsDisplay lyrics_;
+    int lineByteLimit_ = 0;
+    AudioDisplayWindow::LyricsLook lyricsLook_;
     std::string osCode_;
     std::string pendingDropList_;  // "aaa*" and the paths waiting to be added
     int pendingDropCount_ = 0;

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -64,6 +65,32 @@ std::string WithBlock(const std::string& audio, const std::string& lyricsUtf8, c
            std::string(3, '\0') + Padded("", 30) + Padded("", 30) + Padded("", 30) + std::string(5, '\0');
 }
 
+// Half a minute of silence as a RIFF WAVE file (8 kHz, mono, 8 bits), which the movie device plays.
+std::string SilentWave() {
+    const std::uint32_t samples = 8000u * 30u;
+    std::string w = "RIFF";
+    auto put32 = [&](std::uint32_t v) {
+        for (int i = 0; i < 4; ++i) w += static_cast<char>((v >> (8 * i)) & 0xFF);
+    };
+    auto put16 = [&](std::uint16_t v) {
+        w += static_cast<char>(v & 0xFF);
+        w += static_cast<char>(v >> 8);
+    };
+    put32(36 + samples);
+    w += "WAVEfmt ";
+    put32(16);
+    put16(1);
+    put16(1);
+    put32(8000);
+    put32(8000);
+    put16(1);
+    put16(8);
+    w += "data";
+    put32(samples);
+    w.append(samples, static_cast<char>(0x80));
+    return w;
+}
+
 class LyricsE2E : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -117,6 +144,22 @@ TEST_F(LyricsE2E, SiblingLrcIsShownWhenTheFileHasNoneOfItsOwn) {
     Start(song);
     EXPECT_EQ(WaitForControlText(display_, IDC_LYRICS_CURRENT, "two"), "two");
     EXPECT_EQ(Next(), "UTF-8 line");
+}
+
+// "Gc1Long" wraps a long line at its byte limit (a Chinese character counts two), and "L48" opens
+// the lyrics window by itself for a file with lyrics, whatever the decoder.
+TEST_F(LyricsE2E, LongLinesWrapAtTheByteLimitAndTheWindowOpensForLyrics) {
+    StoreOption("Gc1Long", "8");
+    StoreOption("L48", "1");
+    StoreOption("L25", "1");
+    const fs::path song = media_ / L"长句.wav";
+    WriteBytes(song, WithBlock(SilentWave(), "[00:00]长句\r\n[00:01]第一句很长的歌词\r\n[00:30]下一句", "长句"));
+    Start(song);
+    EXPECT_EQ(WaitForControlText(display_, IDC_LYRICS_CURRENT, "第一句很\r\n长的歌词"), "第一句很\r\n长的歌词");
+    EXPECT_EQ(Next(), "下一句");
+    const DWORD start = GetTickCount();
+    while (!IsWindowVisible(display_) && GetTickCount() - start < kTimeoutMs) Sleep(50);
+    EXPECT_TRUE(IsWindowVisible(display_));
 }
 
 class InfoEditorE2E : public LyricsE2E {

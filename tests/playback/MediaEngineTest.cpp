@@ -211,7 +211,9 @@ TEST(MediaEngine, OpenDispatchByExtension) {
 
 class FakeControls : public ControlPort {
 public:
-    bool Available(HostedControl control) override { return installed && control == HostedControl::Flash; }
+    bool Available(HostedControl control) override {
+        return installed && (control == HostedControl::Flash || mediaPlayer);
+    }
     bool Open(HostedControl, const std::string& path, WindowId window) override {
         log.push_back("open " + path + " in " + std::to_string(window));
         return opens;
@@ -220,10 +222,25 @@ public:
         log.push_back("call " + std::to_string(id));
         return true;
     }
-    std::optional<double> Number(int) override { return std::nullopt; }
+    std::optional<double> Number(int id) override {
+        if (id == kPlayerPositionProperty) return position;
+        return std::nullopt;
+    }
+    bool SetNumber(int id, double value) override {
+        log.push_back("set " + std::to_string(id) + " " + std::to_string(static_cast<int>(value * 10)));
+        return true;
+    }
+    std::optional<double> NumberByName(const std::string& name) override {
+        if (name == "Duration") return 42.5;
+        if (name == "PlayState") return playState;
+        return std::nullopt;
+    }
     void Close() override { log.push_back("close"); }
 
     bool installed = true;
+    bool mediaPlayer = false;
+    double position = 0;
+    double playState = 2;
     bool opens = true;
     std::vector<std::string> log;
 };
@@ -253,6 +270,48 @@ TEST(MediaEngine, FlashMoviesGoToTheHostedControl) {
     EXPECT_EQ(e.OpenDispatch("D:\a.swf", 7, false), OpenResult::CannotPlay);
     MediaEngine without(mci);
     EXPECT_EQ(without.OpenDispatch("D:\a.swf", 7, false), OpenResult::CannotPlay);
+}
+
+// Windows Media goes to the Media Player control where it is installed: its methods 2001-2003
+// play, pause and stop, its property 1027 is the position in seconds; elsewhere MCI plays it.
+TEST(MediaEngine, WindowsMediaGoesToTheMediaPlayerControlWhereInstalled) {
+    RecordingMci mci;
+    FakeControls controls;
+    controls.mediaPlayer = true;
+    MediaEngine e(mci);
+    e.SetControls(&controls);
+    EXPECT_EQ(e.OpenDispatch("D:\\歌.WMA", 7, false), OpenResult::Playing);
+    EXPECT_EQ(e.Kind(), MediaKind::MediaPlayer);
+    EXPECT_EQ(e.Length(), 42500);
+    EXPECT_TRUE(e.State().unitIsMs);
+    EXPECT_TRUE(e.Play("1500", ""));
+    controls.position = 3.25;
+    EXPECT_EQ(e.Position(), 3250);
+    EXPECT_EQ(e.Mode(), "playing");
+    EXPECT_TRUE(e.Pause());
+    EXPECT_EQ(e.State().resumePosition, 3250);
+    EXPECT_TRUE(e.Play("0", ""));  // continuing: the control's own play, no new position
+    EXPECT_TRUE(e.Stop());
+    EXPECT_EQ(controls.log, (std::vector<std::string>{"close", "open D:\\歌.WMA in 7", "set 1027 15", "call 2001",
+                                                      "call 2002", "call 2001", "call 2003"}));
+    controls.playState = 0;
+    EXPECT_EQ(e.Mode(), "stopped");
+    EXPECT_EQ(mci.sent, (std::vector<std::string>{"Close All"}));
+
+    // A play range ends where it was asked to, though the control plays on by itself.
+    controls.playState = 2;
+    controls.log.clear();
+    EXPECT_TRUE(e.Play("1000", "2000"));
+    controls.position = 2.0;
+    EXPECT_EQ(e.Mode(), "stopped");
+    EXPECT_EQ(controls.log.back(), "call 2003");
+
+    controls.mediaPlayer = false;
+    RecordingMci other;
+    MediaEngine plain(other);
+    plain.SetControls(&controls);
+    EXPECT_EQ(plain.OpenDispatch("D:\\v.wmv", 7, false), OpenResult::Playing);
+    EXPECT_EQ(plain.Kind(), MediaKind::Mci);
 }
 
 TEST(MediaEngine, VideoInformationLines) {
