@@ -43,6 +43,7 @@ inline constexpr int IDC_MAIN_STATUS = 1035;
 inline constexpr int IDC_MAIN_VOLUME_LABEL = 1036;
 inline constexpr int IDC_MAIN_SPEED_LABEL = 1037;
 inline constexpr int IDC_MAIN_STATUS_LINE = 1038;
+inline constexpr int IDC_MAIN_TAG_LINE = 1039;  // title, artist, album, year and comment of the tag
 
 // Main window menu: 1200-1249.
 inline constexpr int IDM_OPEN_FILES = 1201;

@@ -49,7 +49,11 @@ LRESULT CALLBACK SpeedSliderProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
 }
 
 constexpr int kClientWidth = 460;
-constexpr int kClientHeight = 248;
+// The display at the top holds the title, the times, the neighbours and the tag line; the
+// controls sit below it.
+constexpr int kDisplayBottom = 84;
+constexpr int kTagLineShift = 22;  // the room the tag line takes in the display
+constexpr int kClientHeight = 248 + kTagLineShift;
 
 
 ScreenExtent ScreenInTwips() {
@@ -75,7 +79,8 @@ HWND Slider(HWND parent, int id, int x, int y, int cx, int cy, int low, int high
 }
 
 bool IsDisplayControl(int id) {
-    return id == IDC_MAIN_TITLE || id == IDC_MAIN_TIME || id == IDC_MAIN_PERCENT || id == IDC_MAIN_COMBINED;
+    return id == IDC_MAIN_TITLE || id == IDC_MAIN_TIME || id == IDC_MAIN_PERCENT || id == IDC_MAIN_COMBINED ||
+           id == IDC_MAIN_TAG_LINE;
 }
 
 }  // namespace
@@ -153,7 +158,7 @@ LRESULT MainWindow::Handle(UINT msg, WPARAM wp, LPARAM lp) {
         case WM_PAINT: {
             PAINTSTRUCT ps;
             HDC dc = BeginPaint(hwnd_, &ps);
-            RECT display{6, 6, kClientWidth - 6, 62};
+            RECT display{6, 6, kClientWidth - 6, kDisplayBottom};
             FillRect(dc, &display, Theme::DisplayBrush());
             EndPaint(hwnd_, &ps);
             return 0;
@@ -218,8 +223,8 @@ void MainWindow::OnCreate() {
         SetWindowLongPtrW(speed, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(SpeedSliderProc)));
     Label(hwnd_, IDC_MAIN_SEGMENT_RANGE, Widen(t.segmentRange).c_str(), 384, 160, 70, 18, SS_RIGHT);
 
-    Label(hwnd_, IDC_MAIN_PREVIOUS_LABEL, L"", 8, 184, 220, 18);
-    Label(hwnd_, IDC_MAIN_NEXT_LABEL, L"", 232, 184, 148, 18);
+    Label(hwnd_, IDC_MAIN_PREVIOUS_LABEL, L"", 8, 184, 220, 18, SS_LEFTNOWORDWRAP | SS_ENDELLIPSIS);
+    Label(hwnd_, IDC_MAIN_NEXT_LABEL, L"", 232, 184, 148, 18, SS_LEFTNOWORDWRAP | SS_ENDELLIPSIS);
     CreateImageButton(hwnd_, IDC_MAIN_LIBRARY, L"音乐库", 384, 181, 70, 22);
     Label(hwnd_, IDC_MAIN_STATUS_LINE, Widen(t.statusLine).c_str(), 8, 206, kClientWidth - 16, 18);
 
@@ -227,6 +232,16 @@ void MainWindow::OnCreate() {
                               reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_MAIN_STATUS)),
                               GetModuleHandleW(nullptr), nullptr);
     SendMessageW(status_, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont()), FALSE);
+    // Everything under the display moves down to make room for the tag line.
+    for (HWND child = GetWindow(hwnd_, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        if (child == status_) continue;
+        RECT r;
+        GetWindowRect(child, &r);
+        MapWindowPoints(nullptr, hwnd_, reinterpret_cast<POINT*>(&r), 2);
+        if (r.top >= 62) SetWindowPos(child, nullptr, r.left, r.top + kTagLineShift, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    }
+    Label(hwnd_, IDC_MAIN_TAG_LINE, Widen(StreamPanelTexts{}.title).c_str(), 14, 62, kClientWidth - 28, 18,
+          SS_LEFTNOWORDWRAP);
     const int widths[] = {230, 350, -1};
     SendMessageW(status_, SB_SETPARTS, 3, reinterpret_cast<LPARAM>(widths));
 }
@@ -343,6 +358,14 @@ void MainWindow::ApplyTips() {
 
 void MainWindow::SetText(int id, const std::string& text) { SetDlgItemTextW(hwnd_, id, Widen(text).c_str()); }
 
+void MainWindow::ShowTagLine() {
+    // Set only when it changes: the progress timer asks four times a second.
+    const std::wstring text = Widen(stream_.Texts().title);
+    wchar_t now[512] = {};
+    GetDlgItemTextW(hwnd_, IDC_MAIN_TAG_LINE, now, 512);
+    if (text != now) SetDlgItemTextW(hwnd_, IDC_MAIN_TAG_LINE, text.c_str());
+}
+
 void MainWindow::ShowLines(const std::vector<std::string>& lines) { playlist_.SetLines(lines); }
 
 void MainWindow::ShowTexts(const QueueTexts& texts) {
@@ -396,6 +419,7 @@ void MainWindow::FileOpened(const std::string& path) {
     }
     stream_.Opened(path, player_.LengthMs());
     display_.SetStreamTexts(stream_.Texts());
+    ShowTagLine();
     if (engine_.Kind() == MediaKind::Picture && !player_.UsingDecoder1()) {
         video_.ShowPicture(path);
         return;
@@ -581,6 +605,7 @@ void MainWindow::OnTimer(UINT_PTR id) {
         if (const long long ms = player_.PositionMs(); ms >= 0) lyrics_.Tick(ms / 1000);
         stream_.Progress(player_.PositionMs());
         display_.SetStreamTexts(stream_.Texts());
+        ShowTagLine();
         return;
     }
     if (id == kDisplayTimer) {

@@ -130,6 +130,7 @@ private:
     void RestorePosition();
     void SavePositions();
     void SetText(int id, const std::string& text);
+    void ShowTagLine();
     void TakeAddResult(const AddResult& result);
     void OpenListFile();
     void OpenInfoEditor();

@@ -128,6 +128,9 @@ TEST_F(LyricsE2E, EmbeddedLyricsWinOverTheLrcBesideAndFollowThePlayingTime) {
                                "[00:00]第一句\r\n[00:02]第二句\r\n[00:04]第三句\r\n[00:06]第四句\r\n[00:40]尾声", "歌"));
     WriteBytes(media_ / L"歌.lrc", Cp936("[00:00]旁边的歌词\r\n[00:03]不该出现\r\n"));
     Start(song);
+    // The tag behind the lyrics block is read for the main window's tag line.
+    const std::string tagLine = "  标题：歌  歌手：无  专集：无  年代：无  其他：无";
+    EXPECT_EQ(WaitForControlText(main_, IDC_MAIN_TAG_LINE, tagLine), tagLine);
     // Each moment is read as a pair: the line reached and the next one, shown together.
     EXPECT_EQ(WaitForControlText(display_, IDC_LYRICS_CURRENT, "第二句"), "第二句");
     EXPECT_EQ(Next(), "第三句");
