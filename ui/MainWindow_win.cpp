@@ -349,6 +349,7 @@ void MainWindow::ApplyTips() {
     };
     for (const auto& [id, text] : tips) tips_.Set(GetDlgItem(hwnd_, id), *text);
     tips_.Set(GetDlgItem(hwnd_, IDC_MAIN_LIBRARY), "加载“我的音乐库”");
+    tips_.Set(GetDlgItem(hwnd_, IDC_MAIN_TAG_LINE), "当前文件的标签信息：标题、歌手、专集、年代和其他");
     if (settings_.Text("L34") == "0") {
         tips_.SetColors(static_cast<COLORREF>(settings_.Number("L34B").value_or(0xE1FFFF)),
                         static_cast<COLORREF>(settings_.Number("L34F").value_or(0)));
