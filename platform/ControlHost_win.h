@@ -2,6 +2,7 @@
 // Hosting of ActiveX player controls in a window, without ATL: a small OLE container site, the
 // control in-place active and filling its window, called late-bound through IDispatch.
 #include <windows.h>
+// (after windows.h)
 #include <ole2.h>
 
 #include <optional>

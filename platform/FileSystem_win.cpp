@@ -1,7 +1,7 @@
 #include "platform/FileSystem_win.h"
 
-#include <windows.h>
 #include <shlobj.h>
+#include <windows.h>
 
 #include "platform/WinText.h"
 
@@ -133,12 +133,18 @@ DriveKind WinFileSystem::DriveType(const std::string& path) {
     if (path.size() < 2 || path[1] != ':') return DriveKind::Unknown;
     const wchar_t root[] = {static_cast<wchar_t>(static_cast<unsigned char>(path[0])), L':', L'\\', 0};
     switch (GetDriveTypeW(root)) {
-    case DRIVE_REMOVABLE: return DriveKind::Removable;
-    case DRIVE_FIXED: return DriveKind::Fixed;
-    case DRIVE_REMOTE: return DriveKind::Network;
-    case DRIVE_CDROM: return DriveKind::CdRom;
-    case DRIVE_RAMDISK: return DriveKind::RamDisk;
-    default: return DriveKind::Unknown;
+        case DRIVE_REMOVABLE:
+            return DriveKind::Removable;
+        case DRIVE_FIXED:
+            return DriveKind::Fixed;
+        case DRIVE_REMOTE:
+            return DriveKind::Network;
+        case DRIVE_CDROM:
+            return DriveKind::CdRom;
+        case DRIVE_RAMDISK:
+            return DriveKind::RamDisk;
+        default:
+            return DriveKind::Unknown;
     }
 }
 

@@ -29,7 +29,8 @@ bool EngineDecoder::Open(const std::string& path) {
             noTimeline_ = true;
             lengthMs_ = 0;
             return true;
-        default: return false;
+        default:
+            return false;
     }
 }
 

@@ -30,7 +30,7 @@ private:
     WindowId videoWindow_;
     long long lengthMs_ = -1;
     long long rangeEndUnits_ = -1;  // the end of the play range, -1 for the file's end
-    bool noTimeline_ = false;  // a still picture or a Flash movie: shown, not played on a time line
+    bool noTimeline_ = false;       // a still picture or a Flash movie: shown, not played on a time line
 };
 
 }  // namespace lumora

@@ -180,7 +180,9 @@ bool MediaEngine::Pause() {
             state_.resumePosition = commands_.Position(kMovieAlias);
             state_.paused = true;
             return true;
-        case MediaKind::Picture: state_.paused = true; return true;
+        case MediaKind::Picture:
+            state_.paused = true;
+            return true;
         case MediaKind::MediaPlayer:
             if (!controls_->Call(kPlayerPauseMethod)) return false;
             state_.resumePosition = Position();
@@ -190,7 +192,8 @@ bool MediaEngine::Pause() {
             if (!controls_ || !controls_->Call(kFlashStopMethod)) return false;
             state_.paused = true;
             return true;
-        default: return false;
+        default:
+            return false;
     }
 }
 
@@ -317,8 +320,8 @@ OpenResult MediaEngine::OpenDispatch(const std::string& path, WindowId videoWind
         info_.lines = {
             "该媒体文件为视频",
             "画面原始大小(X)：" + std::to_string(cx) + "  (Y)：" + std::to_string(cy),
-            "画面实际大小(X)：" + std::to_string(commands_.PictureSize(kMovieAlias, "cx")) +
-                "  (Y)：" + std::to_string(commands_.PictureSize(kMovieAlias, "cy")),
+            "画面实际大小(X)：" + std::to_string(commands_.PictureSize(kMovieAlias, "cx")) + "  (Y)：" +
+                std::to_string(commands_.PictureSize(kMovieAlias, "cy")),
             "总帧数：" + std::to_string(frames) + "  帧速率：" + std::to_string(rate),
         };
     } else {

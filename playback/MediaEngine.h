@@ -53,9 +53,9 @@ std::string DeviceTypeFor(std::string_view path);
 
 // The engine state, one for the program.
 struct EngineState {
-    std::string alias;          // "movie1" while a file is open through the engine
-    long long segmentStart = 0; // frames: the `from` of the last play sent to the movie alias
-    long long segmentEnd = 0;   // frames: its `to`
+    std::string alias;           // "movie1" while a file is open through the engine
+    long long segmentStart = 0;  // frames: the `from` of the last play sent to the movie alias
+    long long segmentEnd = 0;    // frames: its `to`
     long long resumePosition = 0;
     bool paused = false;
     long long positionStep = 1;
@@ -68,12 +68,12 @@ struct EngineState {
 
 // What the open dispatch did with a file.
 enum class OpenResult {
-    Playing,         // the engine plays it
-    Picture,         // a still picture is shown
-    Control,         // a hosted control (Flash) shows and plays it
-    ForDecoder1,     // an MPEG audio file the audio player takes
-    CdTrack,         // handed to CD audio
-    CannotPlay,      // open or play failed: the caller shows the messages
+    Playing,      // the engine plays it
+    Picture,      // a still picture is shown
+    Control,      // a hosted control (Flash) shows and plays it
+    ForDecoder1,  // an MPEG audio file the audio player takes
+    CdTrack,      // handed to CD audio
+    CannotPlay,   // open or play failed: the caller shows the messages
 };
 
 // The video window's information lines.

@@ -10,7 +10,7 @@ packages=(
     wine wine64                                     # `wine` runs the win64 build
     xvfb xauth                                      # virtual display
     pulseaudio pulseaudio-utils                     # null sink, recorded with parec
-    gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-ugly gstreamer1.0-libav
+    gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-ugly gstreamer1.0-plugins-bad gstreamer1.0-libav
     locales fonts-wqy-microhei                      # zh_CN.UTF-8 (code page 936) and a CJK font
     sox lame ffmpeg espeak-ng                       # demo media, recordings, screenshots
 )

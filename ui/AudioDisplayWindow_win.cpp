@@ -14,9 +14,9 @@ constexpr wchar_t kClass[] = L"LumoraAudioDisplay";
 // The stream panel's column on the left; the spectrum fills the rest.
 constexpr int kPanelWidth = 230;
 constexpr int kLineHeight = 15;
-constexpr int kPanelIds[] = {ids::IDC_STREAM_TITLE,      ids::IDC_STREAM_BIT_RATE,   ids::IDC_STREAM_FREQUENCY,
-                             ids::IDC_STREAM_LAYER,      ids::IDC_STREAM_TOTAL_FRAMES, ids::IDC_STREAM_FRAMES_READ,
-                             ids::IDC_STREAM_FLAGS,      ids::IDC_STREAM_MPEG,       ids::IDC_STREAM_MS_PER_FRAME,
+constexpr int kPanelIds[] = {ids::IDC_STREAM_TITLE,     ids::IDC_STREAM_BIT_RATE,     ids::IDC_STREAM_FREQUENCY,
+                             ids::IDC_STREAM_LAYER,     ids::IDC_STREAM_TOTAL_FRAMES, ids::IDC_STREAM_FRAMES_READ,
+                             ids::IDC_STREAM_FLAGS,     ids::IDC_STREAM_MPEG,         ids::IDC_STREAM_MS_PER_FRAME,
                              ids::IDC_STREAM_TOTAL_TIME};
 
 // Room kept at the bottom of the spectrum for the two lyrics lines.
@@ -100,15 +100,15 @@ bool AudioDisplayWindow::Create(HWND owner) {
     if (!EnsureWindowClass(kClass, WndProc, Theme::DisplayBrush())) return false;
     RECT o;
     GetWindowRect(owner, &o);
-    hwnd_ = CreateWindowExW(WS_EX_TOOLWINDOW, kClass, L"音频\\歌词显示", WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME,
-                            o.left, o.bottom, o.right - o.left, 184, owner, nullptr, GetModuleHandleW(nullptr), this);
+    hwnd_ =
+        CreateWindowExW(WS_EX_TOOLWINDOW, kClass, L"音频\\歌词显示", WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME,
+                        o.left, o.bottom, o.right - o.left, 184, owner, nullptr, GetModuleHandleW(nullptr), this);
     if (!hwnd_) return false;
     int y = 4;
     for (int id : kPanelIds) {
-        HWND label = CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_NOPREFIX | SS_LEFTNOWORDWRAP, 6, y,
-                                     kPanelWidth - 8, kLineHeight, hwnd_,
-                                     reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr),
-                                     nullptr);
+        HWND label = CreateWindowExW(
+            0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_NOPREFIX | SS_LEFTNOWORDWRAP, 6, y, kPanelWidth - 8,
+            kLineHeight, hwnd_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
         SendMessageW(label, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont()), FALSE);
         y += kLineHeight;
     }
@@ -200,7 +200,8 @@ LRESULT CALLBACK AudioDisplayWindow::WndProc(HWND hwnd, UINT msg, WPARAM wp, LPA
     }
     auto* self = reinterpret_cast<AudioDisplayWindow*>(GetWindowLongPtrW(hwnd, GWLP_USERDATA));
     switch (msg) {
-        case WM_ERASEBKGND: return 1;
+        case WM_ERASEBKGND:
+            return 1;
         case WM_PAINT: {
             PAINTSTRUCT ps;
             HDC dc = BeginPaint(hwnd, &ps);
@@ -221,7 +222,9 @@ LRESULT CALLBACK AudioDisplayWindow::WndProc(HWND hwnd, UINT msg, WPARAM wp, LPA
         case WM_SIZE:
             if (self) self->PlaceLyrics();
             break;
-        case WM_CLOSE: ShowWindow(hwnd, SW_HIDE); return 0;
+        case WM_CLOSE:
+            ShowWindow(hwnd, SW_HIDE);
+            return 0;
     }
     return DefWindowProcW(hwnd, msg, wp, lp);
 }

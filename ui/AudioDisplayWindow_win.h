@@ -32,8 +32,8 @@ public:
     // How the two lyrics lines look; read from the "F8_" options by the main window.
     struct LyricsLook {
         COLORREF background = RGB(12, 18, 28);
-        COLORREF current = RGB(255, 190, 70);   // the line whose time has come
-        COLORREF next = RGB(120, 220, 255);     // the line after it
+        COLORREF current = RGB(255, 190, 70);  // the line whose time has come
+        COLORREF next = RGB(120, 220, 255);    // the line after it
         int currentPoints = 14;
         int nextPoints = 11;
     };

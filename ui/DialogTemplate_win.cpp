@@ -35,8 +35,8 @@ void DialogTemplate::AddControl(WORD atom, WORD id, const std::wstring& text, sh
     AddItem(nullptr, atom, id, text, x, y, cx, cy, style);
 }
 
-void DialogTemplate::AddControl(const wchar_t* className, WORD id, const std::wstring& text, short x, short y,
-                                short cx, short cy, DWORD style) {
+void DialogTemplate::AddControl(const wchar_t* className, WORD id, const std::wstring& text, short x, short y, short cx,
+                                short cy, DWORD style) {
     AddItem(className, 0, id, text, x, y, cx, cy, style);
 }
 

@@ -22,7 +22,7 @@ struct ItemBox {
     const wchar_t* label;
 };
 constexpr ItemBox kItems[] = {
-    {IDC_INFO_TITLE, L"标题"}, {IDC_INFO_ARTIST, L"歌手"}, {IDC_INFO_ALBUM, L"专集"},
+    {IDC_INFO_TITLE, L"标题"}, {IDC_INFO_ARTIST, L"歌手"},  {IDC_INFO_ALBUM, L"专集"},
     {IDC_INFO_YEAR, L"年代"},  {IDC_INFO_COMMENT, L"其他"},
 };
 
@@ -44,12 +44,19 @@ public:
         auto* self = reinterpret_cast<EditorWindow*>(GetWindowLongPtrW(dlg, DWLP_USER));
         if (!self) return FALSE;
         switch (msg) {
-            case WM_INITDIALOG: self->OnInit(dlg); return TRUE;
-            case WM_COMMAND: self->OnCommand(LOWORD(wp), HIWORD(wp)); return TRUE;
+            case WM_INITDIALOG:
+                self->OnInit(dlg);
+                return TRUE;
+            case WM_COMMAND:
+                self->OnCommand(LOWORD(wp), HIWORD(wp));
+                return TRUE;
             case WM_CTLCOLORDLG:
             case WM_CTLCOLORSTATIC:
-            case WM_CTLCOLORBTN: return reinterpret_cast<INT_PTR>(Theme::PaintPanel(reinterpret_cast<HDC>(wp)));
-            case WM_CLOSE: EndDialog(dlg, IDCANCEL); return TRUE;
+            case WM_CTLCOLORBTN:
+                return reinterpret_cast<INT_PTR>(Theme::PaintPanel(reinterpret_cast<HDC>(wp)));
+            case WM_CLOSE:
+                EndDialog(dlg, IDCANCEL);
+                return TRUE;
         }
         return FALSE;
     }
@@ -129,8 +136,11 @@ private:
                 HandOver();
                 editor_->ImportQgc();
                 break;
-            case IDCANCEL: EndDialog(dlg_, IDCANCEL); break;
-            default: break;
+            case IDCANCEL:
+                EndDialog(dlg_, IDCANCEL);
+                break;
+            default:
+                break;
         }
     }
 
@@ -144,8 +154,7 @@ private:
 }  // namespace
 
 void InfoEditorDialog::Run(HWND owner, FileSystem& fs) {
-    DialogTemplate t(Widen(kInfoEditorTitle), 400, 250,
-                     DS_MODALFRAME | DS_CENTER | WS_POPUP | WS_CAPTION | WS_SYSMENU);
+    DialogTemplate t(Widen(kInfoEditorTitle), 400, 250, DS_MODALFRAME | DS_CENTER | WS_POPUP | WS_CAPTION | WS_SYSMENU);
     t.AddControl(kListBox, IDC_INFO_FILES, L"", 6, 6, 120, 238,
                  WS_BORDER | WS_VSCROLL | WS_HSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT | WS_TABSTOP);
     t.AddControl(DialogTemplate::kStatic, IDC_INFO_PATH, L"", 134, 6, 260, 10, SS_LEFT | SS_NOPREFIX | SS_PATHELLIPSIS);
@@ -157,7 +166,8 @@ void InfoEditorDialog::Run(HWND owner, FileSystem& fs) {
                      ES_AUTOHSCROLL | WS_BORDER | WS_TABSTOP);
         y = static_cast<short>(y + 16);
     }
-    t.AddControl(DialogTemplate::kStatic, static_cast<WORD>(-1), L"歌词", 134, static_cast<short>(y + 2), 24, 10, SS_LEFT);
+    t.AddControl(DialogTemplate::kStatic, static_cast<WORD>(-1), L"歌词", 134, static_cast<short>(y + 2), 24, 10,
+                 SS_LEFT);
     t.AddControl(DialogTemplate::kEdit, IDC_INFO_LYRICS, L"", 160, y, 234, 118,
                  ES_MULTILINE | ES_AUTOVSCROLL | ES_WANTRETURN | WS_VSCROLL | WS_BORDER | WS_TABSTOP);
     t.AddControl(DialogTemplate::kButton, IDC_INFO_READ_ONLY, L"去掉“只读”属性", 134, 222, 80, 10,

@@ -72,13 +72,20 @@ INT_PTR CALLBACK Proc(HWND dlg, UINT msg, WPARAM wp, LPARAM lp) {
             return TRUE;
         case WM_CTLCOLORDLG:
         case WM_CTLCOLORSTATIC:
-        case WM_CTLCOLORBTN: return reinterpret_cast<INT_PTR>(Theme::PaintPanel(reinterpret_cast<HDC>(wp)));
+        case WM_CTLCOLORBTN:
+            return reinterpret_cast<INT_PTR>(Theme::PaintPanel(reinterpret_cast<HDC>(wp)));
         case WM_COMMAND:
             if (!s) break;
             switch (LOWORD(wp)) {
-                case IDC_LYRICS_SET_BACKGROUND: PickColour(dlg, *s, s->look.background); return TRUE;
-                case IDC_LYRICS_SET_CURRENT: PickColour(dlg, *s, s->look.current); return TRUE;
-                case IDC_LYRICS_SET_NEXT: PickColour(dlg, *s, s->look.next); return TRUE;
+                case IDC_LYRICS_SET_BACKGROUND:
+                    PickColour(dlg, *s, s->look.background);
+                    return TRUE;
+                case IDC_LYRICS_SET_CURRENT:
+                    PickColour(dlg, *s, s->look.current);
+                    return TRUE;
+                case IDC_LYRICS_SET_NEXT:
+                    PickColour(dlg, *s, s->look.next);
+                    return TRUE;
                 case IDOK:
                     s->look.currentPoints = SizeIn(dlg, IDC_LYRICS_SET_CURRENT_SIZE, s->look.currentPoints);
                     s->look.nextPoints = SizeIn(dlg, IDC_LYRICS_SET_NEXT_SIZE, s->look.nextPoints);
@@ -86,10 +93,14 @@ INT_PTR CALLBACK Proc(HWND dlg, UINT msg, WPARAM wp, LPARAM lp) {
                     s->fields->look = s->look;
                     EndDialog(dlg, IDOK);
                     return TRUE;
-                case IDCANCEL: EndDialog(dlg, IDCANCEL); return TRUE;
+                case IDCANCEL:
+                    EndDialog(dlg, IDCANCEL);
+                    return TRUE;
             }
             break;
-        case WM_CLOSE: EndDialog(dlg, IDCANCEL); return TRUE;
+        case WM_CLOSE:
+            EndDialog(dlg, IDCANCEL);
+            return TRUE;
     }
     return FALSE;
 }

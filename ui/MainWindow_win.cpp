@@ -3,10 +3,10 @@
 #include <commctrl.h>
 #include <shellapi.h>
 
-#include "platform/FileSystem.h"
-#include "platform/WinText.h"
 #include "mediainfo/ListInfo.h"
 #include "mediainfo/LyricsTiming.h"
+#include "platform/FileSystem.h"
+#include "platform/WinText.h"
 #include "playback/TransportTexts.h"
 #include "playback/VideoSizing.h"
 #include "settings/IniFiles.h"
@@ -55,23 +55,22 @@ constexpr int kDisplayBottom = 84;
 constexpr int kTagLineShift = 22;  // the room the tag line takes in the display
 constexpr int kClientHeight = 248 + kTagLineShift;
 
-
 ScreenExtent ScreenInTwips() {
     return {PixelsToTwipsX(GetSystemMetrics(SM_CXSCREEN)), PixelsToTwipsY(GetSystemMetrics(SM_CYSCREEN))};
 }
 
 HWND Label(HWND parent, int id, const wchar_t* text, int x, int y, int cx, int cy, DWORD align = SS_LEFT) {
     // SS_NOTIFY: the balloon help needs the label to see the mouse.
-    HWND h = CreateWindowExW(0, L"STATIC", text, WS_CHILD | WS_VISIBLE | SS_NOPREFIX | SS_NOTIFY | align, x, y, cx, cy,
-                             parent,
-                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
+    HWND h =
+        CreateWindowExW(0, L"STATIC", text, WS_CHILD | WS_VISIBLE | SS_NOPREFIX | SS_NOTIFY | align, x, y, cx, cy,
+                        parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
     SendMessageW(h, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont()), FALSE);
     return h;
 }
 
 HWND Slider(HWND parent, int id, int x, int y, int cx, int cy, int low, int high, int pos) {
-    HWND h = CreateWindowExW(0, TRACKBAR_CLASSW, L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | TBS_HORZ | TBS_NOTICKS, x,
-                             y, cx, cy, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
+    HWND h = CreateWindowExW(0, TRACKBAR_CLASSW, L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | TBS_HORZ | TBS_NOTICKS, x, y,
+                             cx, cy, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
                              GetModuleHandleW(nullptr), nullptr);
     SendMessageW(h, TBM_SETRANGE, FALSE, MAKELPARAM(low, high));
     SendMessageW(h, TBM_SETPOS, TRUE, pos);
@@ -112,9 +111,9 @@ bool MainWindow::Create(const std::string& argument, const std::string& osCode) 
     RECT r{0, 0, kClientWidth, kClientHeight};
     const DWORD style = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDREN;
     AdjustWindowRectEx(&r, style, FALSE, WS_EX_ACCEPTFILES);
-    hwnd_ = CreateWindowExW(WS_EX_ACCEPTFILES, kMainClass, Widen(kMainTitle).c_str(), style, CW_USEDEFAULT,
-                            CW_USEDEFAULT, r.right - r.left, r.bottom - r.top, nullptr, nullptr,
-                            GetModuleHandleW(nullptr), this);
+    hwnd_ =
+        CreateWindowExW(WS_EX_ACCEPTFILES, kMainClass, Widen(kMainTitle).c_str(), style, CW_USEDEFAULT, CW_USEDEFAULT,
+                        r.right - r.left, r.bottom - r.top, nullptr, nullptr, GetModuleHandleW(nullptr), this);
     if (!hwnd_) return false;
     services_.prompts.SetOwner(hwnd_);
     LoadSequence(argument);
@@ -133,7 +132,9 @@ LRESULT CALLBACK MainWindow::WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) 
 
 LRESULT MainWindow::Handle(UINT msg, WPARAM wp, LPARAM lp) {
     switch (msg) {
-        case WM_CREATE: OnCreate(); return 0;
+        case WM_CREATE:
+            OnCreate();
+            return 0;
         case WM_COMMAND:
             if (LOWORD(wp) == IDC_MAIN_SPEED && HIWORD(wp) == STN_DBLCLK) {
                 player_.ResetSpeed();
@@ -141,12 +142,24 @@ LRESULT MainWindow::Handle(UINT msg, WPARAM wp, LPARAM lp) {
                 OnCommand(LOWORD(wp));
             }
             return 0;
-        case WM_HSCROLL: OnScroll(reinterpret_cast<HWND>(lp), LOWORD(wp)); return 0;
-        case WM_TIMER: OnTimer(wp); return 0;
-        case WM_DROPFILES: OnDropFiles(reinterpret_cast<HDROP>(wp)); return 0;
-        case WM_CONTEXTMENU: OnContextMenu(static_cast<short>(LOWORD(lp)), static_cast<short>(HIWORD(lp))); return 0;
-        case WM_MOVE: playlist_.FollowOwner(); return 0;
-        case WM_DRAWITEM: DrawImageButton(*reinterpret_cast<DRAWITEMSTRUCT*>(lp)); return TRUE;
+        case WM_HSCROLL:
+            OnScroll(reinterpret_cast<HWND>(lp), LOWORD(wp));
+            return 0;
+        case WM_TIMER:
+            OnTimer(wp);
+            return 0;
+        case WM_DROPFILES:
+            OnDropFiles(reinterpret_cast<HDROP>(wp));
+            return 0;
+        case WM_CONTEXTMENU:
+            OnContextMenu(static_cast<short>(LOWORD(lp)), static_cast<short>(HIWORD(lp)));
+            return 0;
+        case WM_MOVE:
+            playlist_.FollowOwner();
+            return 0;
+        case WM_DRAWITEM:
+            DrawImageButton(*reinterpret_cast<DRAWITEMSTRUCT*>(lp));
+            return TRUE;
         case WM_CTLCOLORSTATIC: {
             const int id = GetDlgCtrlID(reinterpret_cast<HWND>(lp));
             HDC dc = reinterpret_cast<HDC>(wp);
@@ -163,7 +176,9 @@ LRESULT MainWindow::Handle(UINT msg, WPARAM wp, LPARAM lp) {
             EndPaint(hwnd_, &ps);
             return 0;
         }
-        case WM_CLOSE: OnClose(); return 0;
+        case WM_CLOSE:
+            OnClose();
+            return 0;
         case WM_DESTROY:
             KillTimer(hwnd_, kHandOffTimer);
             KillTimer(hwnd_, kProgressTimer);
@@ -198,10 +213,10 @@ void MainWindow::OnCreate() {
         int x, width;
     };
     const Button transport[] = {
-        {IDC_MAIN_PLAY, &t.play, nullptr, 6, 54},       {IDC_MAIN_STOP, nullptr, "停止", 64, 54},
+        {IDC_MAIN_PLAY, &t.play, nullptr, 6, 54},        {IDC_MAIN_STOP, nullptr, "停止", 64, 54},
         {IDC_MAIN_PREVIOUS, nullptr, "上一首", 122, 60}, {IDC_MAIN_NEXT, nullptr, "下一首", 186, 60},
-        {IDC_MAIN_BACK, &t.back, nullptr, 250, 48},     {IDC_MAIN_FORWARD, &t.forward, nullptr, 302, 48},
-        {IDC_MAIN_OPEN, nullptr, "打开", 354, 48},      {IDC_MAIN_LIST, nullptr, "列表", 406, 48},
+        {IDC_MAIN_BACK, &t.back, nullptr, 250, 48},      {IDC_MAIN_FORWARD, &t.forward, nullptr, 302, 48},
+        {IDC_MAIN_OPEN, nullptr, "打开", 354, 48},       {IDC_MAIN_LIST, nullptr, "列表", 406, 48},
     };
     for (const auto& b : transport) {
         CreateImageButton(hwnd_, b.id, Widen(b.text ? *b.text : std::string(b.fixed)).c_str(), b.x, 96, b.width, 26);
@@ -219,8 +234,8 @@ void MainWindow::OnCreate() {
     Slider(hwnd_, IDC_MAIN_VOLUME, 38, 156, 150, 24, 0, 20, 20);
     Label(hwnd_, IDC_MAIN_SPEED_LABEL, L"速度", 196, 160, 30, 18);
     HWND speed = Slider(hwnd_, IDC_MAIN_SPEED, 226, 156, 150, 24, 1, 200, 100);
-    gTrackbarProc = reinterpret_cast<WNDPROC>(
-        SetWindowLongPtrW(speed, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(SpeedSliderProc)));
+    gTrackbarProc =
+        reinterpret_cast<WNDPROC>(SetWindowLongPtrW(speed, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(SpeedSliderProc)));
     Label(hwnd_, IDC_MAIN_SEGMENT_RANGE, Widen(t.segmentRange).c_str(), 384, 160, 70, 18, SS_RIGHT);
 
     Label(hwnd_, IDC_MAIN_PREVIOUS_LABEL, L"", 8, 184, 220, 18, SS_LEFTNOWORDWRAP | SS_ENDELLIPSIS);
@@ -229,8 +244,8 @@ void MainWindow::OnCreate() {
     Label(hwnd_, IDC_MAIN_STATUS_LINE, Widen(t.statusLine).c_str(), 8, 206, kClientWidth - 16, 18);
 
     status_ = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, hwnd_,
-                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_MAIN_STATUS)),
-                              GetModuleHandleW(nullptr), nullptr);
+                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_MAIN_STATUS)), GetModuleHandleW(nullptr),
+                              nullptr);
     SendMessageW(status_, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont()), FALSE);
     // Everything under the display moves down to make room for the tag line.
     for (HWND child = GetWindow(hwnd_, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
@@ -253,15 +268,18 @@ void MainWindow::LoadSequence(const std::string& argument) {
     engine_.SetControls(&controls_);
     video_.onResize = [this](long width, long height) {
         if (engine_.Kind() == MediaKind::Flash || engine_.Kind() == MediaKind::MediaPlayer) controls_.Fit();
-        if (engine_.Picture().width > 0) engine_.PlacePicture(reinterpret_cast<UINT_PTR>(video_.Handle()),
-                                                              PixelRect{0, 0, width, height});
+        if (engine_.Picture().width > 0)
+            engine_.PlacePicture(reinterpret_cast<UINT_PTR>(video_.Handle()), PixelRect{0, 0, width, height});
     };
     decoder2_.SetVideoWindow(reinterpret_cast<UINT_PTR>(video_.Handle()));
     LoadSettings(settings_, services_.registry, ScreenInTwips());
     ApplyOsOverrides(settings_, osCode_);
     if (settings_.Number("Vol")) {
         const long long vol = *settings_.Number("Vol");
-        SendDlgItemMessageW(hwnd_, IDC_MAIN_VOLUME, TBM_SETPOS, TRUE, static_cast<LPARAM>(vol < 0 ? 0 : vol > 20 ? 20 : vol));
+        SendDlgItemMessageW(hwnd_, IDC_MAIN_VOLUME, TBM_SETPOS, TRUE,
+                            static_cast<LPARAM>(vol < 0    ? 0
+                                                : vol > 20 ? 20
+                                                           : vol));
     }
     if (tips_.Attach(hwnd_)) ApplyTips();
     playlist_.CreateInfoTip(settings_.IsOn("L22"));
@@ -283,7 +301,8 @@ void MainWindow::LoadSequence(const std::string& argument) {
         SetWindowLongW(hwnd_, GWL_EXSTYLE, GetWindowLongW(hwnd_, GWL_EXSTYLE) | WS_EX_LAYERED);
         SetLayeredWindowAttributes(hwnd_, 0, static_cast<BYTE>(*alpha), LWA_ALPHA);
     }
-    lineByteLimit_ = ParseLineByteLimit(services_.registry.ReadValueQuietly(kSetupKeyPath, kLineByteLimitValueName).text);
+    lineByteLimit_ =
+        ParseLineByteLimit(services_.registry.ReadValueQuietly(kSetupKeyPath, kLineByteLimitValueName).text);
     lyrics_.SetLineByteLimit(lineByteLimit_);
     ReadLyricsLook();
     SetTimer(hwnd_, kHandOffTimer, kHandOffMs, nullptr);
@@ -296,9 +315,12 @@ void MainWindow::LyricsSettings() {
     if (!dialog.Run(hwnd_)) return;
     // Kept beside the options as decimal text, like every other value of the setup key.
     const std::pair<std::string_view, long long> values[] = {
-        {kLineByteLimitValueName, dialog.lineByteLimit},  {"F8_BC", dialog.look.background},
-        {"F8_1_YY", dialog.look.current},                 {"F8_2_YY", dialog.look.next},
-        {"F8_GcLab1", dialog.look.currentPoints},         {"F8_GcLab2", dialog.look.nextPoints},
+        {kLineByteLimitValueName, dialog.lineByteLimit},
+        {"F8_BC", dialog.look.background},
+        {"F8_1_YY", dialog.look.current},
+        {"F8_2_YY", dialog.look.next},
+        {"F8_GcLab1", dialog.look.currentPoints},
+        {"F8_GcLab2", dialog.look.nextPoints},
     };
     if (!services_.registry.CreateKey(kSetupKeyPath)) return;
     for (const auto& [name, value] : values) {
@@ -335,16 +357,34 @@ void MainWindow::ReadLyricsLook() {
 void MainWindow::ApplyTips() {
     const TransportTips t = MakeTransportTips(settings_, queue_.Queue(), modeSuffix_, false);
     const std::pair<int, const std::string*> tips[] = {
-        {IDC_MAIN_PLAY, &t.play},           {IDC_MAIN_STOP, &t.stop},           {IDC_MAIN_PREVIOUS, &t.previous},
-        {IDC_MAIN_NEXT, &t.next},           {IDC_MAIN_BACK, &t.back},           {IDC_MAIN_FORWARD, &t.forward},
-        {IDC_MAIN_MODE_NORMAL, &t.modeNormal}, {IDC_MAIN_MODE_LOOP, &t.modeLoop}, {IDC_MAIN_MODE_RANDOM, &t.modeRandom},
-        {IDC_MAIN_TIME_MODE, &t.timeMode},  {IDC_MAIN_SEGMENT, &t.segment},     {IDC_MAIN_PROGRESS, &t.progress},
-        {IDC_MAIN_VOLUME, &t.volume},       {IDC_MAIN_SPEED, &t.speed},         {IDC_MAIN_LIST, &t.list},
-        {IDC_MAIN_OPEN, &t.open},           {IDC_MAIN_TITLE, &t.title},         {IDC_MAIN_TIME, &t.time},
-        {IDC_MAIN_PERCENT, &t.percent},     {IDC_MAIN_MODE, &t.mode},           {IDC_MAIN_SEGMENT_A, &t.segment},
-        {IDC_MAIN_SEGMENT_B, &t.segment},   {IDC_MAIN_SEGMENT_RANGE, &t.segmentRange},
-        {IDC_MAIN_PREVIOUS_LABEL, &t.previous}, {IDC_MAIN_NEXT_LABEL, &t.next},
-        {IDC_MAIN_COMBINED, &t.neighbours}, {IDC_MAIN_VOLUME_LABEL, &t.volume}, {IDC_MAIN_SPEED_LABEL, &t.speed},
+        {IDC_MAIN_PLAY, &t.play},
+        {IDC_MAIN_STOP, &t.stop},
+        {IDC_MAIN_PREVIOUS, &t.previous},
+        {IDC_MAIN_NEXT, &t.next},
+        {IDC_MAIN_BACK, &t.back},
+        {IDC_MAIN_FORWARD, &t.forward},
+        {IDC_MAIN_MODE_NORMAL, &t.modeNormal},
+        {IDC_MAIN_MODE_LOOP, &t.modeLoop},
+        {IDC_MAIN_MODE_RANDOM, &t.modeRandom},
+        {IDC_MAIN_TIME_MODE, &t.timeMode},
+        {IDC_MAIN_SEGMENT, &t.segment},
+        {IDC_MAIN_PROGRESS, &t.progress},
+        {IDC_MAIN_VOLUME, &t.volume},
+        {IDC_MAIN_SPEED, &t.speed},
+        {IDC_MAIN_LIST, &t.list},
+        {IDC_MAIN_OPEN, &t.open},
+        {IDC_MAIN_TITLE, &t.title},
+        {IDC_MAIN_TIME, &t.time},
+        {IDC_MAIN_PERCENT, &t.percent},
+        {IDC_MAIN_MODE, &t.mode},
+        {IDC_MAIN_SEGMENT_A, &t.segment},
+        {IDC_MAIN_SEGMENT_B, &t.segment},
+        {IDC_MAIN_SEGMENT_RANGE, &t.segmentRange},
+        {IDC_MAIN_PREVIOUS_LABEL, &t.previous},
+        {IDC_MAIN_NEXT_LABEL, &t.next},
+        {IDC_MAIN_COMBINED, &t.neighbours},
+        {IDC_MAIN_VOLUME_LABEL, &t.volume},
+        {IDC_MAIN_SPEED_LABEL, &t.speed},
         {IDC_MAIN_STATUS_LINE, &t.statusLine},
     };
     for (const auto& [id, text] : tips) tips_.Set(GetDlgItem(hwnd_, id), *text);
@@ -429,8 +469,8 @@ void MainWindow::FileOpened(const std::string& path) {
     if (engine_.Kind() == MediaKind::Flash || engine_.Kind() == MediaKind::MediaPlayer) {
         // The hosted control fills the video window; it is shown for a Flash movie and for
         // Windows Media with pictures (the Media Player control tells their width).
-        const bool pictures = engine_.Kind() == MediaKind::Flash ||
-                              controls_.NumberByName("ImageSourceWidth").value_or(0) > 0;
+        const bool pictures =
+            engine_.Kind() == MediaKind::Flash || controls_.NumberByName("ImageSourceWidth").value_or(0) > 0;
         if (pictures && !settings_.IsOn("L67")) video_.ShowAsIs();
         controls_.Fit();
         return;
@@ -448,9 +488,15 @@ void MainWindow::FileOpened(const std::string& path) {
     const VideoPlacement place =
         PlaceVideo(picture.width, picture.height, work.right - work.left, work.bottom - work.top, settings_);
     switch (place.kind) {
-        case VideoPlacement::Kind::FullScreen: video_.ShowFullScreen(); break;
-        case VideoPlacement::Kind::Size: video_.ShowSized(place.width, place.height); break;
-        case VideoPlacement::Kind::Keep: video_.ShowAsIs(); break;
+        case VideoPlacement::Kind::FullScreen:
+            video_.ShowFullScreen();
+            break;
+        case VideoPlacement::Kind::Size:
+            video_.ShowSized(place.width, place.height);
+            break;
+        case VideoPlacement::Kind::Keep:
+            video_.ShowAsIs();
+            break;
     }
 }
 
@@ -507,7 +553,8 @@ void MainWindow::TakeAddResult(const AddResult& result) {
 }
 
 void MainWindow::OpenListFile() {
-    const auto path = services_.prompts.AskOpenFileName("打开Lumora专用列表文件（*.QLB）", "QLB Lumora列表文件 (*.qlb)|*.qlb");
+    const auto path =
+        services_.prompts.AskOpenFileName("打开Lumora专用列表文件（*.QLB）", "QLB Lumora列表文件 (*.qlb)|*.qlb");
     if (path) lists_.LoadListFile(*path);
 }
 
@@ -532,11 +579,13 @@ void MainWindow::AssignLyrics() {
         services_.prompts.ShowMessage("当前没有文件播放，无法指定歌词文件。", "指定歌词文件");
         return;
     }
-    const auto lyrics = services_.prompts.AskOpenFileName(
-        "为当前播放的文件指定歌词文件", "歌词文件 (*.qgc;*.lrc;*.smi)|*.qgc;*.lrc;*.smi");
+    const auto lyrics = services_.prompts.AskOpenFileName("为当前播放的文件指定歌词文件",
+                                                          "歌词文件 (*.qgc;*.lrc;*.smi)|*.qgc;*.lrc;*.smi");
     if (!lyrics) return;
     switch (AssignLyricsFile(services_.files, playing->path, *lyrics)) {
-        case AssignResult::Assigned: lyrics_.Load(playing->path); break;
+        case AssignResult::Assigned:
+            lyrics_.Load(playing->path);
+            break;
         case AssignResult::NotStorable:
             services_.prompts.ShowMessage("歌词文件的路径或媒体文件名含有无法保存的字符，无法指定。", "指定歌词文件");
             break;
@@ -562,41 +611,104 @@ std::string MainWindow::EntryInfo(int index) {
 void MainWindow::OnCommand(int id) {
     switch (id) {
         case IDC_MAIN_OPEN:
-        case IDM_OPEN_FILES: TakeAddResult(queue_.AddFromOpenDialog()); break;
-        case IDM_OPEN_FOLDER: TakeAddResult(queue_.AddFromFolder()); break;
-        case IDM_OPEN_LIST: OpenListFile(); break;
-        case IDM_SAVE_LIST: lists_.SaveListFile(); break;
-        case IDM_DEFAULT_LIST_SAVE: defaultList_.SaveDefaultList(); break;
-        case IDM_DEFAULT_LIST_DELETE: defaultList_.DeleteDefaultList(); break;
+        case IDM_OPEN_FILES:
+            TakeAddResult(queue_.AddFromOpenDialog());
+            break;
+        case IDM_OPEN_FOLDER:
+            TakeAddResult(queue_.AddFromFolder());
+            break;
+        case IDM_OPEN_LIST:
+            OpenListFile();
+            break;
+        case IDM_SAVE_LIST:
+            lists_.SaveListFile();
+            break;
+        case IDM_DEFAULT_LIST_SAVE:
+            defaultList_.SaveDefaultList();
+            break;
+        case IDM_DEFAULT_LIST_DELETE:
+            defaultList_.DeleteDefaultList();
+            break;
         case IDC_MAIN_LIBRARY:
-        case IDM_LIBRARY_LOAD: library_.LoadLibrary(); break;
-        case IDM_LIBRARY_ADD_CURRENT: library_.AddCurrentToLibrary(); break;
-        case IDM_LIBRARY_ADD_ALL: library_.AddAllToLibrary(); break;
-        case IDM_LIBRARY_CHANGE: library_.ChangeLibraryFolder(); break;
-        case IDM_LIBRARY_DELETE: library_.DeleteLibrary(); break;
-        case IDM_MEDIA_INFO: OpenInfoEditor(); break;
-        case IDM_ASSIGN_LYRICS: AssignLyrics(); break;
-        case IDM_LYRICS_WINDOW: display_.Toggle(); break;
-        case IDM_LYRICS_SETTINGS: LyricsSettings(); break;
+        case IDM_LIBRARY_LOAD:
+            library_.LoadLibrary();
+            break;
+        case IDM_LIBRARY_ADD_CURRENT:
+            library_.AddCurrentToLibrary();
+            break;
+        case IDM_LIBRARY_ADD_ALL:
+            library_.AddAllToLibrary();
+            break;
+        case IDM_LIBRARY_CHANGE:
+            library_.ChangeLibraryFolder();
+            break;
+        case IDM_LIBRARY_DELETE:
+            library_.DeleteLibrary();
+            break;
+        case IDM_MEDIA_INFO:
+            OpenInfoEditor();
+            break;
+        case IDM_ASSIGN_LYRICS:
+            AssignLyrics();
+            break;
+        case IDM_LYRICS_WINDOW:
+            display_.Toggle();
+            break;
+        case IDM_LYRICS_SETTINGS:
+            LyricsSettings();
+            break;
         case IDC_MAIN_LIST:
-        case IDM_SHOW_PLAYLIST: playlist_.Toggle(); break;
-        case IDM_EXIT: OnClose(); break;
-        case IDC_MAIN_PLAY: player_.PlayPause(); break;
-        case IDC_MAIN_STOP: player_.Stop(); break;
-        case IDC_MAIN_PREVIOUS: player_.Previous(); break;
-        case IDC_MAIN_NEXT: player_.Next(); break;
-        case IDC_MAIN_BACK: player_.Back(); break;
-        case IDC_MAIN_FORWARD: player_.Forward(); break;
-        case IDC_MAIN_MODE_NORMAL: player_.SetNormal(); break;
-        case IDC_MAIN_MODE_LOOP: player_.ToggleLoop(); break;
-        case IDC_MAIN_MODE_RANDOM: player_.SetRandom(); break;
-        case IDC_MAIN_TIME_MODE: player_.ToggleTimeMode(); break;
-        case IDC_MAIN_SEGMENT: player_.SegmentCommand(); break;
-        case IDC_MAIN_SEGMENT_A: player_.SetA(); break;
-        case IDC_MAIN_SEGMENT_B: player_.SetB(); break;
+        case IDM_SHOW_PLAYLIST:
+            playlist_.Toggle();
+            break;
+        case IDM_EXIT:
+            OnClose();
+            break;
+        case IDC_MAIN_PLAY:
+            player_.PlayPause();
+            break;
+        case IDC_MAIN_STOP:
+            player_.Stop();
+            break;
+        case IDC_MAIN_PREVIOUS:
+            player_.Previous();
+            break;
+        case IDC_MAIN_NEXT:
+            player_.Next();
+            break;
+        case IDC_MAIN_BACK:
+            player_.Back();
+            break;
+        case IDC_MAIN_FORWARD:
+            player_.Forward();
+            break;
+        case IDC_MAIN_MODE_NORMAL:
+            player_.SetNormal();
+            break;
+        case IDC_MAIN_MODE_LOOP:
+            player_.ToggleLoop();
+            break;
+        case IDC_MAIN_MODE_RANDOM:
+            player_.SetRandom();
+            break;
+        case IDC_MAIN_TIME_MODE:
+            player_.ToggleTimeMode();
+            break;
+        case IDC_MAIN_SEGMENT:
+            player_.SegmentCommand();
+            break;
+        case IDC_MAIN_SEGMENT_A:
+            player_.SetA();
+            break;
+        case IDC_MAIN_SEGMENT_B:
+            player_.SetB();
+            break;
         case IDC_MAIN_TIME:
-        case IDM_JUMP_TO_TIME: player_.JumpToTime(); break;
-        default: break;
+        case IDM_JUMP_TO_TIME:
+            player_.JumpToTime();
+            break;
+        default:
+            break;
     }
 }
 

@@ -2,6 +2,7 @@
 // The main player window: transport controls, the display, the status bar, and the owner of the
 // play queue and the playlist window. It draws and forwards; the decisions are the controllers'.
 #include <windows.h>
+// (shellapi.h needs windows.h first)
 #include <shellapi.h>
 
 #include <memory>
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include "app/Startup.h"
+#include "mediainfo/LyricsDisplay.h"
 #include "platform/Audio_win.h"
 #include "platform/ControlHost_win.h"
 #include "platform/Mci_win.h"
@@ -16,7 +18,6 @@
 #include "playback/EngineDecoder.h"
 #include "playback/MediaEngine.h"
 #include "playback/PlaybackController.h"
-#include "mediainfo/LyricsDisplay.h"
 #include "playback/StreamPanelFeed.h"
 #include "playlist/DefaultList.h"
 #include "playlist/ListFile.h"

@@ -51,8 +51,8 @@ bool ProgressWindow::Open(HWND owner, const std::string& title) {
     Child(hwnd_, L"STATIC", IDC_PROGRESS_REMAINING, SS_LEFT | SS_NOPREFIX, kWidth / 2 + 5, 32, (kWidth - 30) / 2, 18);
     Child(hwnd_, L"LISTBOX", IDC_PROGRESS_LINES, WS_BORDER | WS_VSCROLL | WS_HSCROLL | LBS_NOINTEGRALHEIGHT, 10, 56,
           kWidth - 20, kHeight - 100);
-    HWND cancel = Child(hwnd_, L"BUTTON", IDC_PROGRESS_CANCEL, BS_PUSHBUTTON | WS_TABSTOP, kWidth / 2 - 40,
-                        kHeight - 36, 80, 26);
+    HWND cancel =
+        Child(hwnd_, L"BUTTON", IDC_PROGRESS_CANCEL, BS_PUSHBUTTON | WS_TABSTOP, kWidth / 2 - 40, kHeight - 36, 80, 26);
     SetWindowTextW(cancel, L"取消");
     if (owner_) EnableWindow(owner_, FALSE);
     ShowWindow(hwnd_, SW_SHOW);
@@ -135,7 +135,8 @@ LRESULT ProgressWindow::Handle(UINT msg, WPARAM wp, LPARAM lp) {
             }
             return 0;
         case WM_CTLCOLORSTATIC:
-        case WM_CTLCOLORLISTBOX: return reinterpret_cast<LRESULT>(Theme::PaintPanel(reinterpret_cast<HDC>(wp)));
+        case WM_CTLCOLORLISTBOX:
+            return reinterpret_cast<LRESULT>(Theme::PaintPanel(reinterpret_cast<HDC>(wp)));
         case WM_NCDESTROY: {
             const LRESULT rc = DefWindowProcW(hwnd_, msg, wp, lp);
             SetWindowLongPtrW(hwnd_, GWLP_USERDATA, 0);

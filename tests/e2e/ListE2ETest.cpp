@@ -1,6 +1,6 @@
 // List files, the default list and the music library, worked through the real Lumora under Wine.
-#include <windows.h>
 #include <shlobj.h>
+#include <windows.h>
 
 #include <gtest/gtest.h>
 
@@ -193,9 +193,9 @@ TEST_F(ListE2E, ListSavedFromARemovableDriveRootAsksAndKeepsTheRoot) {
     AnswerFileDialog(dialog, FolderText(media_ / L"根目录"));
     AnswerOk("文件保存完毕");
     const auto lines = Lines();
-    EXPECT_EQ(ReadBytes(media_ / L"根目录.qlb"),
-              ListBytes(kHeader, "2*1", "R:\\*" + lines[0].substr(5, lines[0].size() - 6) + "*" +
-                                            lines[1].substr(5, lines[1].size() - 6)));
+    EXPECT_EQ(ReadBytes(media_ / L"根目录.qlb"), ListBytes(kHeader, "2*1",
+                                                           "R:\\*" + lines[0].substr(5, lines[0].size() - 6) + "*" +
+                                                               lines[1].substr(5, lines[1].size() - 6)));
     ClearFiles(L"R:\\");
 }
 
@@ -237,8 +237,8 @@ TEST_F(ListE2E, SaveKilledHalfWayLeavesTheOldListWhole) {
 
 TEST_F(ListE2E, DefaultListPlaysAtStartOrWaitsAsTheOptionSays) {
     fs::create_directories(DefaultListPath().parent_path());
-    WriteBytes(DefaultListPath(), ListBytes("这是ZEV-Lumora-正式版-的默认列表文件请不要修改以下参数，以免造成错误。", "2*1",
-                                            FolderText(media_) + "*two.mp3*three.mp3"));
+    WriteBytes(DefaultListPath(), ListBytes("这是ZEV-Lumora-正式版-的默认列表文件请不要修改以下参数，以免造成错误。",
+                                            "2*1", FolderText(media_) + "*two.mp3*three.mp3"));
     StoreOption("L15", "1");
     Start("");
     EXPECT_TRUE(WaitForLines({"001-(two.mp3)", "002-(three.mp3)"}));
@@ -256,8 +256,7 @@ TEST_F(ListE2E, DamagedDefaultListIsReportedAndDeleted) {
     fs::create_directories(DefaultListPath().parent_path());
     WriteBytes(DefaultListPath(), "\x01\x02 not a list");
     Start("");
-    AnswerOk("默认列表文件错误",
-             "默认列表文件已损坏或默认列表文件里的媒体文件不存在。单击“确定”删除默认列表文件。");
+    AnswerOk("默认列表文件错误", "默认列表文件已损坏或默认列表文件里的媒体文件不存在。单击“确定”删除默认列表文件。");
     const DWORD start = GetTickCount();
     while (fs::exists(DefaultListPath()) && GetTickCount() - start < kTimeoutMs) Sleep(50);
     EXPECT_FALSE(fs::exists(DefaultListPath()));
@@ -277,8 +276,7 @@ protected:
     fs::path library_;
 };
 
-constexpr char kLibraryHeader[] =
-    "这是ZEV-Lumora-正式版-的“我的音乐库”列表文件请不要修改以下参数，以免造成错误。";
+constexpr char kLibraryHeader[] = "这是ZEV-Lumora-正式版-的“我的音乐库”列表文件请不要修改以下参数，以免造成错误。";
 
 TEST_F(LibraryE2E, AddingThePlayingFileCreatesTheLibraryList) {
     Start(FolderText(media_ / L"two.mp3"));
@@ -287,9 +285,10 @@ TEST_F(LibraryE2E, AddingThePlayingFileCreatesTheLibraryList) {
     // "L32" is on by default: the rename box offers the file name.
     HWND rename = WaitForBox("文件重新命名框");
     ASSERT_NE(rename, nullptr);
-    EXPECT_EQ(BoxText(rename),
-              "请重新为 two.mp3 命名。(请不要加后缀名)\r\n提示：单击“取消”停止加入该文件。\r\n注意：文件名不能有以下字符："
-              "\r\n    \\ / : * ? < > | \r\n     否则添加会失败！！");
+    EXPECT_EQ(
+        BoxText(rename),
+        "请重新为 two.mp3 命名。(请不要加后缀名)\r\n提示：单击“取消”停止加入该文件。\r\n注意：文件名不能有以下字符："
+        "\r\n    \\ / : * ? < > | \r\n     否则添加会失败！！");
     TypeAndConfirm(rename, "第二首");
     AnswerOk("文件加入成功", "文件已成功的加入“我的音乐库”。");
     EXPECT_TRUE(fs::exists(library_ / L"第二首.mp3"));

@@ -124,8 +124,9 @@ protected:
 
 TEST_F(LyricsE2E, EmbeddedLyricsWinOverTheLrcBesideAndFollowThePlayingTime) {
     const fs::path song = media_ / L"歌.mp3";
-    WriteBytes(song, WithBlock(test::MpegFrames(1150),
-                               "[00:00]第一句\r\n[00:02]第二句\r\n[00:04]第三句\r\n[00:06]第四句\r\n[00:40]尾声", "歌"));
+    WriteBytes(song,
+               WithBlock(test::MpegFrames(1150),
+                         "[00:00]第一句\r\n[00:02]第二句\r\n[00:04]第三句\r\n[00:06]第四句\r\n[00:40]尾声", "歌"));
     WriteBytes(media_ / L"歌.lrc", Cp936("[00:00]旁边的歌词\r\n[00:03]不该出现\r\n"));
     Start(song);
     // The tag behind the lyrics block is read for the main window's tag line.

@@ -247,6 +247,20 @@ TEST_P(SoundPlayback, VideoOpensItsWindowAtThePicturesSize) {
     Hold("sound", 600, Label("video"));
 }
 
+TEST_P(SoundPlayback, MpegVideoPlaysWithItsPictureAndSound) {
+    ASSERT_NE(Start("\\clip.mpg"), nullptr);
+    ASSERT_TRUE(Playing());
+    HWND video = WaitForWindow(process_.Id(), L"LumoraVideo");
+    ASSERT_NE(video, nullptr);
+    EXPECT_TRUE(WaitFor([&] { return IsWindowVisible(video) != FALSE; }));
+    RECT r;
+    GetClientRect(video, &r);
+    EXPECT_EQ(r.right, 352);
+    EXPECT_EQ(r.bottom, 240);
+    Sleep(1000);  // the MPEG filters take a moment before the sound flows
+    Hold("sound", 1000, Label("mpeg-video"));
+}
+
 TEST_P(SoundPlayback, StillPictureShowsInTheVideoWindow) {
     ASSERT_NE(Start("\\picture.jpg"), nullptr);
     HWND video = WaitForWindow(process_.Id(), L"LumoraVideo");

@@ -26,6 +26,10 @@ cp "$work/media/tones/tone1.mp3" "$work/media/tones/tone2.mp3" "$work/media/two/
 ffmpeg -loglevel error -y -f lavfi -i testsrc=size=320x240:rate=15 -f lavfi -i sine=frequency=600:sample_rate=22050 \
     -t 4 -c:v msvideo1 -c:a pcm_s16le -shortest "$work/media/clip.avi"
 ffmpeg -loglevel error -y -f lavfi -i testsrc=size=320x240 -frames:v 1 "$work/media/picture.jpg"
+# An MPEG-1 program stream, as VCD-era files are: the movie device plays it through the system's
+# MPEG filters.
+ffmpeg -loglevel error -y -f lavfi -i testsrc=size=352x240:rate=25 -f lavfi -i sine=frequency=600:sample_rate=44100 \
+    -t 8 -af volume=3 -c:v mpeg1video -b:v 1000k -c:a mp2 -b:a 192k -shortest -f mpeg "$work/media/clip.mpg"
 # Files with media names and no playable content.
 mkdir -p "$work/media/worse"
 : > "$work/media/worse/empty.mp3"

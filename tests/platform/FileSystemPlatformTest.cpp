@@ -25,9 +25,9 @@ TEST(FileSystemPlatform, DriveKindsAsWineReportsThem) {
         DriveKind kind;
     };
     const Case cases[] = {
-        {"C:\\windows", DriveKind::Fixed},      {"c:", DriveKind::Fixed},
+        {"C:\\windows", DriveKind::Fixed},         {"c:", DriveKind::Fixed},
         {"R:\\歌曲\\a.mp3", DriveKind::Removable}, {"S:\\", DriveKind::Network},
-        {"T:\\track.mp3", DriveKind::CdRom},   {"Q:\\nothing", DriveKind::Unknown},
+        {"T:\\track.mp3", DriveKind::CdRom},       {"Q:\\nothing", DriveKind::Unknown},
         {"\\\\server\\share", DriveKind::Unknown}, {"", DriveKind::Unknown},
     };
     for (const auto& c : cases) EXPECT_EQ(fs.DriveType(c.path), c.kind) << c.path;

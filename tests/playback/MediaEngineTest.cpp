@@ -115,8 +115,8 @@ TEST(MciCommands, PathsWithoutShortNamesAreQuotedAndMissingOnesSentEmpty) {
 
 TEST(MediaEngine, DeviceTypeByEnding) {
     const std::pair<const char*, const char*> cases[] = {
-        {"a.avi", "AviVideo"},   {"A.AVI", "AviVideo"},   {"x.mid", "Sequencer"}, {"X.MID", "Sequencer"},
-        {"d.VOB", "MPEGVideo"},  {"s.mp3", "MPEGVideo"},  {"m.midi", "MPEGVideo"}, {"avi", "MPEGVideo"},
+        {"a.avi", "AviVideo"},  {"A.AVI", "AviVideo"},  {"x.mid", "Sequencer"},  {"X.MID", "Sequencer"},
+        {"d.VOB", "MPEGVideo"}, {"s.mp3", "MPEGVideo"}, {"m.midi", "MPEGVideo"}, {"avi", "MPEGVideo"},
     };
     for (const auto& [path, type] : cases) EXPECT_EQ(DeviceTypeFor(path), type) << path;
 }

@@ -55,8 +55,7 @@ long FakeRegistry::DeleteKey(RegistryRoot root, const std::string& subKey) {
     if (failWith) return failWith;
     if (!keys.count({root, subKey})) return regerr::kFileNotFound;
     std::erase_if(keys, [&](const auto& k) {
-        return k.first.first == root &&
-               (k.first.second == subKey || k.first.second.rfind(subKey + "\\", 0) == 0);
+        return k.first.first == root && (k.first.second == subKey || k.first.second.rfind(subKey + "\\", 0) == 0);
     });
     return regerr::kSuccess;
 }

@@ -1,7 +1,7 @@
 #pragma once
 // In-memory stand-ins for the ports, for unit tests of the portable code.
-#include <functional>
 #include <deque>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -62,8 +62,8 @@ public:
         return yesNoAnswer;
     }
 
-    std::vector<Message> messages;   // boxes shown
-    std::vector<Message> questions;  // folder prompts, input boxes and yes/no questions asked
+    std::vector<Message> messages;     // boxes shown
+    std::vector<Message> questions;    // folder prompts, input boxes and yes/no questions asked
     std::vector<Message> openDialogs;  // multi-file open dialogs shown: the filter as text, and the title
     std::optional<std::string> saveAnswer;
     std::optional<std::string> openAnswer;
