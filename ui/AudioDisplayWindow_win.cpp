@@ -1,5 +1,7 @@
 #include "ui/AudioDisplayWindow_win.h"
 
+#include <olectl.h>
+
 #include <algorithm>
 
 #include "platform/WinText.h"
@@ -28,6 +30,7 @@ AudioDisplayWindow::~AudioDisplayWindow() {
     if (currentFont_) DeleteObject(currentFont_);
     if (nextFont_) DeleteObject(nextFont_);
     if (background_) DeleteObject(background_);
+    if (picture_) picture_->Release();
 }
 
 HFONT AudioDisplayWindow::LyricsFont(int points) {
@@ -46,6 +49,18 @@ void AudioDisplayWindow::SetLyricsLook(const LyricsLook& look) {
     currentFont_ = LyricsFont(look.currentPoints);
     nextFont_ = LyricsFont(look.nextPoints);
     background_ = CreateSolidBrush(look.background);
+    if (picture_) {
+        picture_->Release();
+        picture_ = nullptr;
+    }
+    if (look.usePicture && !look.picturePath.empty()) {
+        // A picture that cannot be loaded leaves the plain background.
+        std::wstring path = Widen(look.picturePath);
+        void* raw = nullptr;
+        if (SUCCEEDED(OleLoadPicturePath(path.data(), nullptr, 0, 0, IID_IPicture, &raw)) && raw) {
+            picture_ = static_cast<IPicture*>(raw);
+        }
+    }
     if (!hwnd_) return;
     SendDlgItemMessageW(hwnd_, ids::IDC_LYRICS_CURRENT, WM_SETFONT, reinterpret_cast<WPARAM>(currentFont_), FALSE);
     SendDlgItemMessageW(hwnd_, ids::IDC_LYRICS_NEXT, WM_SETFONT, reinterpret_cast<WPARAM>(nextFont_), FALSE);
@@ -173,6 +188,21 @@ void AudioDisplayWindow::Paint(HDC dc) {
     HGDIOBJ old = SelectObject(mem, bitmap);
     RECT all{0, 0, client.right, client.bottom};
     FillRect(mem, &all, background_ ? background_ : Theme::DisplayBrush());
+    if (picture_) {
+        OLE_XSIZE_HIMETRIC w = 0;
+        OLE_YSIZE_HIMETRIC h = 0;
+        picture_->get_Width(&w);
+        picture_->get_Height(&h);
+        const long areaWidth = client.right - client.left;
+        long dw = areaWidth;
+        long dh = client.bottom;
+        if (!look_.stretchPicture) {
+            dw = MulDiv(w, GetDeviceCaps(dc, LOGPIXELSX), 2540);
+            dh = MulDiv(h, GetDeviceCaps(dc, LOGPIXELSY), 2540);
+        }
+        picture_->Render(mem, client.left + (areaWidth - dw) / 2, (client.bottom - dh) / 2, dw, dh, 0, h, w, -h,
+                         nullptr);
+    }
     const int gap = 3;
     const int width = (client.right - client.left - gap) / kSpectrumBands - gap;
     HBRUSH bar = CreateSolidBrush(Theme::kDisplayText);

@@ -1,6 +1,8 @@
 #pragma once
 // The audio display of decoder 1: a spectrum of what is sounding, in the "音频\歌词显示" window.
 #include <windows.h>
+// (after windows.h)
+#include <ocidl.h>
 
 #include <array>
 #include <string>
@@ -36,6 +38,9 @@ public:
         COLORREF next = RGB(120, 220, 255);    // the line after it
         int currentPoints = 14;
         int nextPoints = 11;
+        bool usePicture = false;     // a picture behind the spectrum and the lyrics
+        bool stretchPicture = true;  // stretched over the area, or centred at its own size
+        std::string picturePath;
     };
     void SetLyricsLook(const LyricsLook& look);
     // The two lyrics lines (each may hold several lines joined by CR LF); both labels are
@@ -55,6 +60,7 @@ private:
     HFONT currentFont_ = nullptr;
     HFONT nextFont_ = nullptr;
     HBRUSH background_ = nullptr;
+    IPicture* picture_ = nullptr;
     std::array<float, kSpectrumBands> bands_{};
 };
 

@@ -122,6 +122,10 @@ inline constexpr int IDC_LYRICS_SET_CURRENT = 1655;
 inline constexpr int IDC_LYRICS_SET_NEXT = 1656;
 inline constexpr int IDC_LYRICS_SET_CURRENT_SIZE = 1657;
 inline constexpr int IDC_LYRICS_SET_NEXT_SIZE = 1658;
+inline constexpr int IDC_LYRICS_SET_PICTURE_ON = 1659;
+inline constexpr int IDC_LYRICS_SET_PICTURE_STRETCH = 1660;
+inline constexpr int IDC_LYRICS_SET_PICTURE = 1661;
+inline constexpr int IDC_LYRICS_SET_PICTURE_PATH = 1662;
 
 // Splash window: 1300-1349.
 inline constexpr int IDC_SPLASH_OS = 1301;

@@ -9,6 +9,7 @@
 #include "platform/WinText.h"
 #include "ui/ControlIds.h"
 #include "ui/DialogTemplate_win.h"
+#include "ui/Prompts_win.h"
 #include "ui/Theme_win.h"
 
 namespace lumora {
@@ -61,6 +62,9 @@ INT_PTR CALLBACK Proc(HWND dlg, UINT msg, WPARAM wp, LPARAM lp) {
             SendMessageW(slider, TBM_SETPOS, TRUE, s->limit / 2);
             SetDlgItemInt(dlg, IDC_LYRICS_SET_CURRENT_SIZE, static_cast<UINT>(s->look.currentPoints), FALSE);
             SetDlgItemInt(dlg, IDC_LYRICS_SET_NEXT_SIZE, static_cast<UINT>(s->look.nextPoints), FALSE);
+            CheckDlgButton(dlg, IDC_LYRICS_SET_PICTURE_ON, s->look.usePicture ? BST_CHECKED : BST_UNCHECKED);
+            CheckDlgButton(dlg, IDC_LYRICS_SET_PICTURE_STRETCH, s->look.stretchPicture ? BST_CHECKED : BST_UNCHECKED);
+            SetDlgItemTextW(dlg, IDC_LYRICS_SET_PICTURE_PATH, Widen(s->look.picturePath).c_str());
             ShowLimit(dlg, s->limit);
             return TRUE;
         }
@@ -89,6 +93,8 @@ INT_PTR CALLBACK Proc(HWND dlg, UINT msg, WPARAM wp, LPARAM lp) {
                 case IDOK:
                     s->look.currentPoints = SizeIn(dlg, IDC_LYRICS_SET_CURRENT_SIZE, s->look.currentPoints);
                     s->look.nextPoints = SizeIn(dlg, IDC_LYRICS_SET_NEXT_SIZE, s->look.nextPoints);
+                    s->look.usePicture = IsDlgButtonChecked(dlg, IDC_LYRICS_SET_PICTURE_ON) == BST_CHECKED;
+                    s->look.stretchPicture = IsDlgButtonChecked(dlg, IDC_LYRICS_SET_PICTURE_STRETCH) == BST_CHECKED;
                     s->fields->lineByteLimit = s->limit;
                     s->fields->look = s->look;
                     EndDialog(dlg, IDOK);
@@ -108,7 +114,7 @@ INT_PTR CALLBACK Proc(HWND dlg, UINT msg, WPARAM wp, LPARAM lp) {
 }  // namespace
 
 bool LyricsSettingsDialog::Run(HWND owner) {
-    DialogTemplate t(Widen(kLyricsSettingsTitle), 260, 196,
+    DialogTemplate t(Widen(kLyricsSettingsTitle), 260, 226,
                      DS_MODALFRAME | DS_CENTER | WS_POPUP | WS_CAPTION | WS_SYSMENU);
     t.AddControl(DialogTemplate::kStatic, IDC_LYRICS_SET_LABEL, L"", 8, 8, 244, 10, SS_LEFT | SS_NOPREFIX);
     // The slider is a common control: its class goes in by name.
@@ -127,8 +133,16 @@ bool LyricsSettingsDialog::Run(HWND owner) {
     t.AddControl(DialogTemplate::kStatic, static_cast<WORD>(-1), L"下一句字号：", 130, 148, 56, 10, SS_LEFT);
     t.AddControl(DialogTemplate::kEdit, IDC_LYRICS_SET_NEXT_SIZE, L"", 188, 146, 30, 12,
                  ES_NUMBER | WS_BORDER | WS_TABSTOP);
-    t.AddControl(DialogTemplate::kButton, IDOK, L"确定", 140, 174, 52, 14, BS_DEFPUSHBUTTON | WS_TABSTOP);
-    t.AddControl(DialogTemplate::kButton, IDCANCEL, L"取消", 200, 174, 52, 14, BS_PUSHBUTTON | WS_TABSTOP);
+    t.AddControl(DialogTemplate::kButton, IDC_LYRICS_SET_PICTURE_ON, L"使用背景图片", 8, 166, 64, 10,
+                 BS_AUTOCHECKBOX | WS_TABSTOP);
+    t.AddControl(DialogTemplate::kButton, IDC_LYRICS_SET_PICTURE_STRETCH, L"拉伸图片", 76, 166, 50, 10,
+                 BS_AUTOCHECKBOX | WS_TABSTOP);
+    t.AddControl(DialogTemplate::kButton, IDC_LYRICS_SET_PICTURE, L"选择图片...", 190, 164, 62, 14,
+                 BS_PUSHBUTTON | WS_TABSTOP);
+    t.AddControl(DialogTemplate::kStatic, IDC_LYRICS_SET_PICTURE_PATH, L"", 8, 182, 244, 10,
+                 SS_LEFT | SS_NOPREFIX | SS_PATHELLIPSIS);
+    t.AddControl(DialogTemplate::kButton, IDOK, L"确定", 140, 204, 52, 14, BS_DEFPUSHBUTTON | WS_TABSTOP);
+    t.AddControl(DialogTemplate::kButton, IDCANCEL, L"取消", 200, 204, 52, 14, BS_PUSHBUTTON | WS_TABSTOP);
     State state{this, lineByteLimit, look, {}};
     return DialogBoxIndirectParamW(GetModuleHandleW(nullptr), t.Get(), owner, Proc, reinterpret_cast<LPARAM>(&state)) ==
            IDOK;

@@ -313,18 +313,21 @@ void MainWindow::LyricsSettings() {
     dialog.lineByteLimit = lineByteLimit_;
     dialog.look = lyricsLook_;
     if (!dialog.Run(hwnd_)) return;
-    // Kept beside the options as decimal text, like every other value of the setup key.
-    const std::pair<std::string_view, long long> values[] = {
-        {kLineByteLimitValueName, dialog.lineByteLimit},
-        {"F8_BC", dialog.look.background},
-        {"F8_1_YY", dialog.look.current},
-        {"F8_2_YY", dialog.look.next},
-        {"F8_GcLab1", dialog.look.currentPoints},
-        {"F8_GcLab2", dialog.look.nextPoints},
+    // Kept beside the options as text, numbers in decimal, like every other value of the setup key.
+    const std::pair<std::string_view, std::string> values[] = {
+        {kLineByteLimitValueName, std::to_string(dialog.lineByteLimit)},
+        {"F8_BC", std::to_string(dialog.look.background)},
+        {"F8_1_YY", std::to_string(dialog.look.current)},
+        {"F8_2_YY", std::to_string(dialog.look.next)},
+        {"F8_GcLab1", std::to_string(dialog.look.currentPoints)},
+        {"F8_GcLab2", std::to_string(dialog.look.nextPoints)},
+        {"F8_PicYN", dialog.look.usePicture ? "1" : "0"},
+        {"F8_PicMi", dialog.look.stretchPicture ? "1" : "0"},
+        {"F8_BPic", dialog.look.picturePath},
     };
     if (!services_.registry.CreateKey(kSetupKeyPath)) return;
     for (const auto& [name, value] : values) {
-        if (!services_.registry.WriteValue(kSetupKeyPath, name, std::to_string(value))) return;
+        if (!services_.registry.WriteValue(kSetupKeyPath, name, value)) return;
     }
     lineByteLimit_ = dialog.lineByteLimit;
     lyrics_.SetLineByteLimit(lineByteLimit_);
@@ -335,7 +338,9 @@ void MainWindow::LyricsSettings() {
 void MainWindow::ReadLyricsLook() {
     // The lyrics window's look: "F8_BC" its background, "F8_1_YY" and "F8_2_YY" the colours of the
     // current and the next line (COLORREF values in decimal), "F8_GcLab1" and "F8_GcLab2" their sizes
-    // in points (6 to 72). A value missing or out of range keeps the default look.
+    // in points (6 to 72); "F8_PicYN" "1" puts the picture "F8_BPic" behind them, stretched when
+    // "F8_PicMi" is "1" and centred at its own size otherwise. A value missing or out of range keeps
+    // the default look.
     AudioDisplayWindow::LyricsLook look;
     auto colour = [&](const char* name, COLORREF& into) {
         const auto n = ParseDecimal(services_.registry.ReadValueQuietly(kSetupKeyPath, name).text);
@@ -350,6 +355,9 @@ void MainWindow::ReadLyricsLook() {
     colour("F8_2_YY", look.next);
     points("F8_GcLab1", look.currentPoints);
     points("F8_GcLab2", look.nextPoints);
+    look.usePicture = services_.registry.ReadValueQuietly(kSetupKeyPath, "F8_PicYN").text == "1";
+    look.stretchPicture = services_.registry.ReadValueQuietly(kSetupKeyPath, "F8_PicMi").text != "0";
+    look.picturePath = services_.registry.ReadValueQuietly(kSetupKeyPath, "F8_BPic").text;
     lyricsLook_ = look;
     display_.SetLyricsLook(look);
 }

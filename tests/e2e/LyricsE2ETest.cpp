@@ -1,5 +1,6 @@
 // Media information and lyrics in the real Lumora under Wine: lyrics found and shown in time, the
 // information editor's save, export and import.
+#include <commctrl.h>
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -164,6 +165,35 @@ TEST_F(LyricsE2E, LongLinesWrapAtTheByteLimitAndTheWindowOpensForLyrics) {
     const DWORD start = GetTickCount();
     while (!IsWindowVisible(display_) && GetTickCount() - start < kTimeoutMs) Sleep(50);
     EXPECT_TRUE(IsWindowVisible(display_));
+}
+
+std::string ReadOption(const char* name) {
+    WinRegistry reg;
+    RegistryValue value;
+    if (reg.Read(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", name, value) != 0) return {};
+    return value.data;
+}
+
+// The settings dialog shows the limit's label and a preview that follows the slider at once, and
+// keeps the limit as "Gc1Long" in decimal text.
+TEST_F(LyricsE2E, LineLimitSettingShowsItsLabelAndPreviewAndIsKept) {
+    const fs::path song = media_ / L"设置.mp3";
+    WriteBytes(song, test::MpegFrames(1150));
+    Start(song);
+    PostMessageW(main_, WM_COMMAND, IDM_LYRICS_SETTINGS, 0);
+    HWND dialog = WaitForBox(kLyricsSettingsTitle);
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_EQ(WaitForControlText(dialog, IDC_LYRICS_SET_LABEL, "当前设置：不进行调整"), "当前设置：不进行调整");
+    HWND slider = GetDlgItem(dialog, IDC_LYRICS_SET_LIMIT);
+    SendMessageW(slider, TBM_SETPOS, TRUE, 5);  // five pairs: ten bytes
+    SendMessageW(dialog, WM_HSCROLL, MAKEWPARAM(TB_THUMBPOSITION, 5), reinterpret_cast<LPARAM>(slider));
+    EXPECT_EQ(ControlText(dialog, IDC_LYRICS_SET_LABEL), "当前设置每行：10 个字节(一个汉字占两个字节)");
+    EXPECT_EQ(ControlText(dialog, IDC_LYRICS_SET_PREVIEW).rfind("这是浏览文\r\n本，显示用\r\n", 0), 0u)
+        << ControlText(dialog, IDC_LYRICS_SET_PREVIEW);
+    PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), 0);
+    const DWORD start = GetTickCount();
+    while (ReadOption("Gc1Long") != "10" && GetTickCount() - start < kTimeoutMs) Sleep(50);
+    EXPECT_EQ(ReadOption("Gc1Long"), "10");
 }
 
 class InfoEditorE2E : public LyricsE2E {
