@@ -10,36 +10,11 @@
 #include "settings/SettingsStore.h"
 #include "support/Fakes.h"
 #include "support/MpegFrames.h"
+#include "support/NullViews.h"
 
 namespace {
 
 using namespace lumora;
-
-class NullView : public QueueView {
-public:
-    void ShowLines(const std::vector<std::string>&) override {}
-    void ShowTexts(const QueueTexts&) override {}
-    void SelectLine(int) override {}
-    void Play(const std::string&) override {}
-};
-
-class NullProgress : public FilterProgress {
-public:
-    void Open(std::string_view) override {}
-    void ShowStatus(std::string_view) override {}
-    void ShowCounters(std::string_view, std::string_view) override {}
-    void AddDroppedLine(std::string_view) override {}
-    bool KeepGoing() override { return true; }
-    void Close() override {}
-};
-
-class NullCopyView : public LibraryCopyView {
-public:
-    void Open(std::string_view) override {}
-    void AddLine(std::string_view) override {}
-    bool KeepGoing() override { return true; }
-    void Close() override {}
-};
 
 const std::string kFolder = "G:\\音乐\\合集";
 
@@ -75,8 +50,8 @@ void BM_LoadListWithFiltering(benchmark::State& state) {
     fs.files["C:\\l.qlb"] = EncodeListFile(ListKind::Main, true, kFolder, names);
     test::FakePrompts prompts;
     SettingsStore settings;
-    NullView view;
-    NullProgress progress;
+    test::NullQueueView view;
+    test::NullFilterProgress progress;
     QueueController queue(prompts, fs, view);
     ListFileController lists(prompts, fs, settings, queue, view, progress);
     for (auto _ : state) benchmark::DoNotOptimize(lists.LoadListFile("C:\\l.qlb"));
@@ -90,8 +65,8 @@ void BM_SaveListWithFiltering(benchmark::State& state) {
     test::FakePrompts prompts;
     prompts.saveAnswer = "C:\\saved";
     SettingsStore settings;
-    NullView view;
-    NullProgress progress;
+    test::NullQueueView view;
+    test::NullFilterProgress progress;
     QueueController queue(prompts, fs, view);
     ListFileController lists(prompts, fs, settings, queue, view, progress);
     lists.ReplaceQueue(kFolder, names, false);
@@ -138,9 +113,9 @@ void BM_AddAllToLibrary(benchmark::State& state) {
     registry.Put(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft\\TavrinPlayer", "我的音乐库",
                  {RegistryValue::Kind::Text, "D:\\库\\"});
     SettingsStore settings;
-    NullView view;
-    NullProgress progress;
-    NullCopyView copyView;
+    test::NullQueueView view;
+    test::NullFilterProgress progress;
+    test::NullCopyView copyView;
     std::vector<std::string> names;
     for (int i = 0; i < kCopies; ++i) names.push_back(std::to_string(i) + ".mp3");
     for (auto _ : state) {

@@ -4,18 +4,11 @@
 #include "playlist/MediaTest.h"
 #include "playlist/QueueController.h"
 #include "support/Fakes.h"
+#include "support/NullViews.h"
 
 namespace {
 
 using namespace lumora;
-
-class NullView : public QueueView {
-public:
-    void ShowLines(const std::vector<std::string>&) override {}
-    void ShowTexts(const QueueTexts&) override {}
-    void SelectLine(int) override {}
-    void Play(const std::string&) override {}
-};
 
 // 5,000 files, a tenth of them media.
 std::vector<std::string> FolderNames() {
@@ -49,7 +42,7 @@ void BM_FillQueueFromFolder(benchmark::State& state) {
     for (const auto& n : FolderNames()) fs.files["D:\\big\\" + n] = "";
     fs.listingOrder["D:\\big"] = FolderNames();
     test::FakePrompts prompts;
-    NullView view;
+    test::NullQueueView view;
     for (auto _ : state) {
         QueueController queue(prompts, fs, view);
         benchmark::DoNotOptimize(queue.AddPending({"D:\\big"}));

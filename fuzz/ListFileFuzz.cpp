@@ -11,6 +11,7 @@
 #include "playlist/ListFileController.h"
 #include "settings/SettingsStore.h"
 #include "support/Fakes.h"
+#include "support/NullViews.h"
 
 using namespace lumora;
 
@@ -19,24 +20,6 @@ namespace {
 void Check(bool ok) {
     if (!ok) std::abort();
 }
-
-class NullView : public QueueView {
-public:
-    void ShowLines(const std::vector<std::string>&) override {}
-    void ShowTexts(const QueueTexts&) override {}
-    void SelectLine(int) override {}
-    void Play(const std::string&) override {}
-};
-
-class NullProgress : public FilterProgress {
-public:
-    void Open(std::string_view) override {}
-    void ShowStatus(std::string_view) override {}
-    void ShowCounters(std::string_view, std::string_view) override {}
-    void AddDroppedLine(std::string_view) override {}
-    bool KeepGoing() override { return true; }
-    void Close() override {}
-};
 
 }  // namespace
 
@@ -62,8 +45,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
     test::FakeFileSystem fs;
     test::FakePrompts prompts;
     SettingsStore settings;
-    NullView view;
-    NullProgress progress;
+    test::NullQueueView view;
+    test::NullFilterProgress progress;
     fs.files["C:\\l.qlb"] = std::string(bytes);
     fs.drives['D'] = DriveKind::Removable;  // every list on D: is filtered
     if (read.status == ListReadStatus::Ok) {

@@ -12,18 +12,11 @@
 #include "playlist/PlayQueue.h"
 #include "playlist/QueueController.h"
 #include "support/Fakes.h"
+#include "support/NullViews.h"
 
 using namespace lumora;
 
 namespace {
-
-class NullView : public QueueView {
-public:
-    void ShowLines(const std::vector<std::string>&) override {}
-    void ShowTexts(const QueueTexts&) override {}
-    void SelectLine(int) override {}
-    void Play(const std::string&) override {}
-};
 
 void Check(bool ok) {
     if (!ok) std::abort();
@@ -104,7 +97,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
 
     test::FakePrompts prompts;
     test::FakeFileSystem fs;
-    NullView view;
+    test::NullQueueView view;
     QueueController controller(prompts, fs, view);
     std::vector<std::string> paths;
     for (const auto& name : names) {

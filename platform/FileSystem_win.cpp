@@ -38,23 +38,25 @@ bool WriteAll(HANDLE h, std::string_view bytes) {
     return true;
 }
 
-}  // namespace
+HANDLE OpenForReading(const std::string& path) {
+    return CreateFileW(Widen(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                       FILE_ATTRIBUTE_NORMAL, nullptr);
+}
 
-FileRead WinFileSystem::ReadFile(const std::string& path) {
-    File f(CreateFileW(Widen(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
-                       FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!f.ok()) {
-        const DWORD err = GetLastError();
-        const bool missing = err == ERROR_FILE_NOT_FOUND || err == ERROR_PATH_NOT_FOUND;
-        return {missing ? FileRead::Status::Missing : FileRead::Status::Failed, {}};
-    }
-    LARGE_INTEGER size{};
-    if (!GetFileSizeEx(f.get(), &size) || size.QuadPart > (1LL << 30)) return {FileRead::Status::Failed, {}};
-    std::string bytes(static_cast<size_t>(size.QuadPart), '\0');
+// Why the last open failed, as the port tells it.
+FileRead::Status ReadFailure() {
+    const DWORD err = GetLastError();
+    return err == ERROR_FILE_NOT_FOUND || err == ERROR_PATH_NOT_FOUND ? FileRead::Status::Missing
+                                                                      : FileRead::Status::Failed;
+}
+
+// Up to `size` bytes from the handle's position; fewer at the file's end.
+FileRead ReadUpTo(HANDLE h, size_t size) {
+    std::string bytes(size, '\0');
     size_t have = 0;
     while (have < bytes.size()) {
         DWORD got = 0;
-        if (!::ReadFile(f.get(), bytes.data() + have, static_cast<DWORD>(bytes.size() - have), &got, nullptr)) {
+        if (!::ReadFile(h, bytes.data() + have, static_cast<DWORD>(bytes.size() - have), &got, nullptr)) {
             return {FileRead::Status::Failed, {}};
         }
         if (got == 0) break;
@@ -62,6 +64,16 @@ FileRead WinFileSystem::ReadFile(const std::string& path) {
     }
     bytes.resize(have);
     return {FileRead::Status::Ok, std::move(bytes)};
+}
+
+}  // namespace
+
+FileRead WinFileSystem::ReadFile(const std::string& path) {
+    File f(OpenForReading(path));
+    if (!f.ok()) return {ReadFailure(), {}};
+    LARGE_INTEGER size{};
+    if (!GetFileSizeEx(f.get(), &size) || size.QuadPart > (1LL << 30)) return {FileRead::Status::Failed, {}};
+    return ReadUpTo(f.get(), static_cast<size_t>(size.QuadPart));
 }
 
 bool WinFileSystem::WriteFileAtomic(const std::string& path, std::string_view bytes) {
@@ -149,29 +161,12 @@ DriveKind WinFileSystem::DriveType(const std::string& path) {
 }
 
 FileRead WinFileSystem::ReadFilePart(const std::string& path, long long offset, size_t maxBytes) {
-    File f(CreateFileW(Widen(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
-                       FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!f.ok()) {
-        const DWORD err = GetLastError();
-        const bool missing = err == ERROR_FILE_NOT_FOUND || err == ERROR_PATH_NOT_FOUND;
-        return {missing ? FileRead::Status::Missing : FileRead::Status::Failed, {}};
-    }
+    File f(OpenForReading(path));
+    if (!f.ok()) return {ReadFailure(), {}};
     LARGE_INTEGER at{};
     at.QuadPart = offset;
     if (offset < 0 || !SetFilePointerEx(f.get(), at, nullptr, FILE_BEGIN)) return {FileRead::Status::Failed, {}};
-    if (maxBytes > (1u << 30)) maxBytes = 1u << 30;
-    std::string bytes(maxBytes, '\0');
-    size_t have = 0;
-    while (have < bytes.size()) {
-        DWORD got = 0;
-        if (!::ReadFile(f.get(), bytes.data() + have, static_cast<DWORD>(bytes.size() - have), &got, nullptr)) {
-            return {FileRead::Status::Failed, {}};
-        }
-        if (got == 0) break;
-        have += got;
-    }
-    bytes.resize(have);
-    return {FileRead::Status::Ok, std::move(bytes)};
+    return ReadUpTo(f.get(), maxBytes > (1u << 30) ? size_t{1} << 30 : maxBytes);
 }
 
 bool WinFileSystem::WriteFilePart(const std::string& path, long long offset, std::string_view bytes) {

@@ -2,8 +2,13 @@
 
 #include <commctrl.h>
 
+#include <cstdint>
+#include <fstream>
+#include <sstream>
 #include <utility>
 
+#include "platform/Registry_win.h"
+#include "platform/TextCodec.h"
 #include "platform/WinText.h"
 #include "ui/Boxes_win.h"
 
@@ -202,6 +207,62 @@ void AnswerFileDialog(HWND dialog, const std::string& path) {
         }
     }
     PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(dialog, IDOK)));
+}
+
+}  // namespace lumora::e2e
+
+namespace lumora::e2e {
+
+std::wstring LumoraExe() {
+    wchar_t buf[MAX_PATH] = {};
+    GetEnvironmentVariableW(L"LUMORA_EXE", buf, MAX_PATH);
+    return buf;
+}
+
+void StoreOption(const char* name, const char* text) {
+    constexpr char kSetupKey[] = "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup";
+    WinRegistry reg;
+    reg.CreateKey(RegistryRoot::LocalMachine, kSetupKey);
+    reg.WriteBinary(RegistryRoot::LocalMachine, kSetupKey, name, text);
+}
+
+std::string Cp936(const std::string& utf8) { return Utf8ToCp936(utf8).value_or(std::string()); }
+
+void WriteBytes(const std::filesystem::path& path, const std::string& bytes) {
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    out << bytes;
+}
+
+std::string ReadBytes(const std::filesystem::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream s;
+    s << in.rdbuf();
+    return s.str();
+}
+
+std::string SilentWave(int seconds) {
+    const std::uint32_t samples = 8000u * static_cast<std::uint32_t>(seconds);
+    std::string w = "RIFF";
+    auto put32 = [&](std::uint32_t v) {
+        for (int i = 0; i < 4; ++i) w += static_cast<char>((v >> (8 * i)) & 0xFF);
+    };
+    auto put16 = [&](std::uint16_t v) {
+        w += static_cast<char>(v & 0xFF);
+        w += static_cast<char>(v >> 8);
+    };
+    put32(36 + samples);
+    w += "WAVEfmt ";
+    put32(16);
+    put16(1);
+    put16(1);
+    put32(8000);
+    put32(8000);
+    put16(1);
+    put16(8);
+    w += "data";
+    put32(samples);
+    w.append(samples, static_cast<char>(0x80));
+    return w;
 }
 
 }  // namespace lumora::e2e

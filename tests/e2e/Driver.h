@@ -3,6 +3,7 @@
 // messages, as a user would through the mouse and keyboard.
 #include <windows.h>
 
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
@@ -57,5 +58,16 @@ void TypeAndConfirm(HWND box, const std::string& text);
 // The system's open or save dialog (found with WaitForBox by its title): types the full path and
 // presses its OK button.
 void AnswerFileDialog(HWND dialog, const std::string& path);
+
+// Test set-up.
+// The Lumora.exe under test, from LUMORA_EXE.
+std::wstring LumoraExe();
+// An option as Lumora keeps it: REG_BINARY decimal text in the setup key.
+void StoreOption(const char* name, const char* text);
+std::string Cp936(const std::string& utf8);
+void WriteBytes(const std::filesystem::path& path, const std::string& bytes);
+std::string ReadBytes(const std::filesystem::path& path);
+// A RIFF WAVE file of `seconds` of silence: 8 kHz, mono, 8 bits, which the movie device plays.
+std::string SilentWave(int seconds);
 
 }  // namespace lumora::e2e

@@ -25,32 +25,6 @@ constexpr char kSetupKey[] = "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup";
 constexpr char kPlayerKey[] = "SOFTWARE\\Tavrinsoft\\TavrinPlayer";
 constexpr char kHeader[] = "这是ZEV-Lumora-正式版-的列表文件请不要修改以下参数，以免造成错误。";
 
-std::wstring LumoraExe() {
-    wchar_t buf[MAX_PATH] = {};
-    GetEnvironmentVariableW(L"LUMORA_EXE", buf, MAX_PATH);
-    return buf;
-}
-
-void StoreOption(const char* name, const char* text) {
-    WinRegistry reg;
-    reg.CreateKey(RegistryRoot::LocalMachine, kSetupKey);
-    reg.WriteBinary(RegistryRoot::LocalMachine, kSetupKey, name, text);
-}
-
-std::string Cp936(const std::string& utf8) { return Utf8ToCp936(utf8).value_or(std::string()); }
-
-void WriteBytes(const fs::path& path, const std::string& bytes) {
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out << bytes;
-}
-
-std::string ReadBytes(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream s;
-    s << in.rdbuf();
-    return s.str();
-}
-
 // The three lines of a list file, as Lumora writes them: code page 936, CR LF.
 std::string ListBytes(const std::string& header, const std::string& count, const std::string& line3) {
     return Cp936(header) + "\r\n" + count + "\r\n" + Cp936(line3) + "\r\n";

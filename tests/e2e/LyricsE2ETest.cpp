@@ -25,32 +25,6 @@ namespace fs = std::filesystem;
 
 constexpr wchar_t kDisplayClass[] = L"LumoraAudioDisplay";
 
-std::wstring LumoraExe() {
-    wchar_t buf[MAX_PATH] = {};
-    GetEnvironmentVariableW(L"LUMORA_EXE", buf, MAX_PATH);
-    return buf;
-}
-
-void StoreOption(const char* name, const char* text) {
-    WinRegistry reg;
-    reg.CreateKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup");
-    reg.WriteBinary(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", name, text);
-}
-
-std::string Cp936(const std::string& utf8) { return Utf8ToCp936(utf8).value_or(std::string()); }
-
-void WriteBytes(const fs::path& path, const std::string& bytes) {
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out << bytes;
-}
-
-std::string ReadBytes(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream s;
-    s << in.rdbuf();
-    return s.str();
-}
-
 std::string Padded(const std::string& bytes, size_t size) {
     std::string out = bytes;
     out.resize(size, '\0');
@@ -64,32 +38,6 @@ std::string WithBlock(const std::string& audio, const std::string& lyricsUtf8, c
     std::snprintf(size, sizeof size, "%05zu", lyrics.size());
     return audio + "LYRICS" + "BEGININD0000211LYR" + size + lyrics + Padded("TAG" + Cp936(titleUtf8), 30) +
            std::string(3, '\0') + Padded("", 30) + Padded("", 30) + Padded("", 30) + std::string(5, '\0');
-}
-
-// Half a minute of silence as a RIFF WAVE file (8 kHz, mono, 8 bits), which the movie device plays.
-std::string SilentWave() {
-    const std::uint32_t samples = 8000u * 30u;
-    std::string w = "RIFF";
-    auto put32 = [&](std::uint32_t v) {
-        for (int i = 0; i < 4; ++i) w += static_cast<char>((v >> (8 * i)) & 0xFF);
-    };
-    auto put16 = [&](std::uint16_t v) {
-        w += static_cast<char>(v & 0xFF);
-        w += static_cast<char>(v >> 8);
-    };
-    put32(36 + samples);
-    w += "WAVEfmt ";
-    put32(16);
-    put16(1);
-    put16(1);
-    put32(8000);
-    put32(8000);
-    put16(1);
-    put16(8);
-    w += "data";
-    put32(samples);
-    w.append(samples, static_cast<char>(0x80));
-    return w;
 }
 
 class LyricsE2E : public ::testing::Test {
@@ -158,7 +106,7 @@ TEST_F(LyricsE2E, LongLinesWrapAtTheByteLimitAndTheWindowOpensForLyrics) {
     StoreOption("L48", "1");
     StoreOption("L25", "1");
     const fs::path song = media_ / L"长句.wav";
-    WriteBytes(song, WithBlock(SilentWave(), "[00:00]长句\r\n[00:01]第一句很长的歌词\r\n[00:30]下一句", "长句"));
+    WriteBytes(song, WithBlock(SilentWave(30), "[00:00]长句\r\n[00:01]第一句很长的歌词\r\n[00:30]下一句", "长句"));
     Start(song);
     EXPECT_EQ(WaitForControlText(display_, IDC_LYRICS_CURRENT, "第一句很\r\n长的歌词"), "第一句很\r\n长的歌词");
     EXPECT_EQ(Next(), "下一句");

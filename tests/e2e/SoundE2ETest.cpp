@@ -1,8 +1,8 @@
 // Playback end to end: Lumora plays real files under Wine while tests/e2e/run-sound-tests.sh
 // records the sound sink. Each test marks the stretches that must sound or be silent; the script
 // checks the recording against them.
-#include <windows.h>
 #include <commctrl.h>
+#include <windows.h>
 
 #include <gtest/gtest.h>
 
@@ -47,12 +47,6 @@ int Seconds(const std::string& hhmmss) {
     int h = 0, m = 0, s = 0;
     if (std::sscanf(hhmmss.c_str(), "%d:%d:%d", &h, &m, &s) != 3) return -1;
     return h * 3600 + m * 60 + s;
-}
-
-void StoreOption(const char* name, const char* text) {
-    WinRegistry reg;
-    reg.CreateKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup");
-    reg.WriteBinary(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", name, text);
 }
 
 bool WaitFor(const std::function<bool()>& condition, DWORD ms = kTimeoutMs) {

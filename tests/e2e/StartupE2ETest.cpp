@@ -1,6 +1,6 @@
 // Lumora started for real under Wine and driven through its windows.
-#include <windows.h>
 #include <commctrl.h>
+#include <windows.h>
 
 #include <gtest/gtest.h>
 
@@ -18,21 +18,7 @@ namespace {
 using namespace ids;
 namespace fs = std::filesystem;
 
-std::wstring LumoraExe() {
-    wchar_t buf[MAX_PATH] = {};
-    GetEnvironmentVariableW(L"LUMORA_EXE", buf, MAX_PATH);
-    return buf;
-}
-
 void DeleteSettings() { WinRegistry().DeleteKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft"); }
-
-void StoreOption(const wchar_t* name, const char* text) {
-    HKEY key = nullptr;
-    RegCreateKeyExW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", 0, nullptr, 0, KEY_WRITE,
-                    nullptr, &key, nullptr);
-    RegSetValueExW(key, name, 0, REG_BINARY, reinterpret_cast<const BYTE*>(text), static_cast<DWORD>(strlen(text)));
-    RegCloseKey(key);
-}
 
 struct RawValue {
     DWORD type = 0;
@@ -52,32 +38,6 @@ std::optional<RawValue> ReadOption(const wchar_t* name) {
     if (rc) return std::nullopt;
     v.bytes.assign(data, size);
     return v;
-}
-
-// A RIFF WAVE file of `seconds` of silence: 8 kHz, mono, 8 bits.
-std::string SilentWave(int seconds) {
-    const std::uint32_t samples = 8000u * static_cast<std::uint32_t>(seconds);
-    std::string w = "RIFF";
-    auto put32 = [&](std::uint32_t v) {
-        for (int i = 0; i < 4; ++i) w += static_cast<char>((v >> (8 * i)) & 0xFF);
-    };
-    auto put16 = [&](std::uint16_t v) {
-        w += static_cast<char>(v & 0xFF);
-        w += static_cast<char>(v >> 8);
-    };
-    put32(36 + samples);
-    w += "WAVEfmt ";
-    put32(16);
-    put16(1);
-    put16(1);
-    put32(8000);
-    put32(8000);
-    put16(1);
-    put16(8);
-    w += "data";
-    put32(samples);
-    w.append(samples, static_cast<char>(0x80));
-    return w;
 }
 
 class LumoraE2E : public ::testing::Test {
@@ -241,7 +201,7 @@ TEST_F(LumoraE2E, SecondStartHandsAQuotedPathToTheFirst) {
 }
 
 TEST_F(LumoraE2E, WithSingleInstanceOffASecondInstanceStarts) {
-    StoreOption(L"L44", "0");
+    StoreOption("L44", "0");
     LumoraProcess& first = Start("");
     ASSERT_NE(WaitForWindow(first.Id(), kMainClass), nullptr);
     LumoraProcess& second = Start("");

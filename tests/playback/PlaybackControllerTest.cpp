@@ -6,6 +6,7 @@
 #include "playlist/QueueController.h"
 #include "settings/SettingsStore.h"
 #include "support/Fakes.h"
+#include "support/NullViews.h"
 
 namespace lumora {
 namespace {
@@ -59,14 +60,6 @@ public:
     bool speedWorks = true;
 };
 
-class NullQueueView : public QueueView {
-public:
-    void ShowLines(const std::vector<std::string>&) override {}
-    void ShowTexts(const QueueTexts&) override {}
-    void SelectLine(int) override {}
-    void Play(const std::string&) override {}
-};
-
 class RecordingView : public PlaybackView {
 public:
     void ShowPlayback(const PlaybackTexts& t) override { last = t; }
@@ -84,7 +77,7 @@ public:
 struct Rig {
     test::FakePrompts prompts;
     test::FakeFileSystem fs;
-    NullQueueView queueView;
+    test::NullQueueView queueView;
     QueueController queue{prompts, fs, queueView};
     SettingsStore settings;
     FakeDecoder decoder;
@@ -189,7 +182,7 @@ TEST(PlaybackController, RepeatOneReplaysFromTheStart) {
 TEST(PlaybackController, DecoderOneTakesMpegAudioOnlyAndFallsBack) {
     test::FakePrompts prompts;
     test::FakeFileSystem fs;
-    NullQueueView queueView;
+    test::NullQueueView queueView;
     QueueController queue{prompts, fs, queueView};
     queue.Queue().Replace("D:\\m", {{"D:\\m\\a.MP3", "a.MP3"}, {"D:\\m\\v.avi", "v.avi"}, {"D:\\m\\b.mp2", "b.mp2"}});
     SettingsStore settings;
@@ -302,8 +295,8 @@ TEST(PlaybackController, SegmentCaptionsAndRefusals) {
 
 TEST(PlaybackController, TypedTimes) {
     const std::pair<const char*, long long> cases[] = {
-        {"12345", 12345}, {"01:20:15", 4815}, {"1:20", 0},   {"1：20：15", 0}, {"12.6", 13},
-        {"abc", 0},       {"0:0:1.5", 2},     {"::", 0},     {"-5", -5},       {"1:2:3:4", 0},
+        {"12345", 12345}, {"01:20:15", 4815}, {"1:20", 0}, {"1：20：15", 0}, {"12.6", 13},
+        {"abc", 0},       {"0:0:1.5", 2},     {"::", 0},   {"-5", -5},       {"1:2:3:4", 0},
     };
     for (const auto& [text, seconds] : cases) EXPECT_EQ(PlaybackController::ParseTypedTime(text), seconds) << text;
 

@@ -8,6 +8,7 @@
 #include "playlist/MusicLibrary.h"
 #include "settings/SettingsStore.h"
 #include "support/Fakes.h"
+#include "support/NullViews.h"
 
 namespace lumora {
 namespace {
@@ -25,16 +26,6 @@ public:
         return FakePrompts::AskText(prompt, title, initial);
     }
     Lines proposed;
-};
-
-class NullProgress : public FilterProgress {
-public:
-    void Open(std::string_view) override {}
-    void ShowStatus(std::string_view) override {}
-    void ShowCounters(std::string_view, std::string_view) override {}
-    void AddDroppedLine(std::string_view) override {}
-    bool KeepGoing() override { return true; }
-    void Close() override {}
 };
 
 class RecordingView : public QueueView {
@@ -96,7 +87,7 @@ protected:
     test::FakeRegistry registry;
     SettingsStore settings;
     RecordingView view;
-    NullProgress progress;
+    test::NullFilterProgress progress;
     CopyLog copyLog;
     QueueController queue{prompts, fs, view};
     ListFileController lists{prompts, fs, settings, queue, view, progress};
