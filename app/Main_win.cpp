@@ -5,6 +5,7 @@
 
 #include <memory>
 
+#include "app/App_win.h"
 #include "app/Startup.h"
 #include "platform/FileSystem_win.h"
 #include "platform/Instance_win.h"
@@ -14,7 +15,6 @@
 #include "app/Version.h"
 #include "settings/RegistryWrapper.h"
 #include "ui/Boxes_win.h"
-#include "ui/MainWindow_win.h"
 #include "ui/Prompts_win.h"
 #include "ui/SplashWindow_win.h"
 
@@ -95,15 +95,15 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
         case lumora::StartupOutcome::OpenMainWindow: break;
     }
 
-    auto main = std::make_unique<lumora::MainWindow>(lumora::MainWindowServices{files, ini, wrapper, prompts, registry});
+    auto app = std::make_unique<lumora::App>(lumora::AppServices{files, ini, wrapper, prompts, registry});
     const std::string osCode = start.os ? start.os->code : std::string();
     bool created = true;
     if (start.showMainWindowNow) {
-        created = main->Create(start.argument, osCode);
+        created = app->Start(start.argument, osCode);
         splash.Close();
     } else {
         splash.StartTimer(kSplashMs, [&] {
-            created = main->Create(start.argument, osCode);
+            created = app->Start(start.argument, osCode);
             splash.Close();
             if (!created) PostQuitMessage(1);
         });
@@ -117,7 +117,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
         }
         exitCode = static_cast<int>(msg.wParam);
     }
-    main.reset();
+    app.reset();
     OleUninitialize();
     return exitCode;
 }

@@ -6,6 +6,7 @@ set(LUMORA_MEDIAINFO_SOURCES
     mediainfo/InfoEditor.cpp
     mediainfo/ListInfo.cpp
     mediainfo/LrcReader.cpp
+    mediainfo/LyricsLook.cpp
     mediainfo/LyricsDisplay.cpp
     mediainfo/LyricsLookup.cpp
     mediainfo/LyricsTiming.cpp
@@ -22,6 +23,7 @@ set(LUMORA_MEDIAINFO_TESTS
     tests/mediainfo/InfoBlockTest.cpp
     tests/mediainfo/InfoEditorTest.cpp
     tests/mediainfo/ListInfoTest.cpp
+    tests/mediainfo/LyricsLookTest.cpp
     tests/mediainfo/LyricsLookupTest.cpp
     tests/mediainfo/LyricsReadersTest.cpp
     tests/mediainfo/LyricsTimingTest.cpp

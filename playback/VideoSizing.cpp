@@ -28,4 +28,28 @@ VideoPlacement PlaceVideo(long pictureWidth, long pictureHeight, long screenWidt
     }
 }
 
+VideoPresentation PresentVideo(const VideoFacts& f, const SettingsStore& settings) {
+    using Content = VideoPresentation::Content;
+    VideoPresentation p;
+    const bool keepClosed = settings.IsOn("L67");
+    if (f.kind == MediaKind::Picture && !f.decoder1) {
+        p.content = Content::StillPicture;
+        return p;
+    }
+    if (f.kind == MediaKind::Flash || f.kind == MediaKind::MediaPlayer) {
+        p.content = Content::HostedControl;
+        if (f.hostedHasPictures && !keepClosed) p.place = VideoPlacement{VideoPlacement::Kind::Keep};
+        return p;
+    }
+    if (f.decoder1 || f.pictureWidth <= 0 || f.pictureHeight <= 0) {
+        p.content = Content::Sound;
+        p.hideWindow = settings.IsOn("L51");
+        return p;
+    }
+    p.content = Content::Movie;
+    p.showInfoLines = true;
+    if (!keepClosed) p.place = PlaceVideo(f.pictureWidth, f.pictureHeight, f.workWidth, f.workHeight, settings);
+    return p;
+}
+
 }  // namespace lumora

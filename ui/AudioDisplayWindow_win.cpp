@@ -223,40 +223,35 @@ void AudioDisplayWindow::Paint(HDC dc) {
     DeleteDC(mem);
 }
 
-LRESULT CALLBACK AudioDisplayWindow::WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
-    if (msg == WM_NCCREATE) {
-        SetWindowLongPtrW(hwnd, GWLP_USERDATA,
-                          reinterpret_cast<LONG_PTR>(reinterpret_cast<CREATESTRUCTW*>(lp)->lpCreateParams));
-    }
-    auto* self = reinterpret_cast<AudioDisplayWindow*>(GetWindowLongPtrW(hwnd, GWLP_USERDATA));
+LRESULT AudioDisplayWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
     switch (msg) {
         case WM_ERASEBKGND:
             return 1;
         case WM_PAINT: {
             PAINTSTRUCT ps;
-            HDC dc = BeginPaint(hwnd, &ps);
-            if (self) self->Paint(dc);
-            EndPaint(hwnd, &ps);
+            HDC dc = BeginPaint(hwnd_, &ps);
+            Paint(dc);
+            EndPaint(hwnd_, &ps);
             return 0;
         }
         case WM_CTLCOLORSTATIC: {
             HDC dc = reinterpret_cast<HDC>(wp);
             const int id = GetDlgCtrlID(reinterpret_cast<HWND>(lp));
-            if (self && (id == ids::IDC_LYRICS_CURRENT || id == ids::IDC_LYRICS_NEXT)) {
-                SetTextColor(dc, id == ids::IDC_LYRICS_CURRENT ? self->look_.current : self->look_.next);
-                SetBkColor(dc, self->look_.background);
-                return reinterpret_cast<LRESULT>(self->background_);
+            if ((id == ids::IDC_LYRICS_CURRENT || id == ids::IDC_LYRICS_NEXT)) {
+                SetTextColor(dc, id == ids::IDC_LYRICS_CURRENT ? look_.current : look_.next);
+                SetBkColor(dc, look_.background);
+                return reinterpret_cast<LRESULT>(background_);
             }
             return reinterpret_cast<LRESULT>(Theme::PaintDisplay(dc));
         }
         case WM_SIZE:
-            if (self) self->PlaceLyrics();
+            PlaceLyrics();
             break;
         case WM_CLOSE:
-            ShowWindow(hwnd, SW_HIDE);
+            ShowWindow(hwnd_, SW_HIDE);
             return 0;
     }
-    return DefWindowProcW(hwnd, msg, wp, lp);
+    return DefWindowProcW(hwnd_, msg, wp, lp);
 }
 
 }  // namespace lumora

@@ -8,20 +8,19 @@
 #include <string>
 #include <vector>
 
+#include "mediainfo/LyricsLook.h"
 #include "mediainfo/StreamPanel.h"
 #include "playback/FrequencyBands.h"
+#include "ui/WindowBase_win.h"
 
 namespace lumora {
 
-class AudioDisplayWindow {
+class AudioDisplayWindow final : public WindowBase<AudioDisplayWindow> {
 public:
     AudioDisplayWindow() = default;
     ~AudioDisplayWindow();
-    AudioDisplayWindow(const AudioDisplayWindow&) = delete;
-    AudioDisplayWindow& operator=(const AudioDisplayWindow&) = delete;
 
     bool Create(HWND owner);
-    HWND Handle() const { return hwnd_; }
     void Show();
     void Toggle();
     bool Visible() const { return hwnd_ && IsWindowVisible(hwnd_); }
@@ -31,30 +30,20 @@ public:
     // A video's information lines in place of the stream panel.
     void SetInfoLines(const std::vector<std::string>& lines);
 
-    // How the two lyrics lines look; read from the "F8_" options by the main window.
-    struct LyricsLook {
-        COLORREF background = RGB(12, 18, 28);
-        COLORREF current = RGB(255, 190, 70);  // the line whose time has come
-        COLORREF next = RGB(120, 220, 255);    // the line after it
-        int currentPoints = 14;
-        int nextPoints = 11;
-        bool usePicture = false;     // a picture behind the spectrum and the lyrics
-        bool stretchPicture = true;  // stretched over the area, or centred at its own size
-        std::string picturePath;
-    };
+    // How the two lyrics lines look.
     void SetLyricsLook(const LyricsLook& look);
     // The two lyrics lines (each may hold several lines joined by CR LF); both labels are
     // measured and placed anew after every change.
     void SetLyrics(const std::string& current, const std::string& next);
 
+    LRESULT OnMessage(UINT msg, WPARAM wp, LPARAM lp);
+
 private:
-    static LRESULT CALLBACK WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp);
     void Paint(HDC dc);
 
     void PlaceLyrics();
     HFONT LyricsFont(int points);
 
-    HWND hwnd_ = nullptr;
     HWND owner_ = nullptr;
     LyricsLook look_;
     HFONT currentFont_ = nullptr;

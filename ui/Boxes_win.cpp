@@ -3,14 +3,25 @@
 #include "platform/WinText.h"
 #include "ui/DialogTemplate_win.h"
 #include "ui/Theme_win.h"
+#include "ui/WindowBase_win.h"
+
+#include <utility>
 
 namespace lumora {
 namespace {
 
-struct BoxState {
-    std::wstring text;
-    std::wstring input;
-    bool hasInput = false;
+// A message or input box: the caller fills the fields, runs it, and reads `input` back.
+class BoxDialog final : public WindowBase<BoxDialog> {
+public:
+    BoxDialog(std::wstring text, std::wstring initial, bool hasInput)
+        : input(std::move(initial)), text_(std::move(text)), hasInput_(hasInput) {}
+    INT_PTR OnDialogMessage(UINT msg, WPARAM wp, LPARAM lp);
+
+    std::wstring input;  // in: the answer offered; out: the answer typed, after OK
+
+private:
+    std::wstring text_;
+    bool hasInput_ = false;
 };
 
 // Grows the box to fit its text: the text is measured in the dialog's own font.
@@ -59,17 +70,15 @@ void CenterOnOwner(HWND dlg) {
     SetWindowPos(dlg, HWND_TOP, x > 0 ? x : 0, y > 0 ? y : 0, 0, 0, SWP_NOSIZE);
 }
 
-INT_PTR CALLBACK BoxProc(HWND dlg, UINT msg, WPARAM wp, LPARAM lp) {
-    auto* state = reinterpret_cast<BoxState*>(GetWindowLongPtrW(dlg, DWLP_USER));
+INT_PTR BoxDialog::OnDialogMessage(UINT msg, WPARAM wp, LPARAM) {
+    HWND dlg = hwnd_;
     switch (msg) {
         case WM_INITDIALOG:
-            SetWindowLongPtrW(dlg, DWLP_USER, lp);
-            state = reinterpret_cast<BoxState*>(lp);
-            SetDlgItemTextW(dlg, IDC_BOX_TEXT, state->text.c_str());
-            if (state->hasInput) SetDlgItemTextW(dlg, IDC_BOX_EDIT, state->input.c_str());
+            SetDlgItemTextW(dlg, IDC_BOX_TEXT, text_.c_str());
+            if (hasInput_) SetDlgItemTextW(dlg, IDC_BOX_EDIT, input.c_str());
             FitText(dlg);
             CenterOnOwner(dlg);
-            if (state->hasInput) {
+            if (hasInput_) {
                 SetFocus(GetDlgItem(dlg, IDC_BOX_EDIT));
                 SendDlgItemMessageW(dlg, IDC_BOX_EDIT, EM_SETSEL, 0, -1);
                 return FALSE;
@@ -84,10 +93,10 @@ INT_PTR CALLBACK BoxProc(HWND dlg, UINT msg, WPARAM wp, LPARAM lp) {
                 case IDCANCEL:
                 case IDYES:
                 case IDNO:
-                    if (LOWORD(wp) == IDOK && state && state->hasInput) {
+                    if (LOWORD(wp) == IDOK && hasInput_) {
                         wchar_t buf[1024] = {};
                         GetDlgItemTextW(dlg, IDC_BOX_EDIT, buf, 1024);
-                        state->input = buf;
+                        input = buf;
                     }
                     EndDialog(dlg, LOWORD(wp));
                     return TRUE;
@@ -105,7 +114,7 @@ constexpr DWORD kBoxStyle = DS_MODALFRAME | DS_CENTER | WS_POPUP | WS_CAPTION | 
 }  // namespace
 
 int ShowBox(HWND owner, std::string_view text, std::string_view title, BoxButtons buttons) {
-    BoxState state{Widen(text), {}, false};
+    BoxDialog box(Widen(text), {}, false);
     DialogTemplate t(Widen(title), 220, 64, kBoxStyle);
     t.AddControl(DialogTemplate::kStatic, IDC_BOX_TEXT, L"", 10, 10, 200, 20, SS_LEFT | SS_NOPREFIX);
     if (buttons == BoxButtons::Ok) {
@@ -114,24 +123,24 @@ int ShowBox(HWND owner, std::string_view text, std::string_view title, BoxButton
         t.AddControl(DialogTemplate::kButton, IDYES, L"是(&Y)", 55, 40, 50, 15, BS_DEFPUSHBUTTON | WS_TABSTOP);
         t.AddControl(DialogTemplate::kButton, IDNO, L"否(&N)", 115, 40, 50, 15, BS_PUSHBUTTON | WS_TABSTOP);
     }
-    const INT_PTR rc = DialogBoxIndirectParamW(GetModuleHandleW(nullptr), t.Get(), owner, BoxProc,
-                                               reinterpret_cast<LPARAM>(&state));
+    const INT_PTR rc = DialogBoxIndirectParamW(GetModuleHandleW(nullptr), t.Get(), owner, BoxDialog::DlgProc,
+                                               reinterpret_cast<LPARAM>(&box));
     if (buttons == BoxButtons::YesNo) return rc == IDYES ? IDYES : IDNO;
     return IDOK;
 }
 
 std::optional<std::string> ShowInputBox(HWND owner, std::string_view prompt, std::string_view title,
                                         std::string_view initial) {
-    BoxState state{Widen(prompt), Widen(initial), true};
+    BoxDialog box(Widen(prompt), Widen(initial), true);
     DialogTemplate t(Widen(title), 230, 82, kBoxStyle);
     t.AddControl(DialogTemplate::kStatic, IDC_BOX_TEXT, L"", 10, 10, 210, 20, SS_LEFT | SS_NOPREFIX);
     t.AddControl(DialogTemplate::kEdit, IDC_BOX_EDIT, L"", 10, 36, 210, 13, ES_AUTOHSCROLL | WS_BORDER | WS_TABSTOP);
     t.AddControl(DialogTemplate::kButton, IDOK, L"确定", 60, 58, 50, 15, BS_DEFPUSHBUTTON | WS_TABSTOP);
     t.AddControl(DialogTemplate::kButton, IDCANCEL, L"取消", 120, 58, 50, 15, BS_PUSHBUTTON | WS_TABSTOP);
-    const INT_PTR rc = DialogBoxIndirectParamW(GetModuleHandleW(nullptr), t.Get(), owner, BoxProc,
-                                               reinterpret_cast<LPARAM>(&state));
+    const INT_PTR rc = DialogBoxIndirectParamW(GetModuleHandleW(nullptr), t.Get(), owner, BoxDialog::DlgProc,
+                                               reinterpret_cast<LPARAM>(&box));
     if (rc != IDOK) return std::nullopt;
-    return Narrow(state.input);
+    return Narrow(box.input);
 }
 
 }  // namespace lumora

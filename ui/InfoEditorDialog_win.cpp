@@ -9,6 +9,7 @@
 #include "ui/DialogTemplate_win.h"
 #include "ui/Prompts_win.h"
 #include "ui/Theme_win.h"
+#include "ui/WindowBase_win.h"
 
 namespace lumora {
 namespace {
@@ -35,27 +36,24 @@ std::string ItemText(HWND dlg, int id) {
     return Narrow(text);
 }
 
-class EditorWindow final : public InfoEditorView {
+class EditorWindow final : public InfoEditorView, public WindowBase<EditorWindow> {
 public:
     EditorWindow(InfoEditorDialog& fields, FileSystem& fs) : fields_(fields), fs_(fs) {}
 
-    static INT_PTR CALLBACK Proc(HWND dlg, UINT msg, WPARAM wp, LPARAM lp) {
-        if (msg == WM_INITDIALOG) SetWindowLongPtrW(dlg, DWLP_USER, lp);
-        auto* self = reinterpret_cast<EditorWindow*>(GetWindowLongPtrW(dlg, DWLP_USER));
-        if (!self) return FALSE;
+    INT_PTR OnDialogMessage(UINT msg, WPARAM wp, LPARAM) {
         switch (msg) {
             case WM_INITDIALOG:
-                self->OnInit(dlg);
+                OnInit();
                 return TRUE;
             case WM_COMMAND:
-                self->OnCommand(LOWORD(wp), HIWORD(wp));
+                OnCommand(LOWORD(wp), HIWORD(wp));
                 return TRUE;
             case WM_CTLCOLORDLG:
             case WM_CTLCOLORSTATIC:
             case WM_CTLCOLORBTN:
                 return reinterpret_cast<INT_PTR>(Theme::PaintPanel(reinterpret_cast<HDC>(wp)));
             case WM_CLOSE:
-                EndDialog(dlg, IDCANCEL);
+                EndDialog(hwnd_, IDCANCEL);
                 return TRUE;
         }
         return FALSE;
@@ -64,12 +62,12 @@ public:
     // InfoEditorView
     void ShowFields(const MediaInfoRecord& r) override {
         const std::string* texts[] = {&r.title, &r.artist, &r.album, &r.year, &r.comment};
-        for (size_t i = 0; i < std::size(kItems); ++i) SetDlgItemTextW(dlg_, kItems[i].id, Widen(*texts[i]).c_str());
-        SetDlgItemTextW(dlg_, IDC_INFO_LYRICS, Widen(r.lyrics).c_str());
+        for (size_t i = 0; i < std::size(kItems); ++i) SetDlgItemTextW(hwnd_, kItems[i].id, Widen(*texts[i]).c_str());
+        SetDlgItemTextW(hwnd_, IDC_INFO_LYRICS, Widen(r.lyrics).c_str());
     }
     void ShowTimeShift(std::optional<long long> seconds) override {
-        CheckDlgButton(dlg_, IDC_INFO_SHIFT, seconds ? BST_CHECKED : BST_UNCHECKED);
-        SetDlgItemTextW(dlg_, IDC_INFO_SHIFT_VALUE, seconds ? (std::to_wstring(*seconds) + L" 秒").c_str() : L"");
+        CheckDlgButton(hwnd_, IDC_INFO_SHIFT, seconds ? BST_CHECKED : BST_UNCHECKED);
+        SetDlgItemTextW(hwnd_, IDC_INFO_SHIFT_VALUE, seconds ? (std::to_wstring(*seconds) + L" 秒").c_str() : L"");
     }
     void RefreshFileList() override {
         // The list shows the queue's lines; what changed is the chosen file's content, read again.
@@ -78,8 +76,8 @@ public:
     }
 
 private:
-    void OnInit(HWND dlg) {
-        dlg_ = dlg;
+    void OnInit() {
+        HWND dlg = hwnd_;
         prompts_ = std::make_unique<WinPrompts>(dlg);
         editor_ = std::make_unique<InfoEditor>(fs_, *prompts_, *this, std::string(kVersionText));
         SetWindowTextW(dlg, Widen(kInfoEditorTitle).c_str());
@@ -95,30 +93,30 @@ private:
     void Take(int index) {
         if (index < 0 || index >= static_cast<int>(fields_.files.size())) return;
         const std::string& path = fields_.files[static_cast<size_t>(index)].path;
-        SetDlgItemTextW(dlg_, IDC_INFO_PATH, Widen(path).c_str());
-        if (!editor_->TakeFile(path)) SetDlgItemTextW(dlg_, IDC_INFO_PATH, L"");
+        SetDlgItemTextW(hwnd_, IDC_INFO_PATH, Widen(path).c_str());
+        if (!editor_->TakeFile(path)) SetDlgItemTextW(hwnd_, IDC_INFO_PATH, L"");
     }
 
     // The boxes are handed over before every command, so the editor works on what the user sees.
     void HandOver() {
         MediaInfoRecord r;
         std::string* texts[] = {&r.title, &r.artist, &r.album, &r.year, &r.comment};
-        for (size_t i = 0; i < std::size(kItems); ++i) *texts[i] = ItemText(dlg_, kItems[i].id);
-        r.lyrics = ItemText(dlg_, IDC_INFO_LYRICS);
+        for (size_t i = 0; i < std::size(kItems); ++i) *texts[i] = ItemText(hwnd_, kItems[i].id);
+        r.lyrics = ItemText(hwnd_, IDC_INFO_LYRICS);
         editor_->SetFields(r);
-        editor_->SetRemoveReadOnly(IsDlgButtonChecked(dlg_, IDC_INFO_READ_ONLY) == BST_CHECKED);
+        editor_->SetRemoveReadOnly(IsDlgButtonChecked(hwnd_, IDC_INFO_READ_ONLY) == BST_CHECKED);
     }
 
     void OnCommand(int id, int code) {
         switch (id) {
             case IDC_INFO_FILES:
                 if (code == LBN_SELCHANGE) {
-                    Take(static_cast<int>(SendDlgItemMessageW(dlg_, IDC_INFO_FILES, LB_GETCURSEL, 0, 0)));
+                    Take(static_cast<int>(SendDlgItemMessageW(hwnd_, IDC_INFO_FILES, LB_GETCURSEL, 0, 0)));
                 }
                 break;
             case IDC_INFO_SHIFT:
                 HandOver();
-                if (IsDlgButtonChecked(dlg_, IDC_INFO_SHIFT) == BST_CHECKED) {
+                if (IsDlgButtonChecked(hwnd_, IDC_INFO_SHIFT) == BST_CHECKED) {
                     if (!editor_->ChooseTimeShift()) ShowTimeShift(std::nullopt);
                 } else {
                     editor_->ClearTimeShift();
@@ -137,7 +135,7 @@ private:
                 editor_->ImportQgc();
                 break;
             case IDCANCEL:
-                EndDialog(dlg_, IDCANCEL);
+                EndDialog(hwnd_, IDCANCEL);
                 break;
             default:
                 break;
@@ -146,7 +144,6 @@ private:
 
     InfoEditorDialog& fields_;
     FileSystem& fs_;
-    HWND dlg_ = nullptr;
     std::unique_ptr<WinPrompts> prompts_;
     std::unique_ptr<InfoEditor> editor_;
 };
@@ -179,7 +176,7 @@ void InfoEditorDialog::Run(HWND owner, FileSystem& fs) {
     t.AddControl(DialogTemplate::kButton, IDC_INFO_IMPORT, L"导入QGC", 246, 234, 50, 13, BS_PUSHBUTTON | WS_TABSTOP);
     t.AddControl(DialogTemplate::kButton, IDCANCEL, L"关闭", 344, 234, 50, 13, BS_PUSHBUTTON | WS_TABSTOP);
     EditorWindow window(*this, fs);
-    DialogBoxIndirectParamW(GetModuleHandleW(nullptr), t.Get(), owner, EditorWindow::Proc,
+    DialogBoxIndirectParamW(GetModuleHandleW(nullptr), t.Get(), owner, EditorWindow::DlgProc,
                             reinterpret_cast<LPARAM>(&window));
 }
 

@@ -20,58 +20,64 @@ using namespace ids;
 // The slider counts pairs of bytes: the limit is always even. 0 is "no limit".
 constexpr int kMaxPairs = 50;
 
-struct State {
-    LyricsSettingsDialog* fields;
-    int limit;
-    AudioDisplayWindow::LyricsLook look;
-    COLORREF custom[16];
-};
-
-void ShowLimit(HWND dlg, int limit) {
-    SetDlgItemTextW(dlg, IDC_LYRICS_SET_LABEL, Widen(LineByteLimitLabel(limit)).c_str());
-    SetDlgItemTextW(dlg, IDC_LYRICS_SET_PREVIEW, Widen(LineByteLimitPreview(limit)).c_str());
+int SizeIn(HWND dlg, int id, int fallback) {
+    BOOL ok = FALSE;
+    const UINT n = GetDlgItemInt(dlg, id, &ok, FALSE);
+    return ok && IsLyricsPointSize(n) ? static_cast<int>(n) : fallback;
 }
 
-bool PickColour(HWND dlg, State& s, COLORREF& colour) {
+}  // namespace
+
+void LyricsSettingsDialog::ShowLimit() {
+    SetDlgItemTextW(hwnd_, IDC_LYRICS_SET_LABEL, Widen(LineByteLimitLabel(edited_.lineByteLimit)).c_str());
+    SetDlgItemTextW(hwnd_, IDC_LYRICS_SET_PREVIEW, Widen(LineByteLimitPreview(edited_.lineByteLimit)).c_str());
+}
+
+bool LyricsSettingsDialog::PickColour(std::uint32_t& colour) {
     CHOOSECOLORW cc{};
     cc.lStructSize = sizeof cc;
-    cc.hwndOwner = dlg;
+    cc.hwndOwner = hwnd_;
     cc.rgbResult = colour;
-    cc.lpCustColors = s.custom;
+    cc.lpCustColors = custom_;
     cc.Flags = CC_RGBINIT | CC_FULLOPEN;
     if (!ChooseColorW(&cc)) return false;
     colour = cc.rgbResult;
     return true;
 }
 
-int SizeIn(HWND dlg, int id, int fallback) {
-    BOOL ok = FALSE;
-    const UINT n = GetDlgItemInt(dlg, id, &ok, FALSE);
-    return ok && n >= 6 && n <= 72 ? static_cast<int>(n) : fallback;
+void LyricsSettingsDialog::OnInit() {
+    const LyricsLook& look = edited_.look;
+    SetWindowTextW(hwnd_, Widen(kLyricsSettingsTitle).c_str());
+    HWND slider = GetDlgItem(hwnd_, IDC_LYRICS_SET_LIMIT);
+    SendMessageW(slider, TBM_SETRANGE, FALSE, MAKELPARAM(0, kMaxPairs));
+    SendMessageW(slider, TBM_SETPOS, TRUE, edited_.lineByteLimit / 2);
+    SetDlgItemInt(hwnd_, IDC_LYRICS_SET_CURRENT_SIZE, static_cast<UINT>(look.currentPoints), FALSE);
+    SetDlgItemInt(hwnd_, IDC_LYRICS_SET_NEXT_SIZE, static_cast<UINT>(look.nextPoints), FALSE);
+    CheckDlgButton(hwnd_, IDC_LYRICS_SET_PICTURE_ON, look.usePicture ? BST_CHECKED : BST_UNCHECKED);
+    CheckDlgButton(hwnd_, IDC_LYRICS_SET_PICTURE_STRETCH, look.stretchPicture ? BST_CHECKED : BST_UNCHECKED);
+    SetDlgItemTextW(hwnd_, IDC_LYRICS_SET_PICTURE_PATH, Widen(look.picturePath).c_str());
+    ShowLimit();
 }
 
-INT_PTR CALLBACK Proc(HWND dlg, UINT msg, WPARAM wp, LPARAM lp) {
-    auto* s = reinterpret_cast<State*>(GetWindowLongPtrW(dlg, DWLP_USER));
+void LyricsSettingsDialog::Confirm() {
+    LyricsLook& look = edited_.look;
+    look.currentPoints = SizeIn(hwnd_, IDC_LYRICS_SET_CURRENT_SIZE, look.currentPoints);
+    look.nextPoints = SizeIn(hwnd_, IDC_LYRICS_SET_NEXT_SIZE, look.nextPoints);
+    look.usePicture = IsDlgButtonChecked(hwnd_, IDC_LYRICS_SET_PICTURE_ON) == BST_CHECKED;
+    look.stretchPicture = IsDlgButtonChecked(hwnd_, IDC_LYRICS_SET_PICTURE_STRETCH) == BST_CHECKED;
+    settings = edited_;
+    EndDialog(hwnd_, IDOK);
+}
+
+INT_PTR LyricsSettingsDialog::OnDialogMessage(UINT msg, WPARAM wp, LPARAM lp) {
     switch (msg) {
-        case WM_INITDIALOG: {
-            SetWindowLongPtrW(dlg, DWLP_USER, lp);
-            s = reinterpret_cast<State*>(lp);
-            SetWindowTextW(dlg, Widen(kLyricsSettingsTitle).c_str());
-            HWND slider = GetDlgItem(dlg, IDC_LYRICS_SET_LIMIT);
-            SendMessageW(slider, TBM_SETRANGE, FALSE, MAKELPARAM(0, kMaxPairs));
-            SendMessageW(slider, TBM_SETPOS, TRUE, s->limit / 2);
-            SetDlgItemInt(dlg, IDC_LYRICS_SET_CURRENT_SIZE, static_cast<UINT>(s->look.currentPoints), FALSE);
-            SetDlgItemInt(dlg, IDC_LYRICS_SET_NEXT_SIZE, static_cast<UINT>(s->look.nextPoints), FALSE);
-            CheckDlgButton(dlg, IDC_LYRICS_SET_PICTURE_ON, s->look.usePicture ? BST_CHECKED : BST_UNCHECKED);
-            CheckDlgButton(dlg, IDC_LYRICS_SET_PICTURE_STRETCH, s->look.stretchPicture ? BST_CHECKED : BST_UNCHECKED);
-            SetDlgItemTextW(dlg, IDC_LYRICS_SET_PICTURE_PATH, Widen(s->look.picturePath).c_str());
-            ShowLimit(dlg, s->limit);
+        case WM_INITDIALOG:
+            OnInit();
             return TRUE;
-        }
         case WM_HSCROLL:
-            if (s && reinterpret_cast<HWND>(lp) == GetDlgItem(dlg, IDC_LYRICS_SET_LIMIT)) {
-                s->limit = 2 * static_cast<int>(SendMessageW(reinterpret_cast<HWND>(lp), TBM_GETPOS, 0, 0));
-                ShowLimit(dlg, s->limit);  // the preview follows the slider at once
+            if (reinterpret_cast<HWND>(lp) == GetDlgItem(hwnd_, IDC_LYRICS_SET_LIMIT)) {
+                edited_.lineByteLimit = 2 * static_cast<int>(SendMessageW(reinterpret_cast<HWND>(lp), TBM_GETPOS, 0, 0));
+                ShowLimit();  // the preview follows the slider at once
             }
             return TRUE;
         case WM_CTLCOLORDLG:
@@ -79,39 +85,21 @@ INT_PTR CALLBACK Proc(HWND dlg, UINT msg, WPARAM wp, LPARAM lp) {
         case WM_CTLCOLORBTN:
             return reinterpret_cast<INT_PTR>(Theme::PaintPanel(reinterpret_cast<HDC>(wp)));
         case WM_COMMAND:
-            if (!s) break;
             switch (LOWORD(wp)) {
-                case IDC_LYRICS_SET_BACKGROUND:
-                    PickColour(dlg, *s, s->look.background);
-                    return TRUE;
-                case IDC_LYRICS_SET_CURRENT:
-                    PickColour(dlg, *s, s->look.current);
-                    return TRUE;
-                case IDC_LYRICS_SET_NEXT:
-                    PickColour(dlg, *s, s->look.next);
-                    return TRUE;
-                case IDOK:
-                    s->look.currentPoints = SizeIn(dlg, IDC_LYRICS_SET_CURRENT_SIZE, s->look.currentPoints);
-                    s->look.nextPoints = SizeIn(dlg, IDC_LYRICS_SET_NEXT_SIZE, s->look.nextPoints);
-                    s->look.usePicture = IsDlgButtonChecked(dlg, IDC_LYRICS_SET_PICTURE_ON) == BST_CHECKED;
-                    s->look.stretchPicture = IsDlgButtonChecked(dlg, IDC_LYRICS_SET_PICTURE_STRETCH) == BST_CHECKED;
-                    s->fields->lineByteLimit = s->limit;
-                    s->fields->look = s->look;
-                    EndDialog(dlg, IDOK);
-                    return TRUE;
-                case IDCANCEL:
-                    EndDialog(dlg, IDCANCEL);
-                    return TRUE;
+                case IDC_LYRICS_SET_BACKGROUND: PickColour(edited_.look.background); return TRUE;
+                case IDC_LYRICS_SET_CURRENT: PickColour(edited_.look.current); return TRUE;
+                case IDC_LYRICS_SET_NEXT: PickColour(edited_.look.next); return TRUE;
+                case IDOK: Confirm(); return TRUE;
+                case IDCANCEL: EndDialog(hwnd_, IDCANCEL); return TRUE;
             }
             break;
         case WM_CLOSE:
-            EndDialog(dlg, IDCANCEL);
+            EndDialog(hwnd_, IDCANCEL);
             return TRUE;
     }
     return FALSE;
 }
 
-}  // namespace
 
 bool LyricsSettingsDialog::Run(HWND owner) {
     DialogTemplate t(Widen(kLyricsSettingsTitle), 260, 226,
@@ -143,8 +131,8 @@ bool LyricsSettingsDialog::Run(HWND owner) {
                  SS_LEFT | SS_NOPREFIX | SS_PATHELLIPSIS);
     t.AddControl(DialogTemplate::kButton, IDOK, L"确定", 140, 204, 52, 14, BS_DEFPUSHBUTTON | WS_TABSTOP);
     t.AddControl(DialogTemplate::kButton, IDCANCEL, L"取消", 200, 204, 52, 14, BS_PUSHBUTTON | WS_TABSTOP);
-    State state{this, lineByteLimit, look, {}};
-    return DialogBoxIndirectParamW(GetModuleHandleW(nullptr), t.Get(), owner, Proc, reinterpret_cast<LPARAM>(&state)) ==
+    edited_ = settings;
+    return DialogBoxIndirectParamW(GetModuleHandleW(nullptr), t.Get(), owner, DlgProc, reinterpret_cast<LPARAM>(this)) ==
            IDOK;
 }
 

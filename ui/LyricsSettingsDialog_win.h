@@ -3,18 +3,29 @@
 // preview that follows the slider, and the look of the two lines (colours and sizes).
 #include <windows.h>
 
-#include "ui/AudioDisplayWindow_win.h"
+#include "mediainfo/LyricsLook.h"
+#include "ui/WindowBase_win.h"
 
 namespace lumora {
 
-class LyricsSettingsDialog {
+class LyricsSettingsDialog final : public WindowBase<LyricsSettingsDialog> {
 public:
     // Fields in and, after Run answered true, out.
-    int lineByteLimit = 0;
-    AudioDisplayWindow::LyricsLook look;
+    LyricsDisplaySettings settings;
 
     // Modal over `owner`; true when the user confirmed.
     bool Run(HWND owner);
+
+    INT_PTR OnDialogMessage(UINT msg, WPARAM wp, LPARAM lp);
+
+private:
+    void OnInit();
+    void ShowLimit();
+    bool PickColour(std::uint32_t& colour);
+    void Confirm();
+
+    LyricsDisplaySettings edited_;  // what the dialog shows; copied out on OK
+    COLORREF custom_[16] = {};
 };
 
 }  // namespace lumora

@@ -1,178 +1,79 @@
 #pragma once
-// The main player window: transport controls, the display, the status bar, and the owner of the
-// play queue and the playlist window. It draws and forwards; the decisions are the controllers'.
+// The main player window: transport controls, the display, the status bar. It creates, lays out and
+// renders its controls and forwards what the user does to its events; the decisions are elsewhere.
 #include <windows.h>
 // (shellapi.h needs windows.h first)
 #include <shellapi.h>
 
-#include <memory>
+#include <cstdint>
+#include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "app/Startup.h"
-#include "mediainfo/LyricsDisplay.h"
-#include "platform/Audio_win.h"
-#include "platform/ControlHost_win.h"
-#include "platform/Mci_win.h"
-#include "platform/Volume_win.h"
-#include "playback/EngineDecoder.h"
-#include "playback/MediaEngine.h"
+#include "app/Commands.h"
 #include "playback/PlaybackController.h"
-#include "playback/StreamPanelFeed.h"
-#include "playlist/DefaultList.h"
-#include "playlist/ListFile.h"
-#include "playlist/ListFileController.h"
-#include "playlist/MusicLibrary.h"
-#include "playlist/QueueController.h"
-#include "settings/SettingsStore.h"
-#include "ui/AudioDisplayWindow_win.h"
-#include "ui/PlaylistWindow_win.h"
-#include "ui/ProgressWindow_win.h"
+#include "playback/TransportTexts.h"
+#include "playlist/PlayQueue.h"
 #include "ui/TooltipClient_win.h"
-#include "ui/VideoWindow_win.h"
+#include "ui/WindowBase_win.h"
 
 namespace lumora {
 
-class FileSystem;
-class IniFiles;
-class Registry;
-class RegistryWrapper;
-class WinPrompts;
-
-struct MainWindowServices {
-    FileSystem& files;
-    IniFiles& ini;
-    RegistryWrapper& registry;
-    WinPrompts& prompts;
-    Registry& rawRegistry;  // for values kept as plain strings (the music library's folder)
+// What the main window forwards.
+class MainWindowEvents {
+public:
+    virtual ~MainWindowEvents() = default;
+    // A button or a menu entry.
+    virtual void OnCommand(int id) = 0;
+    // A double click on the speed slider.
+    virtual void OnSpeedReset() = 0;
+    enum class SliderMove { Dragging, Released, Other };
+    virtual void OnSlider(int id, SliderMove move, int position) = 0;
+    virtual void OnTimer(unsigned id) = 0;
+    virtual void OnDropFiles(const std::vector<std::string>& paths) = 0;
+    // The lines of the right-click menu.
+    virtual std::vector<MenuLine> ContextMenu() = 0;
+    virtual void OnMoved() = 0;
+    // The user closes the window (the close box, Alt+F4 or the exit command).
+    virtual void OnCloseRequest() = 0;
 };
 
-// The progress window of a list filtering run.
-class FilterWindow final : public FilterProgress {
+class MainWindow final : public WindowBase<MainWindow> {
 public:
-    explicit FilterWindow(HWND& owner) : owner_(owner) {}
-    void Open(std::string_view title) override { window_.Open(owner_, std::string(title)); }
-    void ShowStatus(std::string_view text) override { window_.SetStatus(std::string(text)); }
-    void ShowCounters(std::string_view filtered, std::string_view remaining) override {
-        window_.SetCounters(std::string(filtered), std::string(remaining));
-    }
-    void AddDroppedLine(std::string_view line) override { window_.AddLine(std::string(line)); }
-    bool KeepGoing() override { return window_.Pump(); }
-    void Close() override { window_.Close(); }
+    MainWindow() = default;
+    ~MainWindow();
+
+    bool Create(MainWindowEvents& events);
+    void Destroy();
+
+    // Rendering: each text is set only when it differs from what the control shows.
+    void ShowQueueTexts(const QueueTexts& texts);
+    void ShowPlayback(const PlaybackTexts& texts);
+    void ShowTagLine(const std::string& text);
+    void SetVolumePosition(int position);
+    // The balloon help of every control; `colours` (background, text) when the user chose them.
+    void ShowTips(const TransportTips& tips, std::optional<std::pair<std::uint32_t, std::uint32_t>> colours,
+                  bool enabled);
+    void SetOpacity(int alpha);
+    void BringToFront();
+
+    LRESULT OnMessage(UINT msg, WPARAM wp, LPARAM lp);
 
 private:
-    HWND& owner_;
-    ProgressWindow window_;
-};
-
-// The copy window of adding every file to the music library: a log the user reads afterwards.
-class CopyLogWindow final : public LibraryCopyView {
-public:
-    explicit CopyLogWindow(HWND& owner) : owner_(owner) {}
-    void Open(std::string_view header) override;
-    void AddLine(std::string_view line) override { window_.AddLine(std::string(line)); }
-    bool KeepGoing() override { return window_.Pump(); }
-    void Close() override { window_.Finish(); }
-
-private:
-    HWND& owner_;
-    ProgressWindow window_;
-};
-
-class MainWindow final : public QueueView, public PlaybackView, public LyricsView {
-public:
-    explicit MainWindow(MainWindowServices services);
-    ~MainWindow() override;
-    MainWindow(const MainWindow&) = delete;
-    MainWindow& operator=(const MainWindow&) = delete;
-
-    // Creates the window, loads the options and opens the argument; `osCode` as start-up found it.
-    bool Create(const std::string& argument, const std::string& osCode);
-    HWND Handle() const { return hwnd_; }
-
-    // QueueView
-    void ShowLines(const std::vector<std::string>& lines) override;
-    void ShowTexts(const QueueTexts& texts) override;
-    void SelectLine(int index) override;
-    void Play(const std::string& path) override;
-
-    // PlaybackView
-    void ShowPlayback(const PlaybackTexts& texts) override;
-    void FileOpened(const std::string& path) override;
-
-    // LyricsView
-    void ShowLyricsLines(std::string_view first, std::string_view second) override;
-
-    // The open-argument operation: a file, a folder or a drive root, as the command line or a
-    // second instance named it.
-    void OpenArgument(const std::string& argument);
-
-    // Commands of the playlist window.
-    void RemoveEntry(int index);
-    void MoveEntry(int index);
-    void FindEntry();
-    void PlayEntry(int index);
-    // The playlist window's information tip for an entry; empty for no entry.
-    std::string EntryInfo(int index);
-
-private:
-    static LRESULT CALLBACK WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp);
-    LRESULT Handle(UINT msg, WPARAM wp, LPARAM lp);
     void OnCreate();
-    void OnCommand(int id);
-    void OnTimer(UINT_PTR id);
+    void OnScroll(HWND slider, int code);
     void OnDropFiles(HDROP drop);
     void OnContextMenu(int x, int y);
-    void OnClose();
-    void OnScroll(HWND slider, int code);
-    void UpdateTimers();
-    void LoadSequence(const std::string& argument);
-    void ApplyTips();
-    void RestorePosition();
-    void SavePositions();
     void SetText(int id, const std::string& text);
-    void ShowTagLine();
-    void TakeAddResult(const AddResult& result);
-    void OpenListFile();
-    void OpenInfoEditor();
-    void AssignLyrics();
-    void ReadLyricsLook();
-    void LyricsSettings();
+    void SetTip(int id, const std::string& text);
 
-    MainWindowServices services_;
-    SettingsStore settings_;
-    QueueController queue_;
-    WinMci mci_;
-    MediaEngine engine_{mci_};
-    WinControls controls_;
-    EngineDecoder decoder2_{engine_, 0};
-    WinVolume volume_;
-    AcmMp3Decoder acm_;
-    WaveOut waveOut_;
-    Mp3Player decoder1_;
-    PlaybackController player_;
-    bool progressTimerOn_ = false;
-    bool volumeTimerOn_ = false;
-    PlaylistWindow playlist_;
-    AudioDisplayWindow display_;
-    VideoWindow video_;
-    StreamPanelFeed stream_;
-    bool displayTimerOn_ = false;
-    TooltipClient tips_;
-    FilterWindow filterWindow_{hwnd_};
-    CopyLogWindow copyWindow_{hwnd_};
-    ListFileController lists_;
-    DefaultList defaultList_;
-    MusicLibrary library_;
-    LyricsDisplay lyrics_;
-    int lineByteLimit_ = 0;
-    AudioDisplayWindow::LyricsLook lyricsLook_;
-    std::string osCode_;
-    std::string pendingDropList_;  // "aaa*" and the paths waiting to be added
-    int pendingDropCount_ = 0;
-    std::string modeSuffix_ = "：正常";
-    HWND hwnd_ = nullptr;
+    MainWindowEvents* events_ = nullptr;
     HWND status_ = nullptr;
+    TooltipClient tips_;
+    bool tipsAttached_ = false;
+    // What each control shows now, by control id (status bar parts by -1 - part).
+    std::map<int, std::string> shown_;
 };
 
 }  // namespace lumora

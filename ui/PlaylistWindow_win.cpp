@@ -5,10 +5,8 @@
 #include <commctrl.h>
 
 #include "platform/WinText.h"
-#include "settings/RegistryWrapper.h"
-#include "settings/SettingsStore.h"
 #include "ui/ControlIds.h"
-#include "ui/MainWindow_win.h"
+#include "ui/Menu_win.h"
 #include "ui/Theme_win.h"
 #include "ui/WindowClass_win.h"
 
@@ -23,8 +21,8 @@ constexpr int kDefaultWidth = 300;
 
 }  // namespace
 
-bool PlaylistWindow::Create(MainWindow& main, HWND owner) {
-    main_ = &main;
+bool PlaylistWindow::Create(PlaylistCommands& commands, HWND owner) {
+    commands_ = &commands;
     owner_ = owner;
     if (!EnsureWindowClass(kPlaylistClass, WndProc, Theme::BackgroundBrush())) return false;
     RECT o;
@@ -35,17 +33,7 @@ bool PlaylistWindow::Create(MainWindow& main, HWND owner) {
     return hwnd_ != nullptr;
 }
 
-LRESULT CALLBACK PlaylistWindow::WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
-    if (msg == WM_NCCREATE) {
-        auto* self = static_cast<PlaylistWindow*>(reinterpret_cast<CREATESTRUCTW*>(lp)->lpCreateParams);
-        self->hwnd_ = hwnd;
-        SetWindowLongPtrW(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
-    }
-    auto* self = reinterpret_cast<PlaylistWindow*>(GetWindowLongPtrW(hwnd, GWLP_USERDATA));
-    return self ? self->Handle(msg, wp, lp) : DefWindowProcW(hwnd, msg, wp, lp);
-}
-
-LRESULT PlaylistWindow::Handle(UINT msg, WPARAM wp, LPARAM lp) {
+LRESULT PlaylistWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
     switch (msg) {
         case WM_CREATE:
             lines_ = CreateWindowExW(0, L"LISTBOX", L"",
@@ -62,15 +50,9 @@ LRESULT PlaylistWindow::Handle(UINT msg, WPARAM wp, LPARAM lp) {
             if (LOWORD(wp) == IDC_PLAYLIST_LINES && HIWORD(wp) == LBN_SELCHANGE) {
                 UpdateInfoTip();
             } else if (LOWORD(wp) == IDC_PLAYLIST_LINES && HIWORD(wp) == LBN_DBLCLK) {
-                main_->PlayEntry(SelectedIndex());
-            } else if (LOWORD(wp) == IDM_PLAYLIST_PLAY) {
-                main_->PlayEntry(SelectedIndex());
-            } else if (LOWORD(wp) == IDM_PLAYLIST_REMOVE) {
-                main_->RemoveEntry(SelectedIndex());
-            } else if (LOWORD(wp) == IDM_PLAYLIST_MOVE) {
-                main_->MoveEntry(SelectedIndex());
-            } else if (LOWORD(wp) == IDM_PLAYLIST_FIND) {
-                main_->FindEntry();
+                commands_->RunCommand(IDM_PLAYLIST_PLAY);
+            } else if (LOWORD(wp) != IDC_PLAYLIST_LINES) {
+                commands_->RunCommand(LOWORD(wp));
             }
             return 0;
         case WM_CONTEXTMENU: OnContextMenu(static_cast<short>(LOWORD(lp)), static_cast<short>(HIWORD(lp))); return 0;
@@ -114,7 +96,7 @@ void PlaylistWindow::CreateInfoTip(bool classic) {
 
 void PlaylistWindow::UpdateInfoTip() {
     if (!infoTip_) return;
-    const std::wstring text = Widen(main_->EntryInfo(SelectedIndex()));
+    const std::wstring text = Widen(commands_->EntryInfo(SelectedIndex()));
     TOOLINFOW info{};
     info.cbSize = TTTOOLINFOW_V2_SIZE;
     info.hwnd = hwnd_;
@@ -162,56 +144,26 @@ void PlaylistWindow::OnContextMenu(int x, int y) {
         x = r.left + 20;
         y = r.top + 20;
     }
-    const UINT needsLine = SelectedIndex() > 0 ? MF_ENABLED : MF_GRAYED;
-    HMENU menu = CreatePopupMenu();
-    AppendMenuW(menu, MF_STRING | needsLine, IDM_PLAYLIST_PLAY, L"播放(&P)");
-    AppendMenuW(menu, MF_STRING | needsLine, IDM_PLAYLIST_REMOVE, L"删除(&D)");
-    AppendMenuW(menu, MF_STRING | needsLine, IDM_PLAYLIST_MOVE, L"移动(&M)...");
-    AppendMenuW(menu, MF_STRING, IDM_PLAYLIST_FIND, L"查找(&F)...");
-    TrackPopupMenu(menu, TPM_RIGHTBUTTON, x, y, 0, hwnd_, nullptr);
-    DestroyMenu(menu);
+    TrackMenu(hwnd_, commands_->PlaylistMenu(), x, y);
 }
 
-void PlaylistWindow::Restore(const SettingsStore&, RegistryWrapper& registry) {
-    const auto read = [&](const char* name) { return ParseDecimal(registry.ReadValue(kSetupKeyPath, name)); };
-    const auto left = read("F4L");
-    const auto top = read("F4T");
-    const auto width = read("F4W");
-    const auto height = read("F4H");
-    if (!left || !top || !width || !height || *width <= 0 || *height <= 0) {
-        FollowOwner();
-        return;
-    }
-    const int dpiX = ScreenDpiX();
-    const int dpiY = ScreenDpiY();
-    RECT r{static_cast<int>(*left * dpiX / 1440), static_cast<int>(*top * dpiY / 1440),
-           static_cast<int>((*left + *width) * dpiX / 1440), static_cast<int>((*top + *height) * dpiY / 1440)};
-    // Only a place that is on a screen; otherwise the window docks again.
-    if (!MonitorFromRect(&r, MONITOR_DEFAULTTONULL)) {
+void PlaylistWindow::Restore(const std::optional<WindowRect>& kept) {
+    if (!kept) {
         FollowOwner();
         return;
     }
     RECT o;
     GetWindowRect(owner_, &o);
-    docked_ = r.left == o.right && r.top == o.top;
-    SetWindowPos(hwnd_, nullptr, r.left, r.top, r.right - r.left, r.bottom - r.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    docked_ = kept->left == o.right && kept->top == o.top;
+    SetWindowPos(hwnd_, nullptr, static_cast<int>(kept->left), static_cast<int>(kept->top),
+                 static_cast<int>(kept->Width()), static_cast<int>(kept->Height()), SWP_NOZORDER | SWP_NOACTIVATE);
     if (docked_) FollowOwner();
 }
 
-void PlaylistWindow::Save(RegistryWrapper& registry) {
+WindowRect PlaylistWindow::Place() const {
     RECT r;
     GetWindowRect(hwnd_, &r);
-    const int dpiX = ScreenDpiX();
-    const int dpiY = ScreenDpiY();
-    const std::pair<const char*, long long> values[] = {
-        {"F4L", 1LL * r.left * 1440 / dpiX},
-        {"F4T", 1LL * r.top * 1440 / dpiY},
-        {"F4W", 1LL * (r.right - r.left) * 1440 / dpiX},
-        {"F4H", 1LL * (r.bottom - r.top) * 1440 / dpiY},
-    };
-    for (const auto& [name, value] : values) {
-        if (!registry.WriteValue(kSetupKeyPath, name, std::to_string(value))) return;
-    }
+    return {r.left, r.top, r.right, r.bottom};
 }
 
 }  // namespace lumora

@@ -1,50 +1,60 @@
 #pragma once
 // The playlist window "《Lumora》文件列表": one line an entry, docked to the main window's right
-// edge until the user drags it away, with its pop-up menu (remove, move, search).
+// edge until the user drags it away, with its pop-up menu (play, remove, move, search).
 #include <windows.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "app/Commands.h"
+#include "settings/WindowPlacement.h"
+#include "ui/WindowBase_win.h"
+
 namespace lumora {
 
-class MainWindow;
-class RegistryWrapper;
-class SettingsStore;
+// What the playlist window asks of the program: its commands come from the one command table.
+class PlaylistCommands {
+public:
+    virtual ~PlaylistCommands() = default;
+    virtual std::vector<MenuLine> PlaylistMenu() = 0;
+    virtual void RunCommand(int id) = 0;
+    // The information tip of an entry (1-based); empty for none.
+    virtual std::string EntryInfo(int index) = 0;
+};
 
-class PlaylistWindow {
+class PlaylistWindow final : public WindowBase<PlaylistWindow> {
 public:
     PlaylistWindow() = default;
-    PlaylistWindow(const PlaylistWindow&) = delete;
-    PlaylistWindow& operator=(const PlaylistWindow&) = delete;
 
-    bool Create(MainWindow& main, HWND owner);
-    HWND Handle() const { return hwnd_; }
+    bool Create(PlaylistCommands& commands, HWND owner);
     void SetLines(const std::vector<std::string>& lines);
     void Select(int index);
+    // The selected line, 1-based; 0 for none.
+    int SelectedIndex() const;
+    bool Visible() const { return hwnd_ && IsWindowVisible(hwnd_); }
     void SetCaption(const std::string& caption);
     // The information tip on the list ("L22" "1": the classic tip, otherwise a balloon).
     void CreateInfoTip(bool classic);
     void Toggle();
     // Follows the main window while docked.
     void FollowOwner();
-    // The position kept between runs ("F4L", "F4T", "F4W", "F4H", in twips).
-    void Restore(const SettingsStore& settings, RegistryWrapper& registry);
-    void Save(RegistryWrapper& registry);
+    // A kept place (in pixels) puts the window there, docked only where it is at the owner's edge;
+    // without one it docks.
+    void Restore(const std::optional<WindowRect>& kept);
+    WindowRect Place() const;
+
+    LRESULT OnMessage(UINT msg, WPARAM wp, LPARAM lp);
 
 private:
-    static LRESULT CALLBACK WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp);
-    LRESULT Handle(UINT msg, WPARAM wp, LPARAM lp);
-    int SelectedIndex() const;
     void OnContextMenu(int x, int y);
     void OnMoving(RECT& r);
+    void UpdateInfoTip();
 
-    MainWindow* main_ = nullptr;
-    HWND hwnd_ = nullptr;
+    PlaylistCommands* commands_ = nullptr;
     HWND owner_ = nullptr;
     HWND lines_ = nullptr;
     HWND infoTip_ = nullptr;
-    void UpdateInfoTip();
     bool docked_ = true;
 };
 

@@ -106,17 +106,7 @@ void ProgressWindow::Close() {
     hwnd_ = nullptr;
 }
 
-LRESULT CALLBACK ProgressWindow::WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
-    if (msg == WM_NCCREATE) {
-        auto* self = static_cast<ProgressWindow*>(reinterpret_cast<CREATESTRUCTW*>(lp)->lpCreateParams);
-        self->hwnd_ = hwnd;
-        SetWindowLongPtrW(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
-    }
-    auto* self = reinterpret_cast<ProgressWindow*>(GetWindowLongPtrW(hwnd, GWLP_USERDATA));
-    return self ? self->Handle(msg, wp, lp) : DefWindowProcW(hwnd, msg, wp, lp);
-}
-
-LRESULT ProgressWindow::Handle(UINT msg, WPARAM wp, LPARAM lp) {
+LRESULT ProgressWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
     switch (msg) {
         case WM_COMMAND:
             if (LOWORD(wp) == IDC_PROGRESS_CANCEL || LOWORD(wp) == IDCANCEL) {
@@ -137,14 +127,13 @@ LRESULT ProgressWindow::Handle(UINT msg, WPARAM wp, LPARAM lp) {
         case WM_CTLCOLORSTATIC:
         case WM_CTLCOLORLISTBOX:
             return reinterpret_cast<LRESULT>(Theme::PaintPanel(reinterpret_cast<HDC>(wp)));
-        case WM_NCDESTROY: {
-            const LRESULT rc = DefWindowProcW(hwnd_, msg, wp, lp);
-            SetWindowLongPtrW(hwnd_, GWLP_USERDATA, 0);
-            hwnd_ = nullptr;
-            return rc;
-        }
     }
     return DefWindowProcW(hwnd_, msg, wp, lp);
+}
+
+void CopyLogWindow::Open(std::string_view header) {
+    window_.Open(owner_(), ids::kAddToLibraryText);
+    window_.AddLine(std::string(header));
 }
 
 }  // namespace lumora

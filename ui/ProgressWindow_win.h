@@ -5,16 +5,21 @@
 // whether the user pressed Cancel.
 #include <windows.h>
 
+#include <functional>
 #include <string>
+#include <string_view>
+
+#include "playlist/ListFile.h"
+#include "playlist/MusicLibrary.h"
+
+#include "ui/WindowBase_win.h"
 
 namespace lumora {
 
-class ProgressWindow {
+class ProgressWindow final : public WindowBase<ProgressWindow> {
 public:
     ProgressWindow() = default;
     ~ProgressWindow();
-    ProgressWindow(const ProgressWindow&) = delete;
-    ProgressWindow& operator=(const ProgressWindow&) = delete;
 
     // Opens the window over `owner` with `title`; the owner is disabled while it is open.
     bool Open(HWND owner, const std::string& title);
@@ -28,17 +33,47 @@ public:
     // owner closes it with Close().
     void Finish();
     void Close();
-    HWND Handle() const { return hwnd_; }
+
+    LRESULT OnMessage(UINT msg, WPARAM wp, LPARAM lp);
 
 private:
-    static LRESULT CALLBACK WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp);
-    LRESULT Handle(UINT msg, WPARAM wp, LPARAM lp);
     void SetItem(int id, const std::string& text);
 
-    HWND hwnd_ = nullptr;
     HWND owner_ = nullptr;
     bool cancelled_ = false;
     bool finished_ = false;
+};
+
+// The progress window of a list filtering run.
+class FilterWindow final : public FilterProgress {
+public:
+    explicit FilterWindow(std::function<HWND()> owner) : owner_(std::move(owner)) {}
+    void Open(std::string_view title) override { window_.Open(owner_(), std::string(title)); }
+    void ShowStatus(std::string_view text) override { window_.SetStatus(std::string(text)); }
+    void ShowCounters(std::string_view filtered, std::string_view remaining) override {
+        window_.SetCounters(std::string(filtered), std::string(remaining));
+    }
+    void AddDroppedLine(std::string_view line) override { window_.AddLine(std::string(line)); }
+    bool KeepGoing() override { return window_.Pump(); }
+    void Close() override { window_.Close(); }
+
+private:
+    std::function<HWND()> owner_;
+    ProgressWindow window_;
+};
+
+// The copy window of adding every file to the music library: a log the user reads afterwards.
+class CopyLogWindow final : public LibraryCopyView {
+public:
+    explicit CopyLogWindow(std::function<HWND()> owner) : owner_(std::move(owner)) {}
+    void Open(std::string_view header) override;
+    void AddLine(std::string_view line) override { window_.AddLine(std::string(line)); }
+    bool KeepGoing() override { return window_.Pump(); }
+    void Close() override { window_.Finish(); }
+
+private:
+    std::function<HWND()> owner_;
+    ProgressWindow window_;
 };
 
 }  // namespace lumora

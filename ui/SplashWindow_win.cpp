@@ -57,18 +57,13 @@ void SplashWindow::Close() {
     DestroyWindow(h);
 }
 
-LRESULT CALLBACK SplashWindow::WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
-    if (msg == WM_NCCREATE) {
-        SetWindowLongPtrW(hwnd, GWLP_USERDATA,
-                          reinterpret_cast<LONG_PTR>(reinterpret_cast<CREATESTRUCTW*>(lp)->lpCreateParams));
-    }
-    auto* self = reinterpret_cast<SplashWindow*>(GetWindowLongPtrW(hwnd, GWLP_USERDATA));
+LRESULT SplashWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
     switch (msg) {
         case WM_PAINT: {
             PAINTSTRUCT ps;
-            HDC dc = BeginPaint(hwnd, &ps);
+            HDC dc = BeginPaint(hwnd_, &ps);
             RECT r;
-            GetClientRect(hwnd, &r);
+            GetClientRect(hwnd_, &r);
             r.bottom -= 50;
             SetBkMode(dc, TRANSPARENT);
             SetTextColor(dc, Theme::kAccent);
@@ -84,7 +79,7 @@ LRESULT CALLBACK SplashWindow::WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp
             DrawTextW(dc, text.c_str(), -1, &version, DT_CENTER | DT_SINGLELINE);
             SelectObject(dc, old);
             DeleteObject(big);
-            EndPaint(hwnd, &ps);
+            EndPaint(hwnd_, &ps);
             return 0;
         }
         case WM_CTLCOLORSTATIC: {
@@ -94,16 +89,16 @@ LRESULT CALLBACK SplashWindow::WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp
             return reinterpret_cast<LRESULT>(Theme::BackgroundBrush());
         }
         case WM_TIMER:
-            if (self && wp == kSplashTimer) {
-                self->StopTimer();
-                if (self->done_) {
-                    auto done = std::move(self->done_);
+            if (wp == kSplashTimer) {
+                StopTimer();
+                if (done_) {
+                    auto done = std::move(done_);
                     done();
                 }
             }
             return 0;
     }
-    return DefWindowProcW(hwnd, msg, wp, lp);
+    return DefWindowProcW(hwnd_, msg, wp, lp);
 }
 
 }  // namespace lumora

@@ -5,14 +5,14 @@
 #include <functional>
 #include <string>
 
+#include "ui/WindowBase_win.h"
+
 namespace lumora {
 
-class SplashWindow {
+class SplashWindow final : public WindowBase<SplashWindow> {
 public:
     SplashWindow() = default;
     ~SplashWindow();
-    SplashWindow(const SplashWindow&) = delete;
-    SplashWindow& operator=(const SplashWindow&) = delete;
 
     bool Create();
     void SetOsLabel(const std::string& label);
@@ -21,9 +21,9 @@ public:
     void StopTimer();
     void Close();
 
+    LRESULT OnMessage(UINT msg, WPARAM wp, LPARAM lp);
+
 private:
-    static LRESULT CALLBACK WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp);
-    HWND hwnd_ = nullptr;
     std::function<void()> done_;
 };
 

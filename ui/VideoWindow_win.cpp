@@ -111,34 +111,29 @@ void VideoWindow::PaintPicture(HDC dc) {
     picture_->Render(dc, (c.right - dw) / 2, (c.bottom - dh) / 2, dw, dh, 0, h, w, -h, nullptr);
 }
 
-LRESULT CALLBACK VideoWindow::WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
-    if (msg == WM_NCCREATE) {
-        SetWindowLongPtrW(hwnd, GWLP_USERDATA,
-                          reinterpret_cast<LONG_PTR>(reinterpret_cast<CREATESTRUCTW*>(lp)->lpCreateParams));
-    }
-    auto* self = reinterpret_cast<VideoWindow*>(GetWindowLongPtrW(hwnd, GWLP_USERDATA));
+LRESULT VideoWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
     switch (msg) {
         case WM_SIZE:
-            if (self && self->onResize) self->onResize(LOWORD(lp), HIWORD(lp));
-            InvalidateRect(hwnd, nullptr, TRUE);
+            if (onResize) onResize(LOWORD(lp), HIWORD(lp));
+            InvalidateRect(hwnd_, nullptr, TRUE);
             return 0;
         case WM_LBUTTONDBLCLK:
             // A double click toggles full screen, as in every player.
-            if (self) self->fullScreen_ ? self->LeaveFullScreen() : self->ShowFullScreen();
+            fullScreen_ ? LeaveFullScreen() : ShowFullScreen();
             return 0;
         case WM_KEYDOWN:
-            if (self && wp == VK_ESCAPE) self->LeaveFullScreen();
+            if (wp == VK_ESCAPE) LeaveFullScreen();
             return 0;
         case WM_PAINT: {
             PAINTSTRUCT ps;
-            HDC dc = BeginPaint(hwnd, &ps);
-            if (self) self->PaintPicture(dc);
-            EndPaint(hwnd, &ps);
+            HDC dc = BeginPaint(hwnd_, &ps);
+            PaintPicture(dc);
+            EndPaint(hwnd_, &ps);
             return 0;
         }
-        case WM_CLOSE: ShowWindow(hwnd, SW_HIDE); return 0;
+        case WM_CLOSE: ShowWindow(hwnd_, SW_HIDE); return 0;
     }
-    return DefWindowProcW(hwnd, msg, wp, lp);
+    return DefWindowProcW(hwnd_, msg, wp, lp);
 }
 
 }  // namespace lumora

@@ -7,16 +7,15 @@
 #include <functional>
 #include <string>
 
+#include "ui/WindowBase_win.h"
+
 namespace lumora {
 
-class VideoWindow {
+class VideoWindow final : public WindowBase<VideoWindow> {
 public:
     VideoWindow() = default;
-    VideoWindow(const VideoWindow&) = delete;
-    VideoWindow& operator=(const VideoWindow&) = delete;
 
     bool Create(HWND owner);
-    HWND Handle() const { return hwnd_; }
     // Shows the window with a client area of that size, or over the whole screen.
     void ShowSized(long width, long height);
     void ShowFullScreen();
@@ -28,11 +27,11 @@ public:
     // Called with the new client size whenever it changes.
     std::function<void(long width, long height)> onResize;
 
+    LRESULT OnMessage(UINT msg, WPARAM wp, LPARAM lp);
+
 private:
-    static LRESULT CALLBACK WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp);
     void LeaveFullScreen();
 
-    HWND hwnd_ = nullptr;
     HWND owner_ = nullptr;
     bool fullScreen_ = false;
     IPicture* picture_ = nullptr;

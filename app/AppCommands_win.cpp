@@ -1,0 +1,162 @@
+// The command table: every button and menu entry of the main and playlist windows, with the action
+// it runs and the state its menu entry shows. Both windows' menus are built from it.
+#include "app/App_win.h"
+
+#include "mediainfo/LyricsLookup.h"
+#include "platform/FileSystem.h"
+#include "ui/ControlIds.h"
+#include "ui/InfoEditorDialog_win.h"
+#include "ui/LyricsSettingsDialog_win.h"
+#include "ui/Prompts_win.h"
+
+namespace lumora {
+namespace {
+
+using namespace ids;
+using Kind = MenuSlot::Kind;
+
+constexpr std::string_view kAssignLyricsTitle = "指定歌词文件";
+
+constexpr MenuSlot kMainMenu[] = {
+    {Kind::Item, IDM_OPEN_FILES},
+    {Kind::Item, IDM_OPEN_FOLDER},
+    {Kind::Item, IDM_OPEN_LIST},
+    {Kind::Item, IDM_SAVE_LIST},
+    {Kind::Item, IDM_JUMP_TO_TIME},
+    {Kind::Separator},
+    {Kind::Item, IDM_DEFAULT_LIST_SAVE},
+    {Kind::Item, IDM_DEFAULT_LIST_DELETE},
+    {Kind::Item, IDM_LIBRARY_LOAD},
+    {Kind::SubmenuBegin, 0, kAddToLibraryText},
+    {Kind::Item, IDM_LIBRARY_ADD_CURRENT},
+    {Kind::Item, IDM_LIBRARY_ADD_ALL},
+    {Kind::SubmenuEnd},
+    {Kind::Item, IDM_LIBRARY_CHANGE},
+    {Kind::Item, IDM_LIBRARY_DELETE},
+    {Kind::Separator},
+    {Kind::Item, IDM_MEDIA_INFO},
+    {Kind::Item, IDM_ASSIGN_LYRICS},
+    {Kind::Item, IDM_LYRICS_WINDOW},
+    {Kind::Item, IDM_LYRICS_SETTINGS},
+    {Kind::Item, IDM_SHOW_PLAYLIST},
+    {Kind::Separator},
+    {Kind::Item, IDM_EXIT},
+};
+
+constexpr MenuSlot kPlaylistMenu[] = {
+    {Kind::Item, IDM_PLAYLIST_PLAY},
+    {Kind::Item, IDM_PLAYLIST_REMOVE},
+    {Kind::Item, IDM_PLAYLIST_MOVE},
+    {Kind::Item, IDM_PLAYLIST_FIND},
+};
+
+}  // namespace
+
+void App::BuildCommands() {
+    const auto add = [this](std::initializer_list<int> ids, std::string_view text, std::function<void()> action,
+                            StateQuery state = AlwaysEnabled) {
+        for (int id : ids) commands_.Add({id, text, [action](const UiState&) { action(); }, state});
+    };
+    const auto addForEntry = [this](int id, std::string_view text, std::function<void(int)> action) {
+        commands_.Add({id, text, [action](const UiState& ui) { action(ui.selectedEntry); }, NeedsSelectedEntry});
+    };
+    // The right-click menu of the main window; some also have a button.
+    add({IDM_OPEN_FILES, IDC_MAIN_OPEN}, "打开文件(&O)...", [this] { TakeAddResult(queue_.AddFromOpenDialog()); });
+    add({IDM_OPEN_FOLDER}, "打开文件夹(&F)...", [this] { TakeAddResult(queue_.AddFromFolder()); });
+    add({IDM_OPEN_LIST}, "打开列表文件(&P)...", [this] { OpenListFile(); });
+    add({IDM_SAVE_LIST}, "保存列表文件(&S)...", [this] { lists_.SaveListFile(); });
+    add({IDM_JUMP_TO_TIME, IDC_MAIN_TIME}, "直接播放(&T)...", [this] { player_.JumpToTime(); });
+    add({IDM_DEFAULT_LIST_SAVE}, "“把当前列表设成默认列表”", [this] { defaultList_.SaveDefaultList(); });
+    add({IDM_DEFAULT_LIST_DELETE}, "删除当前默认列表", [this] { defaultList_.DeleteDefaultList(); });
+    add({IDM_LIBRARY_LOAD, IDC_MAIN_LIBRARY}, "打开‘我的音乐库’", [this] { library_.LoadLibrary(); });
+    add({IDM_LIBRARY_ADD_CURRENT}, "把当前正在播放的文件保存到‘我的音乐库’。", [this] { library_.AddCurrentToLibrary(); });
+    add({IDM_LIBRARY_ADD_ALL}, "把当前所有文件保存到‘我的音乐库’", [this] { library_.AddAllToLibrary(); });
+    add({IDM_LIBRARY_CHANGE}, "更改“我的音乐库”的路径", [this] { library_.ChangeLibraryFolder(); });
+    add({IDM_LIBRARY_DELETE}, "删除“我的音乐库”", [this] { library_.DeleteLibrary(); });
+    add({IDM_MEDIA_INFO}, "媒体信息编辑(&I)...", [this] { OpenInfoEditor(); });
+    add({IDM_ASSIGN_LYRICS}, "为当前文件指定歌词文件...", [this] { AssignLyrics(); });
+    add({IDM_LYRICS_WINDOW}, "音频\\歌词显示", [this] { display_.Toggle(); }, CheckedWhileLyricsWindowShown);
+    add({IDM_LYRICS_SETTINGS}, "歌词显示设置...", [this] { EditLyricsSettings(); });
+    add({IDM_SHOW_PLAYLIST, IDC_MAIN_LIST}, "文件列表(&L)", [this] { playlist_.Toggle(); }, CheckedWhilePlaylistShown);
+    add({IDM_EXIT}, "退出(&X)", [this] { Close(); });
+    // The transport buttons.
+    add({IDC_MAIN_PLAY}, {}, [this] { player_.PlayPause(); });
+    add({IDC_MAIN_STOP}, {}, [this] { player_.Stop(); });
+    add({IDC_MAIN_PREVIOUS}, {}, [this] { player_.Previous(); });
+    add({IDC_MAIN_NEXT}, {}, [this] { player_.Next(); });
+    add({IDC_MAIN_BACK}, {}, [this] { player_.Back(); });
+    add({IDC_MAIN_FORWARD}, {}, [this] { player_.Forward(); });
+    add({IDC_MAIN_MODE_NORMAL}, {}, [this] { player_.SetNormal(); });
+    add({IDC_MAIN_MODE_LOOP}, {}, [this] { player_.ToggleLoop(); });
+    add({IDC_MAIN_MODE_RANDOM}, {}, [this] { player_.SetRandom(); });
+    add({IDC_MAIN_TIME_MODE}, {}, [this] { player_.ToggleTimeMode(); });
+    add({IDC_MAIN_SEGMENT}, {}, [this] { player_.SegmentCommand(); });
+    add({IDC_MAIN_SEGMENT_A}, {}, [this] { player_.SetA(); });
+    add({IDC_MAIN_SEGMENT_B}, {}, [this] { player_.SetB(); });
+    // The playlist window's menu: the first three work on the selected line.
+    addForEntry(IDM_PLAYLIST_PLAY, "播放(&P)", [this](int index) { player_.PlayEntry(index); });
+    addForEntry(IDM_PLAYLIST_REMOVE, "删除(&D)", [this](int index) { queue_.RemoveEntry(index); });
+    addForEntry(IDM_PLAYLIST_MOVE, "移动(&M)...", [this](int index) { queue_.MoveEntry(index); });
+    add({IDM_PLAYLIST_FIND}, "查找(&F)...", [this] { queue_.FindFromCurrent(); });
+}
+
+UiState App::CurrentUiState() const {
+    return {display_.Visible(), playlist_.Visible(), playlist_.SelectedIndex()};
+}
+
+void App::OnCommand(int id) { commands_.Run(id, CurrentUiState()); }
+void App::RunCommand(int id) { commands_.Run(id, CurrentUiState()); }
+std::vector<MenuLine> App::ContextMenu() { return commands_.Menu(kMainMenu, CurrentUiState()); }
+std::vector<MenuLine> App::PlaylistMenu() { return commands_.Menu(kPlaylistMenu, CurrentUiState()); }
+
+void App::OpenListFile() {
+    const auto path =
+        services_.prompts.AskOpenFileName("打开Lumora专用列表文件（*.QLB）", "QLB Lumora列表文件 (*.qlb)|*.qlb");
+    if (path) lists_.LoadListFile(*path);
+}
+
+void App::OpenInfoEditor() {
+    InfoEditorDialog dialog;
+    const PlayQueue& queue = queue_.Queue();
+    const auto lines = queue.Lines();
+    for (int i = 1; i <= queue.Count(); ++i) {
+        const MediaEntry* entry = queue.EntryAt(i);
+        if (entry) dialog.files.push_back({lines[static_cast<size_t>(i - 1)], entry->path});
+    }
+    dialog.first = queue.Current() > 0 ? queue.Current() - 1 : (dialog.files.empty() ? -1 : 0);
+    dialog.Run(window_.Handle(), services_.files);
+    // What was saved may be the playing file's lyrics: read them again.
+    if (const MediaEntry* playing = queue.EntryAt(queue.Current())) lyrics_.Load(playing->path);
+}
+
+void App::AssignLyrics() {
+    const PlayQueue& queue = queue_.Queue();
+    const MediaEntry* playing = queue.EntryAt(queue.Current());
+    if (!playing) {
+        services_.prompts.ShowMessage("当前没有文件播放，无法指定歌词文件。", kAssignLyricsTitle);
+        return;
+    }
+    const auto lyrics = services_.prompts.AskOpenFileName("为当前播放的文件指定歌词文件",
+                                                          "歌词文件 (*.qgc;*.lrc;*.smi)|*.qgc;*.lrc;*.smi");
+    if (!lyrics) return;
+    switch (AssignLyricsFile(services_.files, playing->path, *lyrics)) {
+        case AssignResult::Assigned:
+            lyrics_.Load(playing->path);
+            break;
+        case AssignResult::NotStorable:
+            services_.prompts.ShowMessage("歌词文件的路径或媒体文件名含有无法保存的字符，无法指定。", kAssignLyricsTitle);
+            break;
+        case AssignResult::Failed:
+            services_.prompts.ShowMessage("无法写入歌词记录文件 zvplaygc.ini。", kAssignLyricsTitle);
+            break;
+    }
+}
+
+void App::EditLyricsSettings() {
+    LyricsSettingsDialog dialog;
+    dialog.settings = lyricsSettings_;
+    if (!dialog.Run(window_.Handle())) return;
+    if (SaveLyricsDisplaySettings(services_.registry, dialog.settings)) ApplyLyricsSettings(dialog.settings);
+}
+
+}  // namespace lumora

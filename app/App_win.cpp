@@ -1,0 +1,334 @@
+#include "app/App_win.h"
+
+#include <algorithm>
+
+#include "app/Startup.h"
+#include "mediainfo/ListInfo.h"
+#include "platform/FileSystem.h"
+#include "playback/FrequencyBands.h"
+#include "playback/TransportTexts.h"
+#include "playback/VideoSizing.h"
+#include "settings/IniFiles.h"
+#include "settings/RegistryWrapper.h"
+#include "settings/WindowPlacement.h"
+#include "ui/ControlIds.h"
+#include "ui/Prompts_win.h"
+#include "ui/WindowClass_win.h"
+
+namespace lumora {
+namespace {
+
+ScreenDpi CurrentDpi() { return {ScreenDpiX(), ScreenDpiY()}; }
+
+ScreenExtent ScreenInTwips() {
+    return {PixelsToTwipsX(GetSystemMetrics(SM_CXSCREEN)), PixelsToTwipsY(GetSystemMetrics(SM_CYSCREEN))};
+}
+
+BOOL CALLBACK AddMonitor(HMONITOR, HDC, LPRECT r, LPARAM list) {
+    reinterpret_cast<std::vector<WindowRect>*>(list)->push_back({r->left, r->top, r->right, r->bottom});
+    return TRUE;
+}
+
+std::vector<WindowRect> Monitors() {
+    std::vector<WindowRect> monitors;
+    EnumDisplayMonitors(nullptr, nullptr, AddMonitor, reinterpret_cast<LPARAM>(&monitors));
+    return monitors;
+}
+
+WindowRect RectOf(HWND hwnd) {
+    WINDOWPLACEMENT wp{};
+    wp.length = sizeof wp;
+    GetWindowPlacement(hwnd, &wp);  // the normal place, also while minimised
+    const RECT& r = wp.rcNormalPosition;
+    return {r.left, r.top, r.right, r.bottom};
+}
+
+}  // namespace
+
+App::App(AppServices services)
+    : services_(services),
+      queue_(services.prompts, services.files, *this),
+      decoder1_(services.files, acm_, waveOut_),
+      player_({queue_, settings_, services.prompts, decoder2_, &decoder1_, volume_, *this,
+               [] { return static_cast<double>(GetTickCount() % 1000003) / 1000003.0; }}),
+      stream_(services.files),
+      lists_(services.prompts, services.files, settings_, queue_, *this, filterWindow_),
+      defaultList_(services.prompts, services.files, settings_, queue_, lists_, filterWindow_),
+      library_(services.prompts, services.files, services.rawRegistry, settings_, queue_, lists_, copyWindow_),
+      lyrics_(services.files, *this) {
+    BuildCommands();
+}
+
+App::~App() { window_.Destroy(); }
+
+bool App::Start(const std::string& argument, const std::string& osCode) {
+    osCode_ = osCode;
+    if (!window_.Create(*this)) return false;
+    HWND main = window_.Handle();
+    services_.prompts.SetOwner(main);
+    playlist_.Create(*this, main);
+    display_.Create(main);
+    video_.Create(main);
+    engine_.SetControls(&controls_);
+    video_.onResize = [this](long width, long height) {
+        if (engine_.Kind() == MediaKind::Flash || engine_.Kind() == MediaKind::MediaPlayer) controls_.Fit();
+        if (engine_.Picture().width > 0)
+            engine_.PlacePicture(reinterpret_cast<UINT_PTR>(video_.Handle()), PixelRect{0, 0, width, height});
+    };
+    decoder2_.SetVideoWindow(reinterpret_cast<UINT_PTR>(video_.Handle()));
+    LoadSettings(settings_, services_.registry, ScreenInTwips());
+    ApplyOsOverrides(settings_, osCode_);
+    if (const auto vol = settings_.Number("Vol")) window_.SetVolumePosition(static_cast<int>(std::clamp(*vol, 0LL, 20LL)));
+    ShowTips();
+    playlist_.CreateInfoTip(settings_.IsOn("L22"));
+
+    queue_.Clear();
+
+    RestorePositions();
+    ShowWindow(main, SW_SHOW);
+    if (settings_.IsOn("L57")) ShowWindow(playlist_.Handle(), SW_SHOWNOACTIVATE);
+    UpdateWindow(main);
+
+    if (argument.empty()) {
+        defaultList_.LoadDefaultList();
+    } else {
+        OpenArgument(argument);
+    }
+    if (const auto alpha = ReadWindowOpacity(services_.ini, TransparentWindow::Main)) window_.SetOpacity(*alpha);
+    ApplyLyricsSettings(LoadLyricsDisplaySettings(services_.registry));
+    SetTimerRunning(TimerId::HandOff, true, kHandOffIntervalMs);
+    return true;
+}
+
+void App::ApplyLyricsSettings(const LyricsDisplaySettings& settings) {
+    lyricsSettings_ = settings;
+    lyrics_.SetLineByteLimit(settings.lineByteLimit);
+    display_.SetLyricsLook(settings.look);
+}
+
+void App::ShowTips() {
+    std::optional<std::pair<std::uint32_t, std::uint32_t>> colours;
+    if (settings_.Text("L34") == "0") {
+        colours.emplace(static_cast<std::uint32_t>(settings_.Number("L34B").value_or(0xE1FFFF)),
+                        static_cast<std::uint32_t>(settings_.Number("L34F").value_or(0)));
+    }
+    window_.ShowTips(MakeTransportTips(settings_, queue_.Queue(), kModeNormal, false), colours, settings_.IsOn("L31"));
+}
+
+// The presenter side of the controllers' views.
+
+void App::ShowLines(const std::vector<std::string>& lines) { playlist_.SetLines(lines); }
+
+void App::ShowTexts(const QueueTexts& texts) {
+    window_.ShowQueueTexts(texts);
+    playlist_.SetCaption(texts.listCaption);
+    ShowTips();
+}
+
+void App::SelectLine(int index) { playlist_.Select(index); }
+
+void App::Play(const std::string& path) { player_.OpenAndPlay(path); }
+
+void App::ShowPlayback(const PlaybackTexts& texts) {
+    window_.ShowPlayback(texts);
+    UpdateTimers();
+}
+
+void App::ShowLyricsLines(std::string_view first, std::string_view second) {
+    display_.SetLyrics(std::string(first), std::string(second));
+}
+
+void App::FileOpened(const std::string& path) {
+    // "当正在播放的媒体文件装有“歌词”时，自动打开…" / "…没有“歌词”时，自动关闭“音频\歌词显示”窗口"
+    if (lyrics_.Load(path)) {
+        if (settings_.IsOn("L48")) display_.Show();
+    } else if (settings_.IsOn("L49") && !player_.UsingDecoder1()) {
+        ShowWindow(display_.Handle(), SW_HIDE);
+    }
+    stream_.Opened(path, player_.LengthMs());
+    display_.SetStreamTexts(stream_.Texts());
+    window_.ShowTagLine(stream_.Texts().title);
+
+    const MediaKind kind = engine_.Kind();
+    const PixelRect picture = engine_.Picture();
+    RECT work;
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+    VideoFacts facts;
+    facts.kind = kind;
+    facts.decoder1 = player_.UsingDecoder1();
+    facts.pictureWidth = picture.width;
+    facts.pictureHeight = picture.height;
+    facts.hostedHasPictures =
+        kind == MediaKind::Flash ||
+        (kind == MediaKind::MediaPlayer && controls_.NumberByName("ImageSourceWidth").value_or(0) > 0);
+    facts.workWidth = work.right - work.left;
+    facts.workHeight = work.bottom - work.top;
+    const VideoPresentation show = PresentVideo(facts, settings_);
+
+    if (show.content == VideoPresentation::Content::StillPicture) {
+        video_.ShowPicture(path);
+        return;
+    }
+    video_.ClearPicture();
+    if (show.hideWindow) video_.Hide();
+    if (show.showInfoLines) display_.SetInfoLines(engine_.Info().lines);
+    if (show.place) {
+        switch (show.place->kind) {
+            case VideoPlacement::Kind::FullScreen: video_.ShowFullScreen(); break;
+            case VideoPlacement::Kind::Size: video_.ShowSized(show.place->width, show.place->height); break;
+            case VideoPlacement::Kind::Keep: video_.ShowAsIs(); break;
+        }
+    }
+    if (show.content == VideoPresentation::Content::HostedControl) controls_.Fit();
+}
+
+// Timers: only those with work to do run.
+
+void App::SetTimerRunning(TimerId id, bool on, unsigned intervalMs) {
+    const unsigned bit = 1u << static_cast<unsigned>(id);
+    if (on == ((runningTimers_ & bit) != 0)) return;
+    if (on) {
+        SetTimer(window_.Handle(), static_cast<UINT_PTR>(id), intervalMs, nullptr);
+        runningTimers_ |= bit;
+    } else {
+        KillTimer(window_.Handle(), static_cast<UINT_PTR>(id));
+        runningTimers_ &= ~bit;
+    }
+}
+
+void App::UpdateTimers() {
+    TimerInputs in;
+    in.playing = player_.IsPlaying();
+    in.decoder1 = player_.UsingDecoder1();
+    in.displayShown = display_.Visible();
+    in.volumeChanging = player_.VolumeChanging();
+    in.volumeStepSetting = settings_.Number("L53");
+    const TimerPlan plan = PlanTimers(in);
+    if (plan.openDisplay) display_.Show();
+    SetTimerRunning(TimerId::Progress, plan.progress, kProgressIntervalMs);
+    SetTimerRunning(TimerId::Display, plan.display, kDisplayIntervalMs);
+    SetTimerRunning(TimerId::Volume, plan.volume, plan.volumeIntervalMs);
+}
+
+void App::OnTimer(unsigned id) {
+    switch (static_cast<TimerId>(id)) {
+        case TimerId::Progress:
+            player_.ProgressTick();
+            if (const long long ms = player_.PositionMs(); ms >= 0) lyrics_.Tick(ms / 1000);
+            stream_.Progress(player_.PositionMs());
+            display_.SetStreamTexts(stream_.Texts());
+            window_.ShowTagLine(stream_.Texts().title);
+            return;
+        case TimerId::Display:
+            display_.SetBands(SpectrumBands(decoder1_.SoundingPcm(), decoder1_.Channels(), decoder1_.SampleRate()));
+            return;
+        case TimerId::Volume:
+            player_.VolumeTick();
+            UpdateTimers();
+            return;
+        case TimerId::HandOff: {
+            const HandOffAction action = PollHandOff(services_.ini, settings_);
+            if (action.open) OpenArgument(*action.open);
+            if (action.bringToFront) window_.BringToFront();
+            return;
+        }
+    }
+}
+
+// What the user does in the main window.
+
+void App::OnSpeedReset() { player_.ResetSpeed(); }
+
+void App::OnSlider(int id, SliderMove move, int pos) {
+    if (id == ids::IDC_MAIN_VOLUME) {
+        player_.SetVolume(pos);
+    } else if (id == ids::IDC_MAIN_SPEED && move == SliderMove::Released) {
+        player_.SetSpeed(pos);
+    } else if (id == ids::IDC_MAIN_PROGRESS && move == SliderMove::Released) {
+        player_.SeekToPermille(pos);
+    } else if (id == ids::IDC_MAIN_PROGRESS && move == SliderMove::Dragging && settings_.IsOn("L68") &&
+               lyrics_.HasLyrics()) {
+        // "…移动“时间进度条”时显示歌词进度": the lines follow the pointer while it is dragged.
+        const long long length = player_.LengthMs();
+        if (length > 0) lyrics_.Tick(length * pos / 1000 / 1000);
+    }
+}
+
+void App::OnDropFiles(const std::vector<std::string>& paths) { TakeAddResult(queue_.AddDropped(paths)); }
+
+void App::OnMoved() { playlist_.FollowOwner(); }
+
+void App::OnCloseRequest() { Close(); }
+
+void App::OpenArgument(const std::string& argument) {
+    const auto path = ResolveArgument(argument, services_.files);
+    if (!path) return;  // names nothing: silently not added
+    TakeAddResult(queue_.AddPending(ParsePendingDropList(MakePendingDropList({*path}))));
+}
+
+void App::TakeAddResult(const AddResult& result) {
+    if (result.outcome == AddOutcome::ListFile) lists_.LoadListFile(result.listFile);
+}
+
+std::string App::EntryInfo(int index) {
+    const MediaEntry* entry = queue_.Queue().EntryAt(index);
+    if (!entry) return {};
+    // "文件列表框中直接截取媒体文件信息"
+    return ListInfoTipFor(services_.files, entry->path, entry->name, settings_.IsOn("L29"));
+}
+
+// Places between runs.
+
+void App::RestorePositions() {
+    HWND main = window_.Handle();
+    const WindowRect now = RectOf(main);
+    const auto fromSettings = [&](std::string_view name) { return settings_.Number(name); };
+    const auto monitors = Monitors();
+    if (const auto kept = KeptPlace(kMainWindowPlace, fromSettings, CurrentDpi(), monitors, now)) {
+        SetWindowPos(main, nullptr, static_cast<int>(kept->left), static_cast<int>(kept->top), 0, 0,
+                     SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    } else {
+        RECT work;
+        SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+        const int x = work.left + static_cast<int>(((work.right - work.left) - now.Width()) / 2);
+        const int y = work.top + static_cast<int>(((work.bottom - work.top) - now.Height()) / 2);
+        SetWindowPos(main, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+    const auto fromRegistry = [&](std::string_view name) {
+        return ParseDecimal(services_.registry.ReadValue(kSetupKeyPath, name));
+    };
+    playlist_.Restore(KeptPlace(kPlaylistWindowPlace, fromRegistry, CurrentDpi(), monitors));
+}
+
+void App::SavePositions() {
+    static constexpr std::string_view kLevels[] = {
+        "HKEY_LOCAL_MACHINE\\SOFTWARE",
+        "HKEY_LOCAL_MACHINE\\SOFTWARE\\Tavrinsoft",
+        kPlayerKeyPath,
+        kSetupKeyPath,
+    };
+    for (const auto key : kLevels) {
+        if (!services_.registry.CreateKey(key)) return;
+    }
+    auto values = PlaceValues(kMainWindowPlace, RectOf(window_.Handle()), CurrentDpi());
+    // The video window keeps the place it was given: written back as loaded.
+    for (const std::string_view name :
+         {kVideoWindowPlace.top, kVideoWindowPlace.left, kVideoWindowPlace.height, kVideoWindowPlace.width}) {
+        if (const auto n = settings_.Number(name)) values.emplace_back(name, std::to_string(*n));
+    }
+    for (auto& value : PlaceValues(kPlaylistWindowPlace, playlist_.Place(), CurrentDpi())) {
+        values.push_back(std::move(value));
+    }
+    for (const auto& [name, text] : values) {
+        if (!services_.registry.WriteValue(kSetupKeyPath, name, text)) return;
+    }
+}
+
+void App::Close() {
+    defaultList_.SaveDefaultListOnExit();  // only when "L56" asks for it
+    SavePositions();
+    engine_.CloseAll();
+    window_.Destroy();
+}
+
+}  // namespace lumora

@@ -1,0 +1,132 @@
+#pragma once
+// The composition root: owns the services' users (settings, controllers, decoders, windows) for the
+// program's lifetime and wires them. It presents the controllers' state in the windows and turns what
+// the user does into the controllers' operations; the windows only draw and forward.
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+#include "app/Commands.h"
+#include "app/TimerPlan.h"
+#include "mediainfo/LyricsDisplay.h"
+#include "mediainfo/LyricsLook.h"
+#include "platform/Audio_win.h"
+#include "platform/ControlHost_win.h"
+#include "platform/Mci_win.h"
+#include "platform/Volume_win.h"
+#include "playback/EngineDecoder.h"
+#include "playback/MediaEngine.h"
+#include "playback/PlaybackController.h"
+#include "playback/StreamPanelFeed.h"
+#include "playlist/DefaultList.h"
+#include "playlist/ListFileController.h"
+#include "playlist/MusicLibrary.h"
+#include "playlist/QueueController.h"
+#include "settings/SettingsStore.h"
+#include "ui/AudioDisplayWindow_win.h"
+#include "ui/MainWindow_win.h"
+#include "ui/PlaylistWindow_win.h"
+#include "ui/ProgressWindow_win.h"
+#include "ui/VideoWindow_win.h"
+
+namespace lumora {
+
+class FileSystem;
+class IniFiles;
+class Registry;
+class RegistryWrapper;
+class WinPrompts;
+
+struct AppServices {
+    FileSystem& files;
+    IniFiles& ini;
+    RegistryWrapper& registry;
+    WinPrompts& prompts;
+    Registry& rawRegistry;  // for values kept as plain strings (the music library's folder)
+};
+
+class App final : QueueView, PlaybackView, LyricsView, MainWindowEvents, PlaylistCommands {
+public:
+    explicit App(AppServices services);
+    ~App() override;
+    App(const App&) = delete;
+    App& operator=(const App&) = delete;
+
+    // Creates the windows, loads the options and opens the argument; `osCode` as start-up found it.
+    bool Start(const std::string& argument, const std::string& osCode);
+
+private:
+    // QueueView
+    void ShowLines(const std::vector<std::string>& lines) override;
+    void ShowTexts(const QueueTexts& texts) override;
+    void SelectLine(int index) override;
+    void Play(const std::string& path) override;
+    // PlaybackView
+    void ShowPlayback(const PlaybackTexts& texts) override;
+    void FileOpened(const std::string& path) override;
+    // LyricsView
+    void ShowLyricsLines(std::string_view first, std::string_view second) override;
+    // MainWindowEvents
+    void OnCommand(int id) override;
+    void OnSpeedReset() override;
+    void OnSlider(int id, SliderMove move, int position) override;
+    void OnTimer(unsigned id) override;
+    void OnDropFiles(const std::vector<std::string>& paths) override;
+    std::vector<MenuLine> ContextMenu() override;
+    void OnMoved() override;
+    void OnCloseRequest() override;
+    // PlaylistCommands
+    std::vector<MenuLine> PlaylistMenu() override;
+    void RunCommand(int id) override;
+    std::string EntryInfo(int index) override;
+
+    // The command table and its actions (AppCommands_win.cpp).
+    void BuildCommands();
+    UiState CurrentUiState() const;
+    void OpenArgument(const std::string& argument);
+    void TakeAddResult(const AddResult& result);
+    void OpenListFile();
+    void OpenInfoEditor();
+    void AssignLyrics();
+    void EditLyricsSettings();
+    void ApplyLyricsSettings(const LyricsDisplaySettings& settings);
+
+    void ShowTips();
+    void UpdateTimers();
+    void SetTimerRunning(TimerId id, bool on, unsigned intervalMs);
+    void RestorePositions();
+    void SavePositions();
+    void Close();
+
+    AppServices services_;
+    SettingsStore settings_;
+    MainWindow window_;
+    PlaylistWindow playlist_;
+    AudioDisplayWindow display_;
+    VideoWindow video_;
+    FilterWindow filterWindow_{[this] { return window_.Handle(); }};
+    CopyLogWindow copyWindow_{[this] { return window_.Handle(); }};
+
+    QueueController queue_;
+    WinMci mci_;
+    MediaEngine engine_{mci_};
+    WinControls controls_;
+    EngineDecoder decoder2_{engine_, 0};
+    WinVolume volume_;
+    AcmMp3Decoder acm_;
+    WaveOut waveOut_;
+    Mp3Player decoder1_;
+    PlaybackController player_;
+    StreamPanelFeed stream_;
+    ListFileController lists_;
+    DefaultList defaultList_;
+    MusicLibrary library_;
+    LyricsDisplay lyrics_;
+    LyricsDisplaySettings lyricsSettings_;
+    CommandTable commands_;
+    std::string osCode_;
+    unsigned runningTimers_ = 0;  // a bit for each TimerId that runs
+};
+
+}  // namespace lumora

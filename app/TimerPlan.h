@@ -1,0 +1,33 @@
+#pragma once
+// Which of the main window's timers run, from the player's state. A timer that has nothing to do
+// does not run: a paused or idle Lumora wakes only for the hand-off poll.
+#include <optional>
+
+namespace lumora {
+
+enum class TimerId : unsigned { Progress = 1, Volume = 2, HandOff = 3, Display = 4 };
+
+inline constexpr unsigned kProgressIntervalMs = 250;  // position, texts, lyrics, end of file
+inline constexpr unsigned kDisplayIntervalMs = 60;    // the spectrum of decoder 1
+inline constexpr unsigned kHandOffIntervalMs = 500;   // a second start's argument
+
+struct TimerInputs {
+    bool playing = false;
+    bool decoder1 = false;        // our MPEG audio player, whose window is the audio display
+    bool displayShown = false;    // the audio display window is visible
+    bool volumeChanging = false;  // the mixer still moves toward the slider
+    std::optional<long long> volumeStepSetting;  // "L53": the delay between two volume steps
+};
+
+struct TimerPlan {
+    bool progress = false;
+    bool display = false;
+    bool volume = false;
+    unsigned volumeIntervalMs = 0;
+    // Decoder 1 plays into the audio display: the window opens with the sound.
+    bool openDisplay = false;
+};
+
+TimerPlan PlanTimers(const TimerInputs& in);
+
+}  // namespace lumora

@@ -1,0 +1,56 @@
+#pragma once
+// Where Lumora's windows go between runs. Places are kept in twips (1/1440 inch) as decimal texts in
+// the setup key, so they mean the same after the screen's DPI changes: the main window as "LEFT" and
+// "TOP", the playlist window as "F4L", "F4T", "F4W" and "F4H", the video window as "MovLEFT",
+// "MovTOP", "MovW" and "MovH". A kept place comes back only where it is on a screen.
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace lumora {
+
+struct WindowRect {
+    long long left = 0;
+    long long top = 0;
+    long long right = 0;
+    long long bottom = 0;
+    long long Width() const { return right - left; }
+    long long Height() const { return bottom - top; }
+    bool operator==(const WindowRect&) const = default;
+};
+
+struct ScreenDpi {
+    int x = 96;
+    int y = 96;
+};
+
+long long PixelsToTwips(long long pixels, int dpi);
+long long TwipsToPixels(long long twips, int dpi);
+
+// The value names of one window; a window whose size is its own has no width and height names.
+struct PlacementNames {
+    std::string_view left, top, width, height;
+    bool HasSize() const { return !width.empty(); }
+};
+inline constexpr PlacementNames kMainWindowPlace{"LEFT", "TOP", {}, {}};
+inline constexpr PlacementNames kPlaylistWindowPlace{"F4L", "F4T", "F4W", "F4H"};
+inline constexpr PlacementNames kVideoWindowPlace{"MovLEFT", "MovTOP", "MovW", "MovH"};
+
+// True when the rectangle shares at least one pixel with one of the monitors' rectangles.
+bool IsOnScreen(const WindowRect& place, std::span<const WindowRect> monitors);
+
+// The kept place in pixels: every value there, the sizes positive, and the place on a screen.
+// A window without size names keeps `currentSize`'s width and height.
+using ReadNumber = std::function<std::optional<long long>(std::string_view name)>;
+std::optional<WindowRect> KeptPlace(const PlacementNames& names, const ReadNumber& read, ScreenDpi dpi,
+                                    std::span<const WindowRect> monitors, const WindowRect& currentSize = {});
+
+// The values to keep for a window at `place` (pixels): name and decimal twips, in the order written.
+std::vector<std::pair<std::string_view, std::string>> PlaceValues(const PlacementNames& names, const WindowRect& place,
+                                                                  ScreenDpi dpi);
+
+}  // namespace lumora

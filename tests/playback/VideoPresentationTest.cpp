@@ -1,0 +1,52 @@
+#include <gtest/gtest.h>
+
+#include "playback/VideoSizing.h"
+#include "settings/SettingsStore.h"
+
+namespace lumora {
+namespace {
+
+TEST(VideoPresentation, WhatAnOpenedFileShows) {
+    using C = VideoPresentation::Content;
+    using K = VideoPlacement::Kind;
+    struct Case {
+        MediaKind kind;
+        bool decoder1;
+        long width;
+        bool hostedPictures;
+        const char* l67;  // videos keep the window closed
+        const char* l51;  // sound closes it
+        C content;
+        std::optional<K> place;
+        bool hide, infoLines;
+    } cases[] = {
+        {MediaKind::Picture, false, 0, false, "0", "1", C::StillPicture, std::nullopt, false, false},
+        {MediaKind::Picture, true, 0, false, "0", "1", C::Sound, std::nullopt, true, false},
+        {MediaKind::Flash, false, 0, true, "0", "0", C::HostedControl, K::Keep, false, false},
+        {MediaKind::Flash, false, 0, true, "1", "0", C::HostedControl, std::nullopt, false, false},
+        {MediaKind::MediaPlayer, false, 0, false, "0", "0", C::HostedControl, std::nullopt, false, false},
+        {MediaKind::Mci, false, 0, false, "0", "1", C::Sound, std::nullopt, true, false},
+        {MediaKind::Mci, false, 0, false, "0", "0", C::Sound, std::nullopt, false, false},
+        {MediaKind::Mci, true, 320, false, "0", "1", C::Sound, std::nullopt, true, false},
+        {MediaKind::Mci, false, 320, false, "0", "1", C::Movie, K::Size, false, true},
+        {MediaKind::Mci, false, 320, false, "1", "1", C::Movie, std::nullopt, false, true},
+    };
+    for (const auto& c : cases) {
+        SettingsStore s;
+        s.SetText("L67", c.l67);
+        s.SetText("L51", c.l51);
+        VideoFacts f{c.kind, c.decoder1, c.width, c.width * 3 / 4, c.hostedPictures, 1024, 768};
+        const VideoPresentation p = PresentVideo(f, s);
+        SCOPED_TRACE(static_cast<int>(c.kind));
+        EXPECT_EQ(p.content, c.content);
+        EXPECT_EQ(p.place.has_value(), c.place.has_value());
+        if (p.place && c.place) {
+            EXPECT_EQ(p.place->kind, *c.place);
+        }
+        EXPECT_EQ(p.hideWindow, c.hide);
+        EXPECT_EQ(p.showInfoLines, c.infoLines);
+    }
+}
+
+}  // namespace
+}  // namespace lumora
