@@ -11,6 +11,7 @@
 #include "platform/TextCodec.h"
 #include "platform/WinText.h"
 #include "ui/Boxes_win.h"
+#include "ui/ControlIds.h"
 
 namespace lumora::e2e {
 namespace {
@@ -264,5 +265,53 @@ std::string SilentWave(int seconds) {
     w.append(samples, static_cast<char>(0x80));
     return w;
 }
+
+std::optional<RegistryValue> ReadOption(const char* name) {
+    RegistryValue value;
+    if (WinRegistry().Read(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", name, value)) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+void ForgetSettings() { WinRegistry().DeleteKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft"); }
+
+bool WaitFor(const std::function<bool()>& done, DWORD ms) { return Poll(ms, done); }
+
+std::string Quoted(const std::string& path) { return "\"" + path + "\""; }
+
+std::string PathText(const std::filesystem::path& path) { return Narrow(path.wstring()); }
+
+TempFolder::TempFolder(const std::wstring& name) {
+    wchar_t tmp[MAX_PATH];
+    GetTempPathW(MAX_PATH, tmp);
+    path_ = std::filesystem::path(tmp) / name;
+    std::filesystem::remove_all(path_);
+    std::filesystem::create_directories(path_);
+}
+
+TempFolder::~TempFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+}
+
+bool Session::Start(const std::string& tail, const std::wstring& exe) {
+    process = LumoraProcess::Start(exe, tail);
+    main = WaitForWindow(process.Id(), ids::kMainClass);
+    list = WaitForWindow(process.Id(), ids::kPlaylistClass);
+    return main && list;
+}
+
+std::vector<std::string> Session::Lines() const { return ListLines(list, ids::IDC_PLAYLIST_LINES); }
+
+bool Session::WaitForLines(const std::vector<std::string>& expected) const {
+    return WaitFor([&] { return Lines() == expected; });
+}
+
+bool Session::WaitForLineCount(size_t count) const {
+    return WaitFor([&] { return Lines().size() == count; });
+}
+
+bool Session::Playing() const { return WaitForControlText(main, ids::IDC_MAIN_PLAY, "暂停") == "暂停"; }
 
 }  // namespace lumora::e2e

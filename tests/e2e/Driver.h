@@ -4,9 +4,12 @@
 #include <windows.h>
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "settings/Registry.h"
 
 namespace lumora::e2e {
 
@@ -69,5 +72,41 @@ void WriteBytes(const std::filesystem::path& path, const std::string& bytes);
 std::string ReadBytes(const std::filesystem::path& path);
 // A RIFF WAVE file of `seconds` of silence: 8 kHz, mono, 8 bits, which the movie device plays.
 std::string SilentWave(int seconds);
+// What Lumora keeps under that name in the setup key; empty when the value is missing.
+std::optional<RegistryValue> ReadOption(const char* name);
+// Lumora's registry state as on a machine that never ran it.
+void ForgetSettings();
+// Polls until `done` answers true; false when the time ran out.
+bool WaitFor(const std::function<bool()>& done, DWORD ms = kTimeoutMs);
+std::string Quoted(const std::string& path);
+std::string PathText(const std::filesystem::path& path);
+
+// A fresh folder of that name in the temporary folder, removed again at the end.
+class TempFolder {
+public:
+    explicit TempFolder(const std::wstring& name);
+    ~TempFolder();
+    TempFolder(const TempFolder&) = delete;
+    const std::filesystem::path& Path() const { return path_; }
+    std::filesystem::path operator/(const std::wstring& name) const { return path_ / name; }
+    std::string Text() const { return PathText(path_); }
+
+private:
+    std::filesystem::path path_;
+};
+
+// One running Lumora with its main and playlist windows.
+struct Session {
+    LumoraProcess process;
+    HWND main = nullptr;
+    HWND list = nullptr;
+
+    // Starts Lumora and waits for both windows; false when either never came.
+    bool Start(const std::string& tail, const std::wstring& exe = LumoraExe());
+    std::vector<std::string> Lines() const;
+    bool WaitForLines(const std::vector<std::string>& expected) const;
+    bool WaitForLineCount(size_t count) const;
+    bool Playing() const;  // waits until the play button offers to pause
+};
 
 }  // namespace lumora::e2e

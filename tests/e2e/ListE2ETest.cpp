@@ -30,8 +30,6 @@ std::string ListBytes(const std::string& header, const std::string& count, const
     return Cp936(header) + "\r\n" + count + "\r\n" + Cp936(line3) + "\r\n";
 }
 
-std::string FolderText(const fs::path& p) { return Narrow(p.wstring()); }
-
 // Deletes the files directly in `folder` (std::filesystem cannot list a bare drive root under Wine).
 void ClearFiles(const std::wstring& folder) {
     WIN32_FIND_DATAW found;
@@ -49,99 +47,82 @@ fs::path DefaultListPath() {
     return fs::path(buf) / L"Lumora" / L"zvp3mr.qlb";
 }
 
+// The name inside a list line "001-(name)".
+std::string NameOf(const std::string& line) { return line.substr(5, line.size() - 6); }
+
 class ListE2E : public ::testing::Test {
 protected:
     void SetUp() override {
         ASSERT_FALSE(LumoraExe().empty()) << "LUMORA_EXE is not set";
-        WinRegistry().DeleteKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft");
-        wchar_t tmp[MAX_PATH];
-        GetTempPathW(MAX_PATH, tmp);
-        media_ = fs::path(tmp) / L"Lumora 列表 E2E";
-        fs::remove_all(media_);
-        fs::create_directories(media_);
+        ForgetSettings();
         // Silent MPEG audio of half a minute: real frames, so the filter keeps them.
         const std::string mp3 = test::MpegFrames(1150);
         for (const wchar_t* name : {L"一.mp3", L"two.mp3", L"three.mp3"}) WriteBytes(media_ / name, mp3);
         fs::remove(DefaultListPath());
     }
     void TearDown() override {
-        process_.Kill();
+        lumora_.process.Kill();
         fs::remove(DefaultListPath());
     }
-
     void Start(const std::string& argument) {
-        process_ = LumoraProcess::Start(LumoraExe(), argument.empty() ? "" : "\"" + argument + "\"");
-        main_ = WaitForWindow(process_.Id(), kMainClass);
-        list_ = WaitForWindow(process_.Id(), kPlaylistClass);
-        ASSERT_NE(main_, nullptr);
-        ASSERT_NE(list_, nullptr);
+        ASSERT_TRUE(lumora_.Start(argument.empty() ? "" : Quoted(argument)));
     }
-    std::vector<std::string> Lines() { return ListLines(list_, IDC_PLAYLIST_LINES); }
-    bool WaitForLines(const std::vector<std::string>& expected) {
-        const DWORD start = GetTickCount();
-        while (Lines() != expected) {
-            if (GetTickCount() - start > kTimeoutMs) return false;
-            Sleep(50);
-        }
-        return true;
-    }
+    std::vector<std::string> Lines() { return lumora_.Lines(); }
     void AnswerOk(const std::string& title, const std::string& textStart = {}) {
         HWND box = WaitForBox(title);
         ASSERT_NE(box, nullptr) << title;
-        if (!textStart.empty()) {
-            EXPECT_EQ(BoxText(box).rfind(textStart, 0), 0u) << BoxText(box);
-        }
+        EXPECT_EQ(BoxText(box).rfind(textStart, 0), 0u) << BoxText(box);
         AnswerBox(box, IDOK);
     }
+    // The save command up to the save dialog, answered with `path`.
+    HWND SaveListAs(const fs::path& path) {
+        PostMessageW(lumora_.main, WM_COMMAND, IDM_SAVE_LIST, 0);
+        HWND dialog = WaitForBox("保存Lumora专用列表文件（*.QLB）。请在下面输入文件名（不要输入扩展名）。");
+        if (dialog) AnswerFileDialog(dialog, PathText(path));
+        return dialog;
+    }
 
-    fs::path media_;
-    LumoraProcess process_;
-    HWND main_ = nullptr;
-    HWND list_ = nullptr;
+    TempFolder media_{L"Lumora 列表 E2E"};
+    Session lumora_;
 };
 
 TEST_F(ListE2E, ListFileOnTheCommandLineLoadsAndPlays) {
     const fs::path list = media_ / L"歌单.qlb";
-    WriteBytes(list, ListBytes(kHeader, "2*1", FolderText(media_) + "*一.mp3*two.mp3"));
-    Start(FolderText(list));
-    EXPECT_TRUE(WaitForLines({"001-(一.mp3)", "002-(two.mp3)"})) << Lines().size();
-    EXPECT_EQ(WaitForControlText(main_, IDC_MAIN_PLAY, "暂停"), "暂停");
-    EXPECT_EQ(ControlText(main_, IDC_MAIN_TITLE), "一.mp3");
+    WriteBytes(list, ListBytes(kHeader, "2*1", media_.Text() + "*一.mp3*two.mp3"));
+    Start(PathText(list));
+    EXPECT_TRUE(lumora_.WaitForLines({"001-(一.mp3)", "002-(two.mp3)"})) << Lines().size();
+    EXPECT_TRUE(lumora_.Playing());
+    EXPECT_EQ(ControlText(lumora_.main, IDC_MAIN_TITLE), "一.mp3");
 }
 
 TEST_F(ListE2E, TestEditionLoadsLikeReleaseAndOtherEditionsAreRefused) {
     const fs::path test = media_ / L"test.qlb";
     WriteBytes(test, ListBytes("这是ZEV-Lumora-测试版-的列表文件请不要修改以下参数，以免造成错误。", "3*1",
-                               FolderText(media_) + "*一.mp3*two.mp3*three.mp3"));
-    Start(FolderText(test));
-    EXPECT_TRUE(WaitForLines({"001-(一.mp3)", "002-(two.mp3)", "003-(three.mp3)"}));
-    process_.Kill();
+                               media_.Text() + "*一.mp3*two.mp3*three.mp3"));
+    Start(PathText(test));
+    EXPECT_TRUE(lumora_.WaitForLines({"001-(一.mp3)", "002-(two.mp3)", "003-(three.mp3)"}));
+    lumora_.process.Kill();
 
     const fs::path other = media_ / L"other.qlb";
-    WriteBytes(other, ListBytes("这是ZEV-Lumora-试用版-的列表文件", "2*1", FolderText(media_) + "*一.mp3*two.mp3"));
-    Start(FolderText(other));
+    WriteBytes(other, ListBytes("这是ZEV-Lumora-试用版-的列表文件", "2*1", media_.Text() + "*一.mp3*two.mp3"));
+    Start(PathText(other));
     AnswerOk("错误", "这不是“测试版”或者“正式版”的的列表文件，请重新选择。");
     EXPECT_TRUE(Lines().empty());
 }
 
 TEST_F(ListE2E, SavedListHoldsTheFolderAndNamesInCodePage936) {
-    Start(FolderText(media_));
-    const DWORD start = GetTickCount();
-    while (Lines().size() != 3 && GetTickCount() - start < kTimeoutMs) Sleep(50);
-    ASSERT_EQ(Lines().size(), 3u);
-    PostMessageW(main_, WM_COMMAND, IDM_SAVE_LIST, 0);
-    HWND dialog = WaitForBox("保存Lumora专用列表文件（*.QLB）。请在下面输入文件名（不要输入扩展名）。");
-    ASSERT_NE(dialog, nullptr);
-    AnswerFileDialog(dialog, FolderText(media_ / L"新列表"));
+    Start(media_.Text());
+    ASSERT_TRUE(lumora_.WaitForLineCount(3));
+    ASSERT_NE(SaveListAs(media_ / L"新列表"), nullptr);
     HWND done = WaitForBox("文件保存完毕");
     ASSERT_NE(done, nullptr);
     // The dialog itself gives the typed name the list extension.
-    EXPECT_EQ(BoxText(done), "列表文件已保存完毕，路径为 " + FolderText(media_ / L"新列表.qlb"));
+    EXPECT_EQ(BoxText(done), "列表文件已保存完毕，路径为 " + PathText(media_ / L"新列表.qlb"));
     AnswerBox(done, IDOK);
     const std::string bytes = ReadBytes(media_ / L"新列表.qlb");
     const auto lines = Lines();
-    std::string line3 = FolderText(media_);
-    for (const auto& l : lines) line3 += "*" + l.substr(5, l.size() - 6);
+    std::string line3 = media_.Text();
+    for (const auto& l : lines) line3 += "*" + NameOf(l);
     EXPECT_EQ(bytes, ListBytes(kHeader, "3*1", line3));
 }
 
@@ -154,22 +135,19 @@ TEST_F(ListE2E, ListSavedFromARemovableDriveRootAsksAndKeepsTheRoot) {
     WriteBytes(root / L"甲.mp3", mp3);
     WriteBytes(root / L"乙.mp3", mp3);
     Start("R:\\");
-    const DWORD start = GetTickCount();
-    while (Lines().size() != 2 && GetTickCount() - start < kTimeoutMs) Sleep(50);
-    ASSERT_EQ(Lines().size(), 2u);
-    PostMessageW(main_, WM_COMMAND, IDM_SAVE_LIST, 0);
+    ASSERT_TRUE(lumora_.WaitForLineCount(2));
+    PostMessageW(lumora_.main, WM_COMMAND, IDM_SAVE_LIST, 0);
     HWND question = WaitForBox("驱动器对话框");
     ASSERT_NE(question, nullptr);
     EXPECT_EQ(BoxText(question), "程序检测到R盘是可移动的驱动器。建议先把文件拷入硬盘中再做列表文件。现在是否继续？");
     AnswerBox(question, IDYES);
     HWND dialog = WaitForBox("保存Lumora专用列表文件（*.QLB）。请在下面输入文件名（不要输入扩展名）。");
     ASSERT_NE(dialog, nullptr);
-    AnswerFileDialog(dialog, FolderText(media_ / L"根目录"));
+    AnswerFileDialog(dialog, PathText(media_ / L"根目录"));
     AnswerOk("文件保存完毕");
     const auto lines = Lines();
-    EXPECT_EQ(ReadBytes(media_ / L"根目录.qlb"), ListBytes(kHeader, "2*1",
-                                                           "R:\\*" + lines[0].substr(5, lines[0].size() - 6) + "*" +
-                                                               lines[1].substr(5, lines[1].size() - 6)));
+    EXPECT_EQ(ReadBytes(media_ / L"根目录.qlb"),
+              ListBytes(kHeader, "2*1", "R:\\*" + NameOf(lines[0]) + "*" + NameOf(lines[1])));
     ClearFiles(L"R:\\");
 }
 
@@ -181,16 +159,12 @@ TEST_F(ListE2E, SaveKilledHalfWayLeavesTheOldListWhole) {
     const std::string mp3 = test::MpegFrames(40);
     for (int i = 0; i < 999; ++i) WriteBytes(many / (std::to_wstring(1000 + i) + L".mp3"), mp3);
     const fs::path list = media_ / L"旧列表.qlb";
-    const std::string old = ListBytes(kHeader, "2*1", FolderText(media_) + "*一.mp3*two.mp3");
+    const std::string old = ListBytes(kHeader, "2*1", media_.Text() + "*一.mp3*two.mp3");
     WriteBytes(list, old);
-    Start(FolderText(many));
-    const DWORD start = GetTickCount();
-    while (Lines().size() != 999 && GetTickCount() - start < kTimeoutMs) Sleep(100);
-    ASSERT_EQ(Lines().size(), 999u);
-    PostMessageW(main_, WM_COMMAND, IDM_SAVE_LIST, 0);
-    HWND dialog = WaitForBox("保存Lumora专用列表文件（*.QLB）。请在下面输入文件名（不要输入扩展名）。");
+    Start(PathText(many));
+    ASSERT_TRUE(lumora_.WaitForLineCount(999));
+    HWND dialog = SaveListAs(list);
     ASSERT_NE(dialog, nullptr);
-    AnswerFileDialog(dialog, FolderText(list));
     // Saving over a list asks first (the system's own question, owned by the dialog); yes goes on.
     HWND progress = nullptr;
     const DWORD asked = GetTickCount();
@@ -198,13 +172,13 @@ TEST_F(ListE2E, SaveKilledHalfWayLeavesTheOldListWhole) {
         for (HWND w : AllWindows(L"#32770")) {
             if (GetWindow(w, GW_OWNER) == dialog) PostMessageW(w, WM_COMMAND, MAKEWPARAM(IDYES, BN_CLICKED), 0);
         }
-        progress = FindWindowOf(process_.Id(), kProgressClass);
+        progress = FindWindowOf(lumora_.process.Id(), kProgressClass);
         Sleep(20);
     }
     ASSERT_NE(progress, nullptr);
-    process_.Kill();
+    lumora_.process.Kill();
     EXPECT_EQ(ReadBytes(list), old);
-    for (const auto& entry : fs::directory_iterator(media_)) {
+    for (const auto& entry : fs::directory_iterator(media_.Path())) {
         EXPECT_EQ(entry.path().wstring().find(L"lumora-tmp"), std::wstring::npos) << Narrow(entry.path().wstring());
     }
 }
@@ -212,18 +186,18 @@ TEST_F(ListE2E, SaveKilledHalfWayLeavesTheOldListWhole) {
 TEST_F(ListE2E, DefaultListPlaysAtStartOrWaitsAsTheOptionSays) {
     fs::create_directories(DefaultListPath().parent_path());
     WriteBytes(DefaultListPath(), ListBytes("这是ZEV-Lumora-正式版-的默认列表文件请不要修改以下参数，以免造成错误。",
-                                            "2*1", FolderText(media_) + "*two.mp3*three.mp3"));
+                                            "2*1", media_.Text() + "*two.mp3*three.mp3"));
     StoreOption("L15", "1");
     Start("");
-    EXPECT_TRUE(WaitForLines({"001-(two.mp3)", "002-(three.mp3)"}));
-    EXPECT_EQ(WaitForControlText(main_, IDC_MAIN_PLAY, "暂停"), "暂停");
-    process_.Kill();
+    EXPECT_TRUE(lumora_.WaitForLines({"001-(two.mp3)", "002-(three.mp3)"}));
+    EXPECT_TRUE(lumora_.Playing());
+    lumora_.process.Kill();
 
     StoreOption("L15", "0");
     Start("");
-    EXPECT_TRUE(WaitForLines({"001-(two.mp3)", "002-(three.mp3)"}));
+    EXPECT_TRUE(lumora_.WaitForLines({"001-(two.mp3)", "002-(three.mp3)"}));
     Sleep(500);
-    EXPECT_EQ(ControlText(main_, IDC_MAIN_PLAY), "播放");
+    EXPECT_EQ(ControlText(lumora_.main, IDC_MAIN_PLAY), "播放");
 }
 
 TEST_F(ListE2E, DamagedDefaultListIsReportedAndDeleted) {
@@ -231,9 +205,7 @@ TEST_F(ListE2E, DamagedDefaultListIsReportedAndDeleted) {
     WriteBytes(DefaultListPath(), "\x01\x02 not a list");
     Start("");
     AnswerOk("默认列表文件错误", "默认列表文件已损坏或默认列表文件里的媒体文件不存在。单击“确定”删除默认列表文件。");
-    const DWORD start = GetTickCount();
-    while (fs::exists(DefaultListPath()) && GetTickCount() - start < kTimeoutMs) Sleep(50);
-    EXPECT_FALSE(fs::exists(DefaultListPath()));
+    EXPECT_TRUE(WaitFor([] { return !fs::exists(DefaultListPath()); }));
 }
 
 class LibraryE2E : public ListE2E {
@@ -244,7 +216,7 @@ protected:
         fs::create_directories(library_);
         WinRegistry reg;
         reg.CreateKey(RegistryRoot::LocalMachine, kPlayerKey);
-        reg.WriteText(RegistryRoot::LocalMachine, kPlayerKey, "我的音乐库", FolderText(library_) + "\\");
+        reg.WriteText(RegistryRoot::LocalMachine, kPlayerKey, "我的音乐库", PathText(library_) + "\\");
     }
     std::string LibraryList() { return ReadBytes(library_ / L"我的音乐库.qlb"); }
     fs::path library_;
@@ -253,9 +225,9 @@ protected:
 constexpr char kLibraryHeader[] = "这是ZEV-Lumora-正式版-的“我的音乐库”列表文件请不要修改以下参数，以免造成错误。";
 
 TEST_F(LibraryE2E, AddingThePlayingFileCreatesTheLibraryList) {
-    Start(FolderText(media_ / L"two.mp3"));
-    ASSERT_EQ(WaitForControlText(main_, IDC_MAIN_PLAY, "暂停"), "暂停");
-    PostMessageW(main_, WM_COMMAND, IDM_LIBRARY_ADD_CURRENT, 0);
+    Start(PathText(media_ / L"two.mp3"));
+    ASSERT_TRUE(lumora_.Playing());
+    PostMessageW(lumora_.main, WM_COMMAND, IDM_LIBRARY_ADD_CURRENT, 0);
     // "L32" is on by default: the rename box offers the file name.
     HWND rename = WaitForBox("文件重新命名框");
     ASSERT_NE(rename, nullptr);
@@ -266,19 +238,18 @@ TEST_F(LibraryE2E, AddingThePlayingFileCreatesTheLibraryList) {
     TypeAndConfirm(rename, "第二首");
     AnswerOk("文件加入成功", "文件已成功的加入“我的音乐库”。");
     EXPECT_TRUE(fs::exists(library_ / L"第二首.mp3"));
-    EXPECT_EQ(LibraryList(), ListBytes(kLibraryHeader, "1*1", FolderText(library_) + "\\*第二首.mp3"));
+    EXPECT_EQ(LibraryList(), ListBytes(kLibraryHeader, "1*1", PathText(library_) + "\\*第二首.mp3"));
 }
 
 TEST_F(LibraryE2E, AddingAllLogsEveryFileWithItsMarker) {
     StoreOption("L32", "0");
     fs::copy_file(media_ / L"一.mp3", library_ / L"一.mp3");
-    Start(FolderText(media_));
-    ASSERT_EQ(WaitForControlText(main_, IDC_MAIN_PLAY, "暂停"), "暂停");
-    PostMessageW(main_, WM_COMMAND, IDM_LIBRARY_ADD_ALL, 0);
-    HWND log = WaitForWindow(process_.Id(), kProgressClass);
+    Start(media_.Text());
+    ASSERT_TRUE(lumora_.Playing());
+    PostMessageW(lumora_.main, WM_COMMAND, IDM_LIBRARY_ADD_ALL, 0);
+    HWND log = WaitForWindow(lumora_.process.Id(), kProgressClass);
     ASSERT_NE(log, nullptr);
-    const DWORD start = GetTickCount();
-    while (ListLines(log, IDC_PROGRESS_LINES).size() < 4 && GetTickCount() - start < kTimeoutMs) Sleep(50);
+    WaitFor([&] { return ListLines(log, IDC_PROGRESS_LINES).size() >= 4; });
     const auto lines = ListLines(log, IDC_PROGRESS_LINES);
     ASSERT_EQ(lines.size(), 4u);
     EXPECT_EQ(lines[0], "<==（建立“我的音乐库”文件列表）==>");

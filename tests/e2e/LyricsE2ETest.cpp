@@ -44,29 +44,27 @@ class LyricsE2E : public ::testing::Test {
 protected:
     void SetUp() override {
         ASSERT_FALSE(LumoraExe().empty()) << "LUMORA_EXE is not set";
-        WinRegistry().DeleteKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft");
+        ForgetSettings();
         StoreOption("L25", "0");  // our own player: it reads the file and lets go of it
-        wchar_t tmp[MAX_PATH];
-        GetTempPathW(MAX_PATH, tmp);
-        media_ = fs::path(tmp) / L"Lumora 歌词 E2E";
-        fs::remove_all(media_);
-        fs::create_directories(media_);
     }
-    void TearDown() override { process_.Kill(); }
+    void TearDown() override { lumora_.process.Kill(); }
 
     void Start(const fs::path& file) {
-        process_ = LumoraProcess::Start(LumoraExe(), "\"" + Narrow(file.wstring()) + "\"");
-        main_ = WaitForWindow(process_.Id(), kMainClass);
-        display_ = WaitForWindow(process_.Id(), kDisplayClass);
-        ASSERT_NE(main_, nullptr);
+        ASSERT_TRUE(lumora_.Start(Quoted(PathText(file))));
+        main_ = lumora_.main;
+        display_ = WaitForWindow(lumora_.process.Id(), kDisplayClass);
         ASSERT_NE(display_, nullptr);
-        ASSERT_EQ(WaitForControlText(main_, IDC_MAIN_PLAY, "暂停"), "暂停");
+        ASSERT_TRUE(lumora_.Playing());
     }
-    std::string Current() { return ControlText(display_, IDC_LYRICS_CURRENT); }
     std::string Next() { return ControlText(display_, IDC_LYRICS_NEXT); }
+    // Waits for the line reached, then reads the next one shown with it.
+    void ExpectLines(const std::string& current, const std::string& next) {
+        EXPECT_EQ(WaitForControlText(display_, IDC_LYRICS_CURRENT, current), current);
+        EXPECT_EQ(Next(), next);
+    }
 
-    fs::path media_;
-    LumoraProcess process_;
+    TempFolder media_{L"Lumora 歌词 E2E"};
+    Session lumora_;
     HWND main_ = nullptr;
     HWND display_ = nullptr;
 };
@@ -82,12 +80,9 @@ TEST_F(LyricsE2E, EmbeddedLyricsWinOverTheLrcBesideAndFollowThePlayingTime) {
     const std::string tagLine = "  标题：歌  歌手：无  专集：无  年代：无  其他：无";
     EXPECT_EQ(WaitForControlText(main_, IDC_MAIN_TAG_LINE, tagLine), tagLine);
     // Each moment is read as a pair: the line reached and the next one, shown together.
-    EXPECT_EQ(WaitForControlText(display_, IDC_LYRICS_CURRENT, "第二句"), "第二句");
-    EXPECT_EQ(Next(), "第三句");
-    EXPECT_EQ(WaitForControlText(display_, IDC_LYRICS_CURRENT, "第三句"), "第三句");
-    EXPECT_EQ(Next(), "第四句");
-    EXPECT_EQ(WaitForControlText(display_, IDC_LYRICS_CURRENT, "第四句"), "第四句");
-    EXPECT_EQ(Next(), "尾声");
+    ExpectLines("第二句", "第三句");
+    ExpectLines("第三句", "第四句");
+    ExpectLines("第四句", "尾声");
 }
 
 TEST_F(LyricsE2E, SiblingLrcIsShownWhenTheFileHasNoneOfItsOwn) {
@@ -95,8 +90,7 @@ TEST_F(LyricsE2E, SiblingLrcIsShownWhenTheFileHasNoneOfItsOwn) {
     WriteBytes(song, test::MpegFrames(1150));
     WriteBytes(media_ / L"plain.lrc", "\xEF\xBB\xBF[00:01.50][00:03]UTF-8 line\r\n[00:02]two\r\n");
     Start(song);
-    EXPECT_EQ(WaitForControlText(display_, IDC_LYRICS_CURRENT, "two"), "two");
-    EXPECT_EQ(Next(), "UTF-8 line");
+    ExpectLines("two", "UTF-8 line");
 }
 
 // "Gc1Long" wraps a long line at its byte limit (a Chinese character counts two), and "L48" opens
@@ -108,18 +102,8 @@ TEST_F(LyricsE2E, LongLinesWrapAtTheByteLimitAndTheWindowOpensForLyrics) {
     const fs::path song = media_ / L"长句.wav";
     WriteBytes(song, WithBlock(SilentWave(30), "[00:00]长句\r\n[00:01]第一句很长的歌词\r\n[00:30]下一句", "长句"));
     Start(song);
-    EXPECT_EQ(WaitForControlText(display_, IDC_LYRICS_CURRENT, "第一句很\r\n长的歌词"), "第一句很\r\n长的歌词");
-    EXPECT_EQ(Next(), "下一句");
-    const DWORD start = GetTickCount();
-    while (!IsWindowVisible(display_) && GetTickCount() - start < kTimeoutMs) Sleep(50);
-    EXPECT_TRUE(IsWindowVisible(display_));
-}
-
-std::string ReadOption(const char* name) {
-    WinRegistry reg;
-    RegistryValue value;
-    if (reg.Read(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", name, value) != 0) return {};
-    return value.data;
+    ExpectLines("第一句很\r\n长的歌词", "下一句");
+    EXPECT_TRUE(WaitFor([&] { return IsWindowVisible(display_) != FALSE; }));
 }
 
 // The settings dialog shows the limit's label and a preview that follows the slider at once, and
@@ -139,9 +123,7 @@ TEST_F(LyricsE2E, LineLimitSettingShowsItsLabelAndPreviewAndIsKept) {
     EXPECT_EQ(ControlText(dialog, IDC_LYRICS_SET_PREVIEW).rfind("这是浏览文\r\n本，显示用\r\n", 0), 0u)
         << ControlText(dialog, IDC_LYRICS_SET_PREVIEW);
     PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), 0);
-    const DWORD start = GetTickCount();
-    while (ReadOption("Gc1Long") != "10" && GetTickCount() - start < kTimeoutMs) Sleep(50);
-    EXPECT_EQ(ReadOption("Gc1Long"), "10");
+    EXPECT_TRUE(WaitFor([] { return ReadOption("Gc1Long").value_or(RegistryValue{}).data == "10"; }));
 }
 
 class InfoEditorE2E : public LyricsE2E {
@@ -180,9 +162,7 @@ TEST_F(InfoEditorE2E, SavedInformationIsThereWhenTheEditorOpensAgain) {
     Press(editor, IDC_INFO_SAVE);
     Expect("完毕", "恭喜！媒体信息保存完毕！");
     Press(editor, IDCANCEL);
-    const DWORD start = GetTickCount();
-    while (IsWindow(editor) && GetTickCount() - start < kTimeoutMs) Sleep(20);
-    ASSERT_FALSE(IsWindow(editor));
+    ASSERT_TRUE(WaitFor([&] { return !IsWindow(editor); }));
     const std::string bytes = ReadBytes(song);
     EXPECT_EQ(bytes.substr(0, audio.size()), audio);  // the audio is untouched
     EXPECT_EQ(bytes.substr(bytes.size() - 128, 3), "TAG");

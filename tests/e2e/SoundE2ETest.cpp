@@ -49,21 +49,12 @@ int Seconds(const std::string& hhmmss) {
     return h * 3600 + m * 60 + s;
 }
 
-bool WaitFor(const std::function<bool()>& condition, DWORD ms = kTimeoutMs) {
-    const DWORD start = GetTickCount();
-    while (!condition()) {
-        if (GetTickCount() - start > ms) return false;
-        Sleep(50);
-    }
-    return true;
-}
-
 // Each test runs once per decoder: the parameter is what "L25" holds ("0" decoder 1, "1" decoder 2).
 class SoundPlayback : public ::testing::TestWithParam<std::string> {
 protected:
     void SetUp() override {
         ASSERT_FALSE(Env(L"LUMORA_E2E_MEDIA").empty()) << "run through tests/e2e/run-sound-tests.sh";
-        WinRegistry().DeleteKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft");
+        ForgetSettings();
         StoreOption("L25", GetParam().c_str());
     }
     void TearDown() override { process_.Kill(); }
@@ -80,6 +71,16 @@ protected:
     std::string LineName(size_t i) {
         const auto lines = ListLines(list_, IDC_PLAYLIST_LINES);
         return i < lines.size() ? lines[i].substr(5, lines[i].size() - 6) : std::string();
+    }
+    // The video window comes up at the picture's size ("L45" 1 and "L46" 0, 原始大小, at start).
+    void ExpectVideoWindow(long width, long height) {
+        HWND video = WaitForWindow(process_.Id(), L"LumoraVideo");
+        ASSERT_NE(video, nullptr);
+        EXPECT_TRUE(WaitFor([&] { return IsWindowVisible(video) != FALSE; }));
+        RECT r;
+        GetClientRect(video, &r);
+        EXPECT_EQ(r.right, width);
+        EXPECT_EQ(r.bottom, height);
     }
     void PlayLine(int index) {
         SendDlgItemMessageW(list_, IDC_PLAYLIST_LINES, LB_SETCURSEL, static_cast<WPARAM>(index - 1), 0);
@@ -230,13 +231,7 @@ TEST_P(SoundPlayback, SpeedSliderAndItsDoubleClickReset) {
 TEST_P(SoundPlayback, VideoOpensItsWindowAtThePicturesSize) {
     ASSERT_NE(Start("\\clip.avi"), nullptr);
     ASSERT_TRUE(Playing());
-    HWND video = WaitForWindow(process_.Id(), L"LumoraVideo");
-    ASSERT_NE(video, nullptr);
-    EXPECT_TRUE(WaitFor([&] { return IsWindowVisible(video) != FALSE; }));
-    RECT r;
-    GetClientRect(video, &r);
-    EXPECT_EQ(r.right, 320);  // "L45" 1 and "L46" 0 (原始大小) at start
-    EXPECT_EQ(r.bottom, 240);
+    ExpectVideoWindow(320, 240);
     Sleep(300);
     Hold("sound", 600, Label("video"));
 }
@@ -244,13 +239,7 @@ TEST_P(SoundPlayback, VideoOpensItsWindowAtThePicturesSize) {
 TEST_P(SoundPlayback, MpegVideoPlaysWithItsPictureAndSound) {
     ASSERT_NE(Start("\\clip.mpg"), nullptr);
     ASSERT_TRUE(Playing());
-    HWND video = WaitForWindow(process_.Id(), L"LumoraVideo");
-    ASSERT_NE(video, nullptr);
-    EXPECT_TRUE(WaitFor([&] { return IsWindowVisible(video) != FALSE; }));
-    RECT r;
-    GetClientRect(video, &r);
-    EXPECT_EQ(r.right, 352);
-    EXPECT_EQ(r.bottom, 240);
+    ExpectVideoWindow(352, 240);
     Sleep(1000);  // the MPEG filters take a moment before the sound flows
     Hold("sound", 1000, Label("mpeg-video"));
 }

@@ -18,59 +18,28 @@ namespace {
 using namespace ids;
 namespace fs = std::filesystem;
 
-void DeleteSettings() { WinRegistry().DeleteKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft"); }
-
-struct RawValue {
-    DWORD type = 0;
-    std::string bytes;
-};
-
-std::optional<RawValue> ReadOption(const wchar_t* name) {
-    HKEY key = nullptr;
-    if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", 0, KEY_READ, &key)) {
-        return std::nullopt;
-    }
-    RawValue v;
-    char data[256] = {};
-    DWORD size = sizeof data;
-    const LONG rc = RegQueryValueExW(key, name, nullptr, &v.type, reinterpret_cast<BYTE*>(data), &size);
-    RegCloseKey(key);
-    if (rc) return std::nullopt;
-    v.bytes.assign(data, size);
-    return v;
-}
-
 class LumoraE2E : public ::testing::Test {
 protected:
     void SetUp() override {
         ASSERT_FALSE(LumoraExe().empty()) << "LUMORA_EXE is not set";
-        DeleteSettings();
-        wchar_t tmp[MAX_PATH];
-        GetTempPathW(MAX_PATH, tmp);
-        media_ = fs::path(tmp) / L"Lumora E2E 音乐";
-        fs::remove_all(media_);
-        fs::create_directories(media_);
+        ForgetSettings();
         // Half a minute of silence in each: they play (so the first entry stays the current one while a
         // test looks) without a sound to disturb the tests that record one.
         const std::string wave = SilentWave(30);
         for (const wchar_t* name : {L"一 Song.mp3", L"two.MP3", L"three.wav", L"readme.txt", L"clip.mpeg"}) {
-            const HANDLE h = CreateFileW((media_ / name).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-            DWORD written = 0;
-            WriteFile(h, wave.data(), static_cast<DWORD>(wave.size()), &written, nullptr);
-            CloseHandle(h);
+            WriteBytes(media_ / name, wave);
         }
     }
     void TearDown() override {
         for (auto& p : processes_) p.Kill();
-        fs::remove_all(media_);
     }
     LumoraProcess& Start(const std::string& tail, const std::wstring& exe = LumoraExe()) {
         processes_.push_back(LumoraProcess::Start(exe, tail));
         return processes_.back();
     }
-    std::string MediaFolder() const { return Narrow(media_.wstring()); }
+    std::string MediaFolder() const { return media_.Text(); }
 
-    fs::path media_;
+    TempFolder media_{L"Lumora E2E 音乐"};
     std::vector<LumoraProcess> processes_;
 };
 
@@ -136,9 +105,7 @@ TEST_F(LumoraE2E, SecondStartWithoutArgumentStartsNoSecondWindow) {
     EXPECT_EQ(code, 0u);
     EXPECT_EQ(AllWindows(kMainClass).size(), 1u);
     // The running window comes back to its normal state at the front.
-    const DWORD start = GetTickCount();
-    while (IsIconic(main) && GetTickCount() - start < kTimeoutMs) Sleep(50);
-    EXPECT_FALSE(IsIconic(main));
+    EXPECT_TRUE(WaitFor([&] { return !IsIconic(main); }));
     EXPECT_TRUE(IsWindowVisible(main));
 }
 
@@ -167,13 +134,12 @@ TEST_F(LumoraE2E, EveryControlOfTheMainWindowHasBalloonHelp) {
     ASSERT_NE(main, nullptr);
     // The component's tip window is the one the main window owns (the playlist has its own).
     HWND tips = nullptr;
-    const DWORD start = GetTickCount();
-    while (!tips && GetTickCount() - start < kTimeoutMs) {
+    WaitFor([&] {
         for (HWND w : AllWindows(L"tooltips_class32")) {
             if (GetWindow(w, GW_OWNER) == main) tips = w;
         }
-        if (!tips) Sleep(50);
-    }
+        return tips != nullptr;
+    });
     ASSERT_NE(tips, nullptr) << "the balloon-tip component made no tip window";
     Children children;
     EnumChildWindows(main, CollectChild, reinterpret_cast<LPARAM>(&children));
@@ -216,21 +182,18 @@ TEST_F(LumoraE2E, ClosingStoresThePositionAsBinaryDecimalText) {
     SetWindowPos(main, nullptr, 120, 90, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
     PostMessageW(main, WM_CLOSE, 0, 0);
     ASSERT_TRUE(p.WaitForExit(kTimeoutMs));
-    for (const wchar_t* name : {L"TOP", L"LEFT"}) {
+    for (const char* name : {"TOP", "LEFT"}) {
         const auto v = ReadOption(name);
         ASSERT_TRUE(v.has_value());
-        EXPECT_EQ(v->type, REG_BINARY);
-        ASSERT_FALSE(v->bytes.empty());
-        for (char c : v->bytes) EXPECT_TRUE(c >= '0' && c <= '9') << v->bytes;
+        EXPECT_EQ(v->kind, RegistryValue::Kind::Binary);
+        ASSERT_FALSE(v->data.empty());
+        for (char c : v->data) EXPECT_TRUE(c >= '0' && c <= '9') << v->data;
     }
-    EXPECT_EQ(ReadOption(L"LEFT")->bytes, std::to_string(120 * 1440 / 96));
+    EXPECT_EQ(ReadOption("LEFT")->data, std::to_string(120 * 1440 / 96));
 }
 
 TEST_F(LumoraE2E, MissingTooltipComponentShowsTheStartupErrorBox) {
-    wchar_t tmp[MAX_PATH];
-    GetTempPathW(MAX_PATH, tmp);
-    const fs::path folder = fs::path(tmp) / L"Lumora without tooltip";
-    fs::create_directories(folder);
+    const TempFolder folder(L"Lumora without tooltip");
     fs::copy_file(LumoraExe(), folder / L"Lumora.exe", fs::copy_options::overwrite_existing);
     LumoraProcess& p = Start("", (folder / L"Lumora.exe").wstring());
     HWND box = WaitForBox("Lumora 启动错误");
@@ -241,7 +204,6 @@ TEST_F(LumoraE2E, MissingTooltipComponentShowsTheStartupErrorBox) {
     EXPECT_EQ(FindWindowOf(p.Id(), kMainClass), nullptr);
     AnswerBox(box, IDOK);
     EXPECT_TRUE(p.WaitForExit(kTimeoutMs));
-    fs::remove_all(folder);
 }
 
 TEST_F(LumoraE2E, PlaylistRefusesToRemoveThePlayingEntryAndMovesThroughTheInputBox) {
@@ -267,9 +229,7 @@ TEST_F(LumoraE2E, PlaylistRefusesToRemoveThePlayingEntryAndMovesThroughTheInputB
     EXPECT_EQ(BoxText(ask), "你想把" + before[2] + " 的位置移动到哪里？\r\n范围:1～3");
     TypeAndConfirm(ask, "2");
     const std::string moved = "002-(" + before[2].substr(5);
-    const DWORD start = GetTickCount();
-    while (ListLines(list, IDC_PLAYLIST_LINES)[1] != moved && GetTickCount() - start < kTimeoutMs) Sleep(50);
-    EXPECT_EQ(ListLines(list, IDC_PLAYLIST_LINES)[1], moved);
+    EXPECT_TRUE(WaitFor([&] { return ListLines(list, IDC_PLAYLIST_LINES)[1] == moved; }));
 }
 
 }  // namespace

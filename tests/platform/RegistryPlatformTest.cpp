@@ -89,15 +89,6 @@ TEST_F(RegistryPlatform, ChineseValueNamesAndValuesRoundTrip) {
     EXPECT_TRUE(prompts.messages.empty());
 }
 
-TEST_F(RegistryPlatform, MissingKeyLoadsEveryDefault) {
-    SettingsStore loaded;
-    loaded.SetText("L1", "99");
-    ASSERT_TRUE(LoadSettings(loaded, wrapper, kScreen));
-    const SettingsStore fresh;
-    for (auto name : SettingsStore::SavedNames()) EXPECT_EQ(loaded.Text(name), fresh.Text(name)) << name;
-    EXPECT_TRUE(prompts.messages.empty());
-}
-
 TEST_F(RegistryPlatform, SavedSettingsLoadBack) {
     SettingsStore store;
     store.SetText("L30", "100");
@@ -138,37 +129,35 @@ TEST_F(RegistryPlatform, KeysAreDeletedChildrenFirst) {
     EXPECT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, L"Software\\LumoraTest", 0, KEY_READ, &key), ERROR_FILE_NOT_FOUND);
 }
 
-// A key whose access list lets nobody in; the owner may still change the list to clean up.
+// A key whose access list lets nobody in, as a limited account sees a machine-wide key; the owner may
+// still change the list to clean up.
 class DeniedKey {
 public:
-    DeniedKey() {
+    DeniedKey(HKEY root, const wchar_t* path) : root_(root), path_(path) { SetAccess(true); }
+    ~DeniedKey() {
+        SetAccess(false);
+        RegDeleteKeyW(root_, path_);
+    }
+
+private:
+    void SetAccess(bool denied) {
         HKEY key = nullptr;
-        RegCreateKeyExW(HKEY_CURRENT_USER, kPath, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr);
+        if (RegCreateKeyExW(root_, path_, 0, nullptr, 0, WRITE_DAC, nullptr, &key, nullptr) != ERROR_SUCCESS) return;
         SECURITY_DESCRIPTOR sd;
         InitializeSecurityDescriptor(&sd, SECURITY_DESCRIPTOR_REVISION);
         alignas(DWORD) BYTE aclBuffer[64];
         auto* acl = reinterpret_cast<ACL*>(aclBuffer);
         InitializeAcl(acl, sizeof aclBuffer, ACL_REVISION);
-        SetSecurityDescriptorDacl(&sd, TRUE, acl, FALSE);
+        SetSecurityDescriptorDacl(&sd, TRUE, denied ? acl : nullptr, FALSE);
         RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, &sd);
         RegCloseKey(key);
     }
-    ~DeniedKey() {
-        HKEY key = nullptr;
-        if (RegOpenKeyExW(HKEY_CURRENT_USER, kPath, 0, WRITE_DAC, &key) == ERROR_SUCCESS) {
-            SECURITY_DESCRIPTOR sd;
-            InitializeSecurityDescriptor(&sd, SECURITY_DESCRIPTOR_REVISION);
-            SetSecurityDescriptorDacl(&sd, TRUE, nullptr, FALSE);
-            RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, &sd);
-            RegCloseKey(key);
-        }
-        RegDeleteKeyW(HKEY_CURRENT_USER, kPath);
-    }
-    static constexpr const wchar_t* kPath = L"Software\\LumoraDenied";
+    HKEY root_;
+    const wchar_t* path_;
 };
 
 TEST_F(RegistryPlatform, DeniedOrMalformedPathsGiveTheWrappersTexts) {
-    DeniedKey denied;
+    DeniedKey denied(HKEY_CURRENT_USER, L"Software\\LumoraDenied");
     EXPECT_FALSE(wrapper.WriteValue("HKEY_CURRENT_USER\\Software\\LumoraDenied", "L1", "1"));
     EXPECT_EQ(wrapper.ReadValue("HKEY_CURRENT_USER\\Software\\LumoraDenied", "L1"), "");
     EXPECT_FALSE(wrapper.WriteValue("HKLM\\SOFTWARE\\Tavrinsoft", "L1", "1"));
@@ -185,26 +174,13 @@ TEST_F(RegistryPlatform, DeniedOrMalformedPathsGiveTheWrappersTexts) {
 TEST_F(RegistryPlatform, DeniedKeyAbandonsTheLoadWithOneBox) {
     // Load reads the real settings key; deny it and the store must stay as it was.
     ASSERT_TRUE(SaveSettings(SettingsStore(), wrapper, "0.1.0", "C:\\L"));
-    HKEY key = nullptr;
-    ASSERT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", 0, WRITE_DAC, &key),
-              ERROR_SUCCESS);
-    SECURITY_DESCRIPTOR sd;
-    InitializeSecurityDescriptor(&sd, SECURITY_DESCRIPTOR_REVISION);
-    alignas(DWORD) BYTE aclBuffer[64];
-    auto* acl = reinterpret_cast<ACL*>(aclBuffer);
-    InitializeAcl(acl, sizeof aclBuffer, ACL_REVISION);
-    SetSecurityDescriptorDacl(&sd, TRUE, acl, FALSE);
-    ASSERT_EQ(RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, &sd), ERROR_SUCCESS);
+    DeniedKey denied(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup");
 
     SettingsStore store;
     store.SetText("L1", "42");
     EXPECT_FALSE(LoadSettings(store, wrapper, kScreen));
     EXPECT_EQ(store.Text("L1"), "42");
     EXPECT_EQ(prompts.messages, (std::vector<Message>{{"Access to this key is denied", "Lumora"}}));
-
-    SetSecurityDescriptorDacl(&sd, TRUE, nullptr, FALSE);
-    RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, &sd);
-    RegCloseKey(key);
 }
 
 }  // namespace
