@@ -20,6 +20,7 @@ constexpr int kPanelIds[] = {ids::IDC_STREAM_TITLE,     ids::IDC_STREAM_BIT_RATE
                              ids::IDC_STREAM_LAYER,     ids::IDC_STREAM_TOTAL_FRAMES, ids::IDC_STREAM_FRAMES_READ,
                              ids::IDC_STREAM_FLAGS,     ids::IDC_STREAM_MPEG,         ids::IDC_STREAM_MS_PER_FRAME,
                              ids::IDC_STREAM_TOTAL_TIME};
+static_assert(std::size(kPanelIds) == 10, "one remembered text for each panel line");
 
 // Room kept at the bottom of the spectrum for the two lyrics lines.
 constexpr int kLyricsMargin = 4;
@@ -163,18 +164,18 @@ void AudioDisplayWindow::SetBands(const std::array<float, kSpectrumBands>& bands
 void AudioDisplayWindow::SetStreamTexts(const StreamPanelTexts& t) {
     const std::string* texts[] = {&t.title,      &t.bitRate, &t.frequency, &t.layer,      &t.totalFrames,
                                   &t.framesRead, &t.flags,   &t.mpeg,      &t.msPerFrame, &t.totalTime};
-    for (size_t i = 0; i < std::size(kPanelIds); ++i) {
-        const std::wstring text = Widen(*texts[i]);
-        wchar_t now[512] = {};
-        GetDlgItemTextW(hwnd_, kPanelIds[i], now, 512);
-        if (text != now) SetDlgItemTextW(hwnd_, kPanelIds[i], text.c_str());
-    }
+    for (size_t i = 0; i < std::size(kPanelIds); ++i) SetPanelLine(i, *texts[i]);
+}
+
+void AudioDisplayWindow::SetPanelLine(size_t i, const std::string& text) {
+    // The progress timer sends the panel four times a second: only what changed is set.
+    if (panelShown_[i] == text) return;
+    panelShown_[i] = text;
+    SetDlgItemTextW(hwnd_, kPanelIds[i], Widen(text).c_str());
 }
 
 void AudioDisplayWindow::SetInfoLines(const std::vector<std::string>& lines) {
-    for (size_t i = 0; i < std::size(kPanelIds); ++i) {
-        SetDlgItemTextW(hwnd_, kPanelIds[i], i < lines.size() ? Widen(lines[i]).c_str() : L"");
-    }
+    for (size_t i = 0; i < std::size(kPanelIds); ++i) SetPanelLine(i, i < lines.size() ? lines[i] : std::string());
 }
 
 void AudioDisplayWindow::Paint(HDC dc) {

@@ -42,6 +42,7 @@ private:
     void Paint(HDC dc);
 
     void PlaceLyrics();
+    void SetPanelLine(size_t i, const std::string& text);
     HFONT LyricsFont(int points);
 
     HWND owner_ = nullptr;
@@ -51,6 +52,7 @@ private:
     HBRUSH background_ = nullptr;
     IPicture* picture_ = nullptr;
     std::array<float, kSpectrumBands> bands_{};
+    std::array<std::string, 10> panelShown_;  // what each stream panel line shows now
 };
 
 }  // namespace lumora
