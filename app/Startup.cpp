@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "platform/FileSystem.h"
+#include "ports/FileSystem.h"
 #include "settings/IniFiles.h"
 #include "settings/RegistryWrapper.h"
 #include "settings/SettingsStore.h"

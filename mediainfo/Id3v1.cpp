@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "mediainfo/TrailingTags.h"
-#include "platform/FileSystem.h"
-#include "platform/TextCodec.h"
+#include "ports/FileSystem.h"
+#include "ports/TextCodec.h"
 
 namespace lumora {
 namespace {

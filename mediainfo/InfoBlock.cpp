@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "mediainfo/LyricsTiming.h"
-#include "platform/FileSystem.h"
-#include "platform/TextCodec.h"
+#include "ports/FileSystem.h"
+#include "ports/TextCodec.h"
 
 namespace lumora {
 namespace {

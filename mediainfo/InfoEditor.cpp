@@ -4,8 +4,8 @@
 
 #include "mediainfo/LyricsTiming.h"
 #include "mediainfo/QgcFile.h"
-#include "platform/FileSystem.h"
-#include "platform/Prompts.h"
+#include "ports/FileSystem.h"
+#include "ports/Prompts.h"
 
 namespace lumora {
 namespace {

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <vector>
 
-#include "platform/FileSystem.h"
-#include "platform/TextCodec.h"
+#include "ports/FileSystem.h"
+#include "ports/TextCodec.h"
 
 namespace lumora {
 namespace {

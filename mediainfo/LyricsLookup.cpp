@@ -5,8 +5,8 @@
 #include "mediainfo/LyricsTiming.h"
 #include "mediainfo/QgcFile.h"
 #include "mediainfo/SmiReader.h"
-#include "platform/FileSystem.h"
-#include "platform/TextCodec.h"
+#include "ports/FileSystem.h"
+#include "ports/TextCodec.h"
 #include "settings/IniFiles.h"
 
 namespace lumora {

@@ -3,8 +3,8 @@
 #include <vector>
 
 #include "mediainfo/LrcReader.h"
-#include "platform/FileSystem.h"
-#include "platform/TextCodec.h"
+#include "ports/FileSystem.h"
+#include "ports/TextCodec.h"
 
 namespace lumora {
 namespace {

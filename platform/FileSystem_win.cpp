@@ -3,7 +3,7 @@
 #include <shlobj.h>
 #include <windows.h>
 
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 
 namespace lumora {
 namespace {

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "playback/ControlPort.h"
-#include "playback/MciPort.h"
+#include "ports/ControlPort.h"
+#include "ports/MciPort.h"
 
 namespace lumora {
 

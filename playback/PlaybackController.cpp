@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/Prompts.h"
+#include "ports/Prompts.h"
 #include "playlist/QueueController.h"
 #include "settings/SettingsStore.h"
 

@@ -1,6 +1,6 @@
 #include "playlist/DefaultList.h"
 
-#include "platform/Prompts.h"
+#include "ports/Prompts.h"
 #include "playlist/ListFile.h"
 #include "settings/SettingsStore.h"
 

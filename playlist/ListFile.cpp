@@ -5,8 +5,8 @@
 #include <optional>
 
 #include "mediainfo/MpegAudioParser.h"
-#include "platform/FileSystem.h"
-#include "platform/TextCodec.h"
+#include "ports/FileSystem.h"
+#include "ports/TextCodec.h"
 #include "playlist/MediaTest.h"
 
 namespace lumora {

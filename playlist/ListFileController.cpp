@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "platform/Prompts.h"
+#include "ports/Prompts.h"
 #include "playlist/ListFile.h"
 #include "settings/SettingsStore.h"
 

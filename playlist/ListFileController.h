@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/FileSystem.h"
+#include "ports/FileSystem.h"
 #include "playlist/QueueController.h"
 
 namespace lumora {

@@ -6,10 +6,10 @@
 
 #include "mediainfo/Id3v1.h"
 #include "mediainfo/TrailingTags.h"
-#include "platform/Prompts.h"
-#include "platform/TextCodec.h"
+#include "ports/Prompts.h"
+#include "ports/TextCodec.h"
 #include "playlist/ListFile.h"
-#include "settings/Registry.h"
+#include "ports/Registry.h"
 #include "settings/RegistryWrapper.h"
 #include "settings/SettingsStore.h"
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <utility>
 
-#include "platform/FileSystem.h"
-#include "platform/Prompts.h"
+#include "ports/FileSystem.h"
+#include "ports/Prompts.h"
 #include "playlist/MediaTest.h"
 
 namespace lumora {

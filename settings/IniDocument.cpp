@@ -1,6 +1,6 @@
 #include "settings/IniDocument.h"
 
-#include "platform/TextCodec.h"
+#include "ports/TextCodec.h"
 
 namespace lumora {
 namespace {

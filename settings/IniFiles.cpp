@@ -1,6 +1,6 @@
 #include "settings/IniFiles.h"
 
-#include "platform/FileSystem.h"
+#include "ports/FileSystem.h"
 #include "settings/IniDocument.h"
 
 namespace lumora {

@@ -1,8 +1,8 @@
 #include "settings/SettingsBackup.h"
 
-#include "platform/FileSystem.h"
-#include "platform/ProcessRunner.h"
-#include "platform/Prompts.h"
+#include "ports/FileSystem.h"
+#include "ports/ProcessRunner.h"
+#include "ports/Prompts.h"
 #include "settings/SettingsStore.h"
 
 namespace lumora {

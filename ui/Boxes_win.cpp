@@ -1,6 +1,6 @@
 #include "ui/Boxes_win.h"
 
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 #include "ui/DialogTemplate_win.h"
 #include "ui/Theme_win.h"
 

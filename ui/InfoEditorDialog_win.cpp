@@ -4,7 +4,7 @@
 
 #include "app/Version.h"
 #include "mediainfo/InfoEditor.h"
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 #include "ui/ControlIds.h"
 #include "ui/DialogTemplate_win.h"
 #include "ui/Prompts_win.h"

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "mediainfo/LyricsTiming.h"
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 #include "ui/ControlIds.h"
 #include "ui/DialogTemplate_win.h"
 #include "ui/Prompts_win.h"

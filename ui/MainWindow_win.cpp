@@ -5,8 +5,8 @@
 
 #include "mediainfo/ListInfo.h"
 #include "mediainfo/LyricsTiming.h"
-#include "platform/FileSystem.h"
-#include "platform/WinText.h"
+#include "ports/FileSystem.h"
+#include "platform/WinText_win.h"
 #include "playback/TransportTexts.h"
 #include "playback/VideoSizing.h"
 #include "settings/IniFiles.h"

@@ -16,6 +16,7 @@
 #include "platform/Mci_win.h"
 #include "platform/Volume_win.h"
 #include "playback/EngineDecoder.h"
+#include "playback/Mp3Player.h"
 #include "playback/MediaEngine.h"
 #include "playback/PlaybackController.h"
 #include "playback/StreamPanelFeed.h"

@@ -4,7 +4,7 @@
 
 #include <commctrl.h>
 
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 #include "settings/RegistryWrapper.h"
 #include "settings/SettingsStore.h"
 #include "ui/ControlIds.h"

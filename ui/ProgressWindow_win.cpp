@@ -1,6 +1,6 @@
 #include "ui/ProgressWindow_win.h"
 
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 #include "ui/ControlIds.h"
 #include "ui/Theme_win.h"
 #include "ui/WindowClass_win.h"
