@@ -4,6 +4,7 @@
 
 #include "ports/FileSystem.h"
 #include "settings/IniFiles.h"
+#include "settings/OptionNames.h"
 #include "settings/RegistryWrapper.h"
 #include "settings/SettingsStore.h"
 
@@ -82,7 +83,7 @@ std::optional<OsIdentity> IdentifyOs(const OsVersion& version) {
 }
 
 void ApplyOsOverrides(SettingsStore& settings, std::string_view osCode) {
-    if (osCode == "98" || osCode == "ME") settings.SetText("L65", "0");
+    if (osCode == "98" || osCode == "ME") settings.SetText(opt::kXpMenus, "0");
 }
 
 bool IsHelpRequest(std::string_view tail) { return tail == "?" || tail == "/?" || tail == "-?"; }
@@ -206,7 +207,7 @@ StartupResult RunStartup(StartupPorts ports, const OsVersion& version, std::stri
     result.argument = RebuildPath(tail, ports.paths);
 
     mark(kMarkReadL44);
-    const std::string stored = std::string(Trim(ports.registry.ReadValue(kSetupKeyPath, "L44")));
+    const std::string stored = std::string(Trim(ports.registry.ReadValue(kSetupKeyPath, opt::kSamePlayer)));
     const bool singleInstance = stored != "0";
 
     mark(kMarkSingle);
@@ -232,7 +233,7 @@ StartupResult RunStartup(StartupPorts ports, const OsVersion& version, std::stri
 
 HandOffAction PollHandOff(IniFiles& ini, const SettingsStore& settings) {
     HandOffAction action;
-    if (ReadScratchValue(ini).empty() || settings.Text("L44") != "1") return action;
+    if (ReadScratchValue(ini).empty() || settings.Text(opt::kSamePlayer) != "1") return action;
     const std::string slot = ReadScratchValue(ini);
     if (slot == "*") {
         action.bringToFront = true;
@@ -241,7 +242,7 @@ HandOffAction PollHandOff(IniFiles& ini, const SettingsStore& settings) {
     }
     WriteScratchValue(ini, "");
     // "使用同一播放器时，播放新的媒体文件或列表文件时返回主界面"
-    if (settings.Text("L66") == "1") action.bringToFront = true;
+    if (settings.Text(opt::kSamePlayerShowsMain) == "1") action.bringToFront = true;
     return action;
 }
 

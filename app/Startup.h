@@ -36,7 +36,7 @@ struct OsIdentity {
 // label and the program-wide code stays empty.
 std::optional<OsIdentity> IdentifyOs(const OsVersion& version);
 
-// On Windows 98 and ME the XP-style menus ("L65") are off whatever the registry holds.
+// On Windows 98 and ME the XP-style menus (opt::kXpMenus) are off whatever the registry holds.
 void ApplyOsOverrides(SettingsStore& settings, std::string_view osCode);
 
 // ---- Command line --------------------------------------------------------------------------

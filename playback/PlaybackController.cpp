@@ -9,6 +9,7 @@
 #include "ports/Prompts.h"
 #include "playlist/QueueController.h"
 #include "settings/SettingsStore.h"
+#include "settings/OptionNames.h"
 
 namespace lumora {
 namespace {
@@ -100,11 +101,11 @@ std::string PlaybackController::FormatTime(long long ms) {
 }
 
 Decoder& PlaybackController::ChosenDecoder(const std::string& path) {
-    // "L25" "0" is decoder 1, for the MPEG audio it plays; everything else goes to the media engine.
+    // opt::kDecoder "0" is decoder 1, for the MPEG audio it plays; everything else goes to the media engine.
     std::string ending = path.size() >= 4 ? path.substr(path.size() - 4) : path;
     for (auto& c : ending) c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
     const bool mpegAudio = ending == ".mp1" || ending == ".mp2" || ending == ".mp3";
-    if (mpegAudio && deps_.settings.Text("L25") == "0" && deps_.decoder1) return *deps_.decoder1;
+    if (mpegAudio && deps_.settings.Text(opt::kDecoder) == "0" && deps_.decoder1) return *deps_.decoder1;
     return deps_.decoder2;
 }
 
@@ -164,7 +165,7 @@ void PlaybackController::CannotPlay(const std::string& path) {
     Show();
     const MediaEntry* entry = deps_.queue.Queue().CurrentEntry();
     const std::string name = entry ? entry->name : path;
-    if (deps_.settings.Text("L16") == "1") {
+    if (deps_.settings.Text(opt::kAskOnUnplayable) == "1") {
         if (deps_.prompts.AskYesNo(name + std::string(kCannotPlayQuestion), kCannotPlayTitle)) {
             Next();
         } else {
@@ -262,14 +263,14 @@ void PlaybackController::Next() {
 void PlaybackController::Back() {
     if (!decoder_) return;
     const long long pos = decoder_->PositionMs();
-    decoder_->Seek(std::max(0LL, pos - 1000 * deps_.settings.Number("L1").value_or(5)));
+    decoder_->Seek(std::max(0LL, pos - 1000 * deps_.settings.Number(opt::kBackSeconds).value_or(5)));
 }
 
 void PlaybackController::Forward() {
     if (!decoder_) return;
     const long long pos = decoder_->PositionMs();
     const long long length = decoder_->LengthMs();
-    long long target = pos + 1000 * deps_.settings.Number("L2").value_or(5);
+    long long target = pos + 1000 * deps_.settings.Number(opt::kForwardSeconds).value_or(5);
     if (length > 0 && target > length) target = length;
     decoder_->Seek(target);
 }
@@ -377,7 +378,7 @@ void PlaybackController::SetVolume(int level) {
     texts_.volumeTip = VolumeTip(level);
     texts_.statusLine = "当前音量为：" + std::to_string(level * 5) + "%";
     // "关闭音量渐变功能": the mixer goes straight to the new level.
-    if (deps_.settings.Text("L60") == "1") {
+    if (deps_.settings.Text(opt::kNoVolumeFade) == "1") {
         mixerLevel_ = level;
         deps_.volume.SetLevel(level);
     }

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "settings/SettingsStore.h"
+#include "settings/OptionNames.h"
 
 namespace lumora {
 
@@ -14,14 +15,14 @@ double VideoScale(int index) {
 
 VideoPlacement PlaceVideo(long pictureWidth, long pictureHeight, long screenWidth, long screenHeight,
                           const SettingsStore& settings) {
-    const long long l45 = settings.Number("L45").value_or(1);
+    const long long l45 = settings.Number(opt::kVideoStartSize).value_or(1);
     if (l45 == 0) return {VideoPlacement::Kind::FullScreen};
     if (l45 == 2 || pictureWidth <= 0 || pictureHeight <= 0) return {VideoPlacement::Kind::Keep};
-    const double scale = VideoScale(static_cast<int>(settings.Number("L46").value_or(0)));
+    const double scale = VideoScale(static_cast<int>(settings.Number(opt::kVideoScale).value_or(0)));
     const long width = std::lround(static_cast<double>(pictureWidth) * scale);
     const long height = std::lround(static_cast<double>(pictureHeight) * scale);
     if (width <= screenWidth && height <= screenHeight) return {VideoPlacement::Kind::Size, width, height};
-    switch (settings.Number("L47").value_or(1)) {
+    switch (settings.Number(opt::kSmallVideoSize).value_or(1)) {
         case 0: return {VideoPlacement::Kind::FullScreen};
         case 2: return {VideoPlacement::Kind::Keep};
         default: return {VideoPlacement::Kind::Size, pictureWidth, pictureHeight};

@@ -3,6 +3,7 @@
 #include "ports/Prompts.h"
 #include "playlist/ListFile.h"
 #include "settings/SettingsStore.h"
+#include "settings/OptionNames.h"
 
 namespace lumora {
 namespace {
@@ -38,7 +39,7 @@ DefaultList::Built DefaultList::Build(FilterProgress* progress, std::string& byt
     const PlayQueue& queue = queue_.Queue();
     const std::string& folder = queue.Folder();
     if (queue.Count() == 0 || fs_.DriveType(folder) != DriveKind::Fixed) return Built::NotFixed;
-    // Always filtered, whatever "L13" says: a list played at every start must not hold dead names.
+    // Always filtered, whatever opt::kFilterLists says: a list played at every start must not hold dead names.
     FilterResult filtered = FilterNames(fs_, folder, QueueListNames(queue), progress, kSaveProgressTitle);
     if (filtered.cancelled) return Built::Cancelled;
     if (filtered.kept.size() < 2) return Built::TooFew;
@@ -83,7 +84,7 @@ SaveOutcome DefaultList::SaveDefaultList() {
 }
 
 bool DefaultList::SaveDefaultListOnExit() {
-    if (!settings_.IsOn(kSaveDefaultOnExitOption)) return false;
+    if (!settings_.IsOn(opt::kSaveListOnExit)) return false;
     std::string bytes;
     std::string unstorable;
     return Build(nullptr, bytes, unstorable) == Built::Ok && fs_.WriteFileAtomic(Path(), bytes);
@@ -97,7 +98,7 @@ DefaultListLoad DefaultList::LoadDefaultList() {
     if (read.status == ListReadStatus::Unreadable) return DefaultListLoad::None;
     if (read.status == ListReadStatus::Ok) {
         const FilterResult filtered = FilterNames(fs_, read.list.folder, read.list.names);
-        const bool plays = settings_.IsOn(kDefaultListPlaysOption);
+        const bool plays = settings_.IsOn(opt::kDefaultListPlays);
         if (lists_.ReplaceQueue(read.list.folder, filtered.kept, plays)) {
             return plays ? DefaultListLoad::Playing : DefaultListLoad::Waiting;
         }

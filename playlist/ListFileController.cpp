@@ -5,6 +5,7 @@
 #include "ports/Prompts.h"
 #include "playlist/ListFile.h"
 #include "settings/SettingsStore.h"
+#include "settings/OptionNames.h"
 
 namespace lumora {
 namespace {
@@ -136,7 +137,7 @@ SaveOutcome ListFileController::SaveListFile() {
     if (!chosen || chosen->empty()) return SaveOutcome::Cancelled;
     const std::string path = WithListExtension(*chosen);
 
-    const bool filtering = settings_.IsOn(kFilterOption);
+    const bool filtering = settings_.IsOn(opt::kFilterLists);
     std::vector<std::string> names = QueueListNames(queue);
     if (filtering) {
         FilterResult filtered = FilterNames(fs_, folder, names, &progress_, kSaveProgressTitle);
@@ -182,7 +183,7 @@ AddOutcome ListFileController::LoadListFile(const std::string& path) {
     }
 
     bool filtering = false;
-    if (list.flag == "0" && !settings_.IsOn(kSkipFilterQuestion)) {
+    if (list.flag == "0" && !settings_.IsOn(opt::kSkipListFilterQuestion)) {
         filtering = prompts_.AskYesNo(kFilterQuestionText, kFilterQuestionTitle);
     }
     // A list elsewhere than on a fixed disk is filtered anyway, so that names whose files cannot be reached drop out.

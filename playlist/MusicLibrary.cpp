@@ -12,6 +12,7 @@
 #include "ports/Registry.h"
 #include "settings/RegistryWrapper.h"
 #include "settings/SettingsStore.h"
+#include "settings/OptionNames.h"
 
 namespace lumora {
 namespace {
@@ -265,7 +266,7 @@ bool MusicLibrary::PrepareList(LibraryList& list) {
 }
 
 std::string MusicLibrary::ProposedName(const MediaEntry& source) {
-    if (settings_.IsOn(kRenameProposalOption)) {
+    if (settings_.IsOn(opt::kLibraryNameIsTitle)) {
         // The tag sits within the last kId3v1SearchSpan bytes: the rest of the file is not read.
         const long long size = fs_.FileSize(source.path);
         const long long from = std::max(0LL, size - static_cast<long long>(kId3v1SearchSpan));
@@ -318,7 +319,7 @@ LibraryAdd MusicLibrary::AddCurrentToLibrary() {
     const MediaEntry source = *current;
     LibraryList list;
     if (!PrepareList(list)) return LibraryAdd::NoLibrary;
-    const LibraryAdd result = AddOne(source, list, settings_.IsOn(kRenameBoxOption));
+    const LibraryAdd result = AddOne(source, list, settings_.IsOn(opt::kLibraryRenameBox));
     switch (result) {
         case LibraryAdd::Added:
         case LibraryAdd::AddedRenamed:
@@ -371,7 +372,7 @@ bool MusicLibrary::AddAllToLibrary() {
             copyView_.AddLine(source.name + std::string(LibraryMarker(LibraryAdd::CancelledByUser)));
             break;
         }
-        // The rename box comes only for a clash here: "L32" is about adding one file.
+        // The rename box comes only for a clash here: opt::kLibraryRenameBox is about adding one file.
         const LibraryAdd result = AddOne(source, list, false);
         copyView_.AddLine(source.name + std::string(LibraryMarker(result)));
     }
