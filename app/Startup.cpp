@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "common/Text.h"
 #include "ports/FileSystem.h"
 #include "settings/IniFiles.h"
 #include "settings/OptionNames.h"
@@ -43,12 +44,6 @@ constexpr std::array<OsRow, 7> kOsTable{{
     {OsPlatform::NT, 5, 0, "Windows 2000", "2K"},
     {OsPlatform::NT, 5, 1, "Windows XP", "XP"},
 }};
-
-std::string_view Trim(std::string_view s) {
-    while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
-    while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
-    return s;
-}
 
 constexpr std::string_view kClsid = "{F2E3C6F5-2F8F-41F9-BDA5-8E19A020CA7E}";
 constexpr std::string_view kTypeLib = "{D05692C8-7F34-4772-83F7-14DBBCB0433F}";

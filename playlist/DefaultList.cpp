@@ -1,5 +1,6 @@
 #include "playlist/DefaultList.h"
 
+#include "common/Titles.h"
 #include "ports/Prompts.h"
 #include "playlist/ListFile.h"
 #include "settings/SettingsStore.h"
@@ -9,7 +10,6 @@ namespace lumora {
 namespace {
 
 constexpr std::string_view kSaveProgressTitle = "保存默认列表文件";
-constexpr std::string_view kErrorTitle = "错误";
 constexpr std::string_view kNotFixedBefore = "当前打开的文件在";
 constexpr std::string_view kNotFixedAfter =
     "盘，不是固定硬盘。因此不能制作默认列表文件，请把文件拷入固定硬盘后在制作默认列表文件。";
@@ -24,9 +24,7 @@ constexpr std::string_view kDamagedTitle = "默认列表文件错误";
 constexpr std::string_view kNotSetText = "对不起！您还没有设置默认列表文件。";
 constexpr std::string_view kNotSetTitle = "没有设置";
 constexpr std::string_view kDeletedText = "默认列表文件已删除。";
-constexpr std::string_view kDeletedTitle = "删除完毕";
 constexpr std::string_view kDeleteFailedText = "默认列表文件删除失败。";
-constexpr std::string_view kDeleteFailedTitle = "删除失败";
 
 }  // namespace
 

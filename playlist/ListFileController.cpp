@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "common/Text.h"
+#include "common/Titles.h"
 #include "ports/Prompts.h"
 #include "playlist/ListFile.h"
 #include "settings/SettingsStore.h"
@@ -15,7 +17,6 @@ constexpr std::string_view kListFilter = "QLB Lumora列表文件 (*.QLB)|*.QLB";
 constexpr std::string_view kListExtension = "QLB";
 constexpr std::string_view kSaveProgressTitle = "保存列表文件";
 constexpr std::string_view kLoadProgressTitle = "加载列表文件";
-constexpr std::string_view kErrorTitle = "错误";
 constexpr std::string_view kSaveErrorText = "错误请重新操作，保存列表文件操作。";
 constexpr std::string_view kNothingLeftOnSaveText =
     "没有一个文件剩下来，原因有三个：1、只选择一个文件，程序不会保存只有一个文件的列表文件。2、没有一个是媒体文件，程序"
@@ -96,9 +97,7 @@ std::string DriveRefusalText(std::string_view letter, bool loading) {
 std::string WithListExtension(std::string_view path) {
     std::string result(path);
     if (result.size() >= 4) {
-        std::string ending = result.substr(result.size() - 4);
-        for (char& c : ending) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-        if (ending == ".qlb") return result;
+        if (EndsWithIgnoringAsciiCase(result, ".qlb")) return result;
     }
     return result + "." + std::string(kListExtension);
 }

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <limits>
 
+#include "common/Text.h"
 #include "settings/RegistryWrapper.h"
 #include "settings/OptionNames.h"
 
@@ -143,12 +144,8 @@ constexpr auto MakeNames(size_t from, size_t count) {
 constexpr auto kSavedNames = MakeNames(0, kSavedCount);
 constexpr auto kPositionNames = MakeNames(kSavedCount, kOptions.size() - kSavedCount);
 
-std::string_view TrimBlanks(std::string_view s) {
-    // A value written with a terminator by another tool still reads as its text.
-    while (!s.empty() && (s.back() == '\0' || s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
-    while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
-    return s;
-}
+// A value written with a terminator by another tool still reads as its text.
+std::string_view TrimBlanks(std::string_view s) { return Trim(s, kBlanks, std::string_view(" \t\0", 3)); }
 
 bool HasControlCharacter(std::string_view s) {
     for (char c : s) {

@@ -116,7 +116,7 @@ bool AudioDisplayWindow::Create(HWND owner) {
     RECT o;
     GetWindowRect(owner, &o);
     hwnd_ =
-        CreateWindowExW(WS_EX_TOOLWINDOW, kClass, L"音频\\歌词显示", WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME,
+        CreateWindowExW(WS_EX_TOOLWINDOW, kClass, kLyricsWindowCaption, WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME,
                         o.left, o.bottom, o.right - o.left, 184, owner, nullptr, GetModuleHandleW(nullptr), this);
     if (!hwnd_) return false;
     int y = 4;

@@ -13,6 +13,9 @@
 
 namespace lumora {
 
+// The window's caption, also the main menu item that shows and hides it.
+inline constexpr wchar_t kLyricsWindowCaption[] = L"音频\\歌词显示";
+
 class AudioDisplayWindow {
 public:
     AudioDisplayWindow() = default;

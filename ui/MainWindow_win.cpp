@@ -24,6 +24,9 @@ namespace {
 
 using namespace ids;
 
+constexpr std::string_view kAssignLyricsTitle = "指定歌词文件";
+constexpr std::string_view kAddToLibraryText = "添加文件到“我的音乐库”";
+
 // The running instance looks for a second start's argument this often.
 constexpr UINT_PTR kHandOffTimer = 3;
 constexpr UINT kHandOffMs = 500;
@@ -97,7 +100,7 @@ MainWindow::MainWindow(MainWindowServices services)
       lyrics_(services.files, *this) {}
 
 void CopyLogWindow::Open(std::string_view header) {
-    window_.Open(owner_, "添加文件到“我的音乐库”");
+    window_.Open(owner_, kAddToLibraryText);
     window_.AddLine(std::string(header));
 }
 
@@ -584,7 +587,7 @@ void MainWindow::AssignLyrics() {
     const PlayQueue& queue = queue_.Queue();
     const MediaEntry* playing = queue.EntryAt(queue.Current());
     if (!playing) {
-        services_.prompts.ShowMessage("当前没有文件播放，无法指定歌词文件。", "指定歌词文件");
+        services_.prompts.ShowMessage("当前没有文件播放，无法指定歌词文件。", kAssignLyricsTitle);
         return;
     }
     const auto lyrics = services_.prompts.AskOpenFileName("为当前播放的文件指定歌词文件",
@@ -595,10 +598,10 @@ void MainWindow::AssignLyrics() {
             lyrics_.Load(playing->path);
             break;
         case AssignResult::NotStorable:
-            services_.prompts.ShowMessage("歌词文件的路径或媒体文件名含有无法保存的字符，无法指定。", "指定歌词文件");
+            services_.prompts.ShowMessage("歌词文件的路径或媒体文件名含有无法保存的字符，无法指定。", kAssignLyricsTitle);
             break;
         case AssignResult::Failed:
-            services_.prompts.ShowMessage("无法写入歌词记录文件 zvplaygc.ini。", "指定歌词文件");
+            services_.prompts.ShowMessage("无法写入歌词记录文件 zvplaygc.ini。", kAssignLyricsTitle);
             break;
     }
 }
@@ -776,13 +779,13 @@ void MainWindow::OnContextMenu(int x, int y) {
     AppendMenuW(library, MF_STRING, IDM_LIBRARY_ADD_CURRENT, L"把当前正在播放的文件保存到‘我的音乐库’。");
     AppendMenuW(library, MF_STRING, IDM_LIBRARY_ADD_ALL, L"把当前所有文件保存到‘我的音乐库’");
     AppendMenuW(menu, MF_STRING, IDM_LIBRARY_LOAD, L"打开‘我的音乐库’");
-    AppendMenuW(menu, MF_POPUP, reinterpret_cast<UINT_PTR>(library), L"添加文件到“我的音乐库”");
+    AppendMenuW(menu, MF_POPUP, reinterpret_cast<UINT_PTR>(library), Widen(kAddToLibraryText).c_str());
     AppendMenuW(menu, MF_STRING, IDM_LIBRARY_CHANGE, L"更改“我的音乐库”的路径");
     AppendMenuW(menu, MF_STRING, IDM_LIBRARY_DELETE, L"删除“我的音乐库”");
     AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
     AppendMenuW(menu, MF_STRING, IDM_MEDIA_INFO, L"媒体信息编辑(&I)...");
     AppendMenuW(menu, MF_STRING, IDM_ASSIGN_LYRICS, L"为当前文件指定歌词文件...");
-    AppendMenuW(menu, MF_STRING | (display_.Visible() ? MF_CHECKED : 0), IDM_LYRICS_WINDOW, L"音频\\歌词显示");
+    AppendMenuW(menu, MF_STRING | (display_.Visible() ? MF_CHECKED : 0), IDM_LYRICS_WINDOW, kLyricsWindowCaption);
     AppendMenuW(menu, MF_STRING, IDM_LYRICS_SETTINGS, L"歌词显示设置...");
     AppendMenuW(menu, MF_STRING | (IsWindowVisible(playlist_.Handle()) ? MF_CHECKED : 0), IDM_SHOW_PLAYLIST,
                 L"文件列表(&L)");
