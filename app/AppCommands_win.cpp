@@ -3,7 +3,7 @@
 #include "app/App_win.h"
 
 #include "mediainfo/LyricsLookup.h"
-#include "platform/FileSystem.h"
+#include "ports/FileSystem.h"
 #include "ui/ControlIds.h"
 #include "ui/InfoEditorDialog_win.h"
 #include "ui/LyricsSettingsDialog_win.h"
@@ -16,6 +16,7 @@ using namespace ids;
 using Kind = MenuSlot::Kind;
 
 constexpr std::string_view kAssignLyricsTitle = "指定歌词文件";
+
 
 constexpr MenuSlot kMainMenu[] = {
     {Kind::Item, IDM_OPEN_FILES},
@@ -75,7 +76,7 @@ void App::BuildCommands() {
     add({IDM_LIBRARY_DELETE}, "删除“我的音乐库”", [this] { library_.DeleteLibrary(); });
     add({IDM_MEDIA_INFO}, "媒体信息编辑(&I)...", [this] { OpenInfoEditor(); });
     add({IDM_ASSIGN_LYRICS}, "为当前文件指定歌词文件...", [this] { AssignLyrics(); });
-    add({IDM_LYRICS_WINDOW}, "音频\\歌词显示", [this] { display_.Toggle(); }, CheckedWhileLyricsWindowShown);
+    add({IDM_LYRICS_WINDOW}, kLyricsWindowCaption, [this] { display_.Toggle(); }, CheckedWhileLyricsWindowShown);
     add({IDM_LYRICS_SETTINGS}, "歌词显示设置...", [this] { EditLyricsSettings(); });
     add({IDM_SHOW_PLAYLIST, IDC_MAIN_LIST}, "文件列表(&L)", [this] { playlist_.Toggle(); }, CheckedWhilePlaylistShown);
     add({IDM_EXIT}, "退出(&X)", [this] { Close(); });

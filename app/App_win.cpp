@@ -4,11 +4,12 @@
 
 #include "app/Startup.h"
 #include "mediainfo/ListInfo.h"
-#include "platform/FileSystem.h"
+#include "ports/FileSystem.h"
 #include "playback/FrequencyBands.h"
 #include "playback/TransportTexts.h"
 #include "playback/VideoSizing.h"
 #include "settings/IniFiles.h"
+#include "settings/OptionNames.h"
 #include "settings/RegistryWrapper.h"
 #include "settings/WindowPlacement.h"
 #include "ui/ControlIds.h"
@@ -78,15 +79,15 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
     decoder2_.SetVideoWindow(reinterpret_cast<UINT_PTR>(video_.Handle()));
     LoadSettings(settings_, services_.registry, ScreenInTwips());
     ApplyOsOverrides(settings_, osCode_);
-    if (const auto vol = settings_.Number("Vol")) window_.SetVolumePosition(static_cast<int>(std::clamp(*vol, 0LL, 20LL)));
+    if (const auto vol = settings_.Number(opt::kVolume)) window_.SetVolumePosition(static_cast<int>(std::clamp(*vol, 0LL, 20LL)));
     ShowTips();
-    playlist_.CreateInfoTip(settings_.IsOn("L22"));
+    playlist_.CreateInfoTip(settings_.IsOn(opt::kClassicListTips));
 
     queue_.Clear();
 
     RestorePositions();
     ShowWindow(main, SW_SHOW);
-    if (settings_.IsOn("L57")) ShowWindow(playlist_.Handle(), SW_SHOWNOACTIVATE);
+    if (settings_.IsOn(opt::kListWindowAtStart)) ShowWindow(playlist_.Handle(), SW_SHOWNOACTIVATE);
     UpdateWindow(main);
 
     if (argument.empty()) {
@@ -108,11 +109,11 @@ void App::ApplyLyricsSettings(const LyricsDisplaySettings& settings) {
 
 void App::ShowTips() {
     std::optional<std::pair<std::uint32_t, std::uint32_t>> colours;
-    if (settings_.Text("L34") == "0") {
-        colours.emplace(static_cast<std::uint32_t>(settings_.Number("L34B").value_or(0xE1FFFF)),
-                        static_cast<std::uint32_t>(settings_.Number("L34F").value_or(0)));
+    if (settings_.Text(opt::kDefaultBalloonColours) == "0") {
+        colours.emplace(static_cast<std::uint32_t>(settings_.Number(opt::kBalloonBackColour).value_or(0xE1FFFF)),
+                        static_cast<std::uint32_t>(settings_.Number(opt::kBalloonTextColour).value_or(0)));
     }
-    window_.ShowTips(MakeTransportTips(settings_, queue_.Queue(), kModeNormal, false), colours, settings_.IsOn("L31"));
+    window_.ShowTips(MakeTransportTips(settings_, queue_.Queue(), kModeNormal, false), colours, settings_.IsOn(opt::kBalloonHelp));
 }
 
 // The presenter side of the controllers' views.
@@ -141,8 +142,8 @@ void App::ShowLyricsLines(std::string_view first, std::string_view second) {
 void App::FileOpened(const std::string& path) {
     // "当正在播放的媒体文件装有“歌词”时，自动打开…" / "…没有“歌词”时，自动关闭“音频\歌词显示”窗口"
     if (lyrics_.Load(path)) {
-        if (settings_.IsOn("L48")) display_.Show();
-    } else if (settings_.IsOn("L49") && !player_.UsingDecoder1()) {
+        if (settings_.IsOn(opt::kAutoOpenLyricsWindow)) display_.Show();
+    } else if (settings_.IsOn(opt::kAutoCloseLyricsWindow) && !player_.UsingDecoder1()) {
         ShowWindow(display_.Handle(), SW_HIDE);
     }
     stream_.Opened(path, player_.LengthMs());
@@ -202,7 +203,7 @@ void App::UpdateTimers() {
     in.decoder1 = player_.UsingDecoder1();
     in.displayShown = display_.Visible();
     in.volumeChanging = player_.VolumeChanging();
-    in.volumeStepSetting = settings_.Number("L53");
+    in.volumeStepSetting = settings_.Number(opt::kVolumeFadeDelay);
     const TimerPlan plan = PlanTimers(in);
     if (plan.openDisplay) display_.Show();
     SetTimerRunning(TimerId::Progress, plan.progress, kProgressIntervalMs);
@@ -246,7 +247,7 @@ void App::OnSlider(int id, SliderMove move, int pos) {
         player_.SetSpeed(pos);
     } else if (id == ids::IDC_MAIN_PROGRESS && move == SliderMove::Released) {
         player_.SeekToPermille(pos);
-    } else if (id == ids::IDC_MAIN_PROGRESS && move == SliderMove::Dragging && settings_.IsOn("L68") &&
+    } else if (id == ids::IDC_MAIN_PROGRESS && move == SliderMove::Dragging && settings_.IsOn(opt::kLyricsWhileSeeking) &&
                lyrics_.HasLyrics()) {
         // "…移动“时间进度条”时显示歌词进度": the lines follow the pointer while it is dragged.
         const long long length = player_.LengthMs();
@@ -274,7 +275,7 @@ std::string App::EntryInfo(int index) {
     const MediaEntry* entry = queue_.Queue().EntryAt(index);
     if (!entry) return {};
     // "文件列表框中直接截取媒体文件信息"
-    return ListInfoTipFor(services_.files, entry->path, entry->name, settings_.IsOn("L29"));
+    return ListInfoTipFor(services_.files, entry->path, entry->name, settings_.IsOn(opt::kListReadsMediaInfo));
 }
 
 // Places between runs.

@@ -17,6 +17,7 @@
 #include "platform/Volume_win.h"
 #include "playback/EngineDecoder.h"
 #include "playback/MediaEngine.h"
+#include "playback/Mp3Player.h"
 #include "playback/PlaybackController.h"
 #include "playback/StreamPanelFeed.h"
 #include "playlist/DefaultList.h"

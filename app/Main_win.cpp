@@ -10,7 +10,7 @@
 #include "platform/FileSystem_win.h"
 #include "platform/Instance_win.h"
 #include "platform/Registry_win.h"
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 #include "settings/IniFiles.h"
 #include "app/Version.h"
 #include "settings/RegistryWrapper.h"

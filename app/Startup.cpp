@@ -2,8 +2,10 @@
 
 #include <array>
 
-#include "platform/FileSystem.h"
+#include "common/Text.h"
+#include "ports/FileSystem.h"
 #include "settings/IniFiles.h"
+#include "settings/OptionNames.h"
 #include "settings/RegistryWrapper.h"
 #include "settings/SettingsStore.h"
 
@@ -43,12 +45,6 @@ constexpr std::array<OsRow, 7> kOsTable{{
     {OsPlatform::NT, 5, 1, "Windows XP", "XP"},
 }};
 
-std::string_view Trim(std::string_view s) {
-    while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
-    while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
-    return s;
-}
-
 constexpr std::string_view kClsid = "{F2E3C6F5-2F8F-41F9-BDA5-8E19A020CA7E}";
 constexpr std::string_view kTypeLib = "{D05692C8-7F34-4772-83F7-14DBBCB0433F}";
 constexpr std::string_view kDispatchMarshaller = "{00020420-0000-0000-C000-000000000046}";
@@ -82,7 +78,7 @@ std::optional<OsIdentity> IdentifyOs(const OsVersion& version) {
 }
 
 void ApplyOsOverrides(SettingsStore& settings, std::string_view osCode) {
-    if (osCode == "98" || osCode == "ME") settings.SetText("L65", "0");
+    if (osCode == "98" || osCode == "ME") settings.SetText(opt::kXpMenus, "0");
 }
 
 bool IsHelpRequest(std::string_view tail) { return tail == "?" || tail == "/?" || tail == "-?"; }
@@ -206,7 +202,7 @@ StartupResult RunStartup(StartupPorts ports, const OsVersion& version, std::stri
     result.argument = RebuildPath(tail, ports.paths);
 
     mark(kMarkReadL44);
-    const std::string stored = std::string(Trim(ports.registry.ReadValue(kSetupKeyPath, "L44")));
+    const std::string stored = std::string(Trim(ports.registry.ReadValue(kSetupKeyPath, opt::kSamePlayer)));
     const bool singleInstance = stored != "0";
 
     mark(kMarkSingle);
@@ -232,7 +228,7 @@ StartupResult RunStartup(StartupPorts ports, const OsVersion& version, std::stri
 
 HandOffAction PollHandOff(IniFiles& ini, const SettingsStore& settings) {
     HandOffAction action;
-    if (ReadScratchValue(ini).empty() || settings.Text("L44") != "1") return action;
+    if (ReadScratchValue(ini).empty() || settings.Text(opt::kSamePlayer) != "1") return action;
     const std::string slot = ReadScratchValue(ini);
     if (slot == "*") {
         action.bringToFront = true;
@@ -241,7 +237,7 @@ HandOffAction PollHandOff(IniFiles& ini, const SettingsStore& settings) {
     }
     WriteScratchValue(ini, "");
     // "使用同一播放器时，播放新的媒体文件或列表文件时返回主界面"
-    if (settings.Text("L66") == "1") action.bringToFront = true;
+    if (settings.Text(opt::kSamePlayerShowsMain) == "1") action.bringToFront = true;
     return action;
 }
 

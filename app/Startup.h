@@ -7,6 +7,9 @@
 #include <string_view>
 #include <vector>
 
+#include "ports/InstanceProbe.h"
+#include "ports/PathLookup.h"
+
 namespace lumora {
 
 class FileSystem;
@@ -33,7 +36,7 @@ struct OsIdentity {
 // label and the program-wide code stays empty.
 std::optional<OsIdentity> IdentifyOs(const OsVersion& version);
 
-// On Windows 98 and ME the XP-style menus ("L65") are off whatever the registry holds.
+// On Windows 98 and ME the XP-style menus (opt::kXpMenus) are off whatever the registry holds.
 void ApplyOsOverrides(SettingsStore& settings, std::string_view osCode);
 
 // ---- Command line --------------------------------------------------------------------------
@@ -46,15 +49,6 @@ std::string HelpText(std::string_view version);
 // The command tail of a full command line: everything after the program's name, which may be
 // quoted, with the blanks before it removed.
 std::string CommandTail(std::string_view commandLine);
-
-// Port: the file system's own spelling of a path.
-class PathLookup {
-public:
-    virtual ~PathLookup() = default;
-    // The existing file or folder's path as it stands on disk (letter case and long names);
-    // empty optional when nothing is there.
-    virtual std::optional<std::string> NameOnDisk(const std::string& path) = 0;
-};
 
 // An existing path comes out as the file system spells it (so unchanged when it was already
 // spelled that way); anything else comes out unchanged.
@@ -78,13 +72,6 @@ std::vector<RegistryEntry> TooltipRegistration(std::string_view programFolder);
 void RegisterTooltip(RegistryWrapper& registry, std::string_view programFolder);
 
 // ---- The splash window's run ----------------------------------------------------------------
-
-// Port: is another instance of Lumora already running?
-class InstanceProbe {
-public:
-    virtual ~InstanceProbe() = default;
-    virtual bool AnotherInstanceRuns() = 0;
-};
 
 inline constexpr std::string_view kStartupErrorTitle = "Lumora 启动错误";
 inline constexpr std::string_view kTooltipMissingText =

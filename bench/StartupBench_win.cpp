@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "platform/FileSystem_win.h"
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 #include "playlist/QueueController.h"
 #include "support/Fakes.h"
 

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "platform/TextCodec.h"
+#include "ports/TextCodec.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
     const std::string bytes(reinterpret_cast<const char*>(data), size);

@@ -3,33 +3,23 @@
 #include <algorithm>
 #include <utility>
 
+#include "common/Text.h"
 #include "mediainfo/TrailingTags.h"
-#include "platform/FileSystem.h"
-#include "platform/TextCodec.h"
+#include "ports/FileSystem.h"
+#include "ports/TextCodec.h"
 
 namespace lumora {
 namespace {
 
-constexpr std::string_view kNone = "无";
 constexpr std::string_view kNotAvailable = "N/A";
 
 std::string FieldText(std::string_view bytes) {
     std::string text = Cp936ToUtf8(bytes);
     std::erase(text, '\0');
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string::npos) return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+    return std::string(Trim(text, " "));
 }
 
-bool IsDigits(std::string_view s) {
-    if (s.empty()) return false;
-    for (char c : s) {
-        if (c < '0' || c > '9') return false;
-    }
-    return true;
-}
-
-std::string_view Item(const std::string& text) { return text.empty() ? kNone : std::string_view(text); }
+std::string_view Item(const std::string& text) { return text.empty() ? kNoItemText : std::string_view(text); }
 
 }  // namespace
 

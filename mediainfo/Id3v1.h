@@ -25,6 +25,9 @@ struct Id3v1Tag {
 // an ID3v1.1 tag. Empty when the file has no tag.
 std::optional<Id3v1Tag> ParseId3v1Tag(std::string_view file);
 
+// What the tag line and the file list's tips show for an empty item.
+inline constexpr std::string_view kNoItemText = "无";
+
 // The tag reader as the windows call it: false when the file is missing or unreadable or has no tag.
 bool ReadId3v1Tag(FileSystem& fs, const std::string& path, Id3v1Tag& tag);
 

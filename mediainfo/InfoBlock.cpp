@@ -3,9 +3,10 @@
 #include <algorithm>
 #include <vector>
 
+#include "common/Text.h"
 #include "mediainfo/LyricsTiming.h"
-#include "platform/FileSystem.h"
-#include "platform/TextCodec.h"
+#include "ports/FileSystem.h"
+#include "ports/TextCodec.h"
 
 namespace lumora {
 namespace {
@@ -42,10 +43,6 @@ constexpr long long kTailRead = 8192;
 constexpr long long kMaxTailRead = 1024 * 1024 + 1024;
 // Lyrics3 v1 keeps at most 5100 bytes of lyrics between "LYRICSBEGIN" and "LYRICSEND".
 constexpr long long kLyrics3v1MaxText = 5100;
-
-bool IsDigits(std::string_view s) {
-    return !s.empty() && std::all_of(s.begin(), s.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
 
 std::string Zeros(std::size_t n) { return std::string(n, '\0'); }
 
@@ -258,8 +255,8 @@ std::size_t LyricsByteSize(std::string_view lyrics) {
 
 std::optional<std::string> UnstorableFieldMessage(const MediaInfoRecord& record) {
     const std::pair<std::string_view, const std::string*> fields[] = {
-        {"标题", &record.title}, {"歌手", &record.artist},  {"专集", &record.album},
-        {"年代", &record.year},  {"其他", &record.comment}, {"歌词", &record.lyrics},
+        {kTitleLabel, &record.title}, {kArtistLabel, &record.artist},   {kAlbumLabel, &record.album},
+        {kYearLabel, &record.year},   {kCommentLabel, &record.comment}, {kLyricsLabel, &record.lyrics},
     };
     for (const auto& [label, text] : fields) {
         if (!Utf8ToCp936(*text)) return "“" + std::string(label) + std::string(kUnstorableSuffix);

@@ -25,6 +25,14 @@ struct MediaInfoRecord {
     bool operator==(const MediaInfoRecord&) const = default;
 };
 
+// The items' names: the editor's labels and the keys of the .QGC file.
+inline constexpr std::string_view kTitleLabel = "标题";
+inline constexpr std::string_view kArtistLabel = "歌手";
+inline constexpr std::string_view kAlbumLabel = "专集";
+inline constexpr std::string_view kYearLabel = "年代";
+inline constexpr std::string_view kCommentLabel = "其他";
+inline constexpr std::string_view kLyricsLabel = "歌词";
+
 // The largest sizes the editor accepts, in bytes of the byte-length rule.
 inline constexpr std::size_t kMaxTitleBytes = 27;
 inline constexpr std::size_t kMaxArtistBytes = 29;
@@ -45,9 +53,6 @@ TextCharacter CharacterAt(std::string_view utf8, std::size_t at);
 std::size_t InfoByteLength(std::string_view utf8);
 // The lyrics' size: the byte lengths of the lines plus 2 for every line break (CR LF).
 std::size_t LyricsByteSize(std::string_view lyrics);
-
-// Caption of the editor's refusals and failures.
-inline constexpr std::string_view kInfoErrorTitle = "错误";
 
 // Runs the editor's checks in its order (title, artist, album, year, comment, lyrics) and gives the
 // message of the first that fails. A year passes when empty or made of exactly 4 or exactly 2 digits.

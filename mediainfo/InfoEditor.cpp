@@ -2,15 +2,16 @@
 
 #include <algorithm>
 
+#include "common/Text.h"
+#include "common/Titles.h"
 #include "mediainfo/LyricsTiming.h"
 #include "mediainfo/QgcFile.h"
-#include "platform/FileSystem.h"
-#include "platform/Prompts.h"
+#include "ports/FileSystem.h"
+#include "ports/Prompts.h"
 
 namespace lumora {
 namespace {
 
-constexpr std::string_view kDoneTitle = "完毕";
 constexpr std::string_view kCannotEdit = "此文件正在被程序使用、不存在或此文件为只读，现在无法保持。";
 constexpr std::string_view kSaved = "恭喜！媒体信息保存完毕！";
 constexpr std::string_view kSaveFailed =
@@ -26,12 +27,11 @@ constexpr std::string_view kImportFailed = "导入失败！无法读取此文件
 constexpr std::size_t kMaxShiftDigits = 9;
 
 std::optional<long long> WholeNumber(std::string_view text) {
-    while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
-    while (!text.empty() && (text.back() == ' ' || text.back() == '\t')) text.remove_suffix(1);
+    text = Trim(text);
     const bool negative = !text.empty() && text.front() == '-';
     if (!text.empty() && (text.front() == '-' || text.front() == '+')) text.remove_prefix(1);
     if (text.empty() || text.size() > kMaxShiftDigits ||
-        !std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; })) {
+        !AllDigits(text)) {
         return std::nullopt;
     }
     const long long value = std::stoll(std::string(text));
@@ -44,7 +44,7 @@ Id3v1Tag TagOf(const MediaInfoRecord& r) { return {r.title, r.artist, r.album, r
 
 bool InfoEditor::TakeFile(const std::string& path) {
     if (!fs_.CanOpenForWriting(path)) {
-        prompts_.ShowMessage(kCannotEdit, kInfoErrorTitle);
+        prompts_.ShowMessage(kCannotEdit, kErrorTitle);
         return false;
     }
     path_ = path;
@@ -56,7 +56,7 @@ bool InfoEditor::TakeFile(const std::string& path) {
 
 bool InfoEditor::ChooseTimeShift() {
     if (fields_.lyrics.empty()) {
-        prompts_.ShowMessage(kNoLyricsToShift, kInfoErrorTitle);
+        prompts_.ShowMessage(kNoLyricsToShift, kErrorTitle);
         return false;
     }
     const std::string prompt = std::string(kTimeShiftPrompt) + "\r\n" + std::string(kTimeShiftNote);
@@ -64,7 +64,7 @@ bool InfoEditor::ChooseTimeShift() {
     if (!answer) return false;
     const auto seconds = WholeNumber(*answer);
     if (!seconds) {
-        prompts_.ShowMessage(kShiftNotNumber, kInfoErrorTitle);
+        prompts_.ShowMessage(kShiftNotNumber, kErrorTitle);
         return false;
     }
     timeShift_ = seconds;
@@ -80,7 +80,7 @@ void InfoEditor::ClearTimeShift() {
 InfoSaveOutcome InfoEditor::Save() {
     if (path_.empty()) return InfoSaveOutcome::NoFile;
     if (const auto refusal = ValidateMediaInfo(fields_)) {
-        prompts_.ShowMessage(*refusal, kInfoErrorTitle);
+        prompts_.ShowMessage(*refusal, kErrorTitle);
         return InfoSaveOutcome::Invalid;
     }
     if (removeReadOnly_) fs_.ClearAttributes(path_);
@@ -88,23 +88,23 @@ InfoSaveOutcome InfoEditor::Save() {
     MediaInfoRecord saved = fields_;
     if (timeShift_) {
         if (saved.lyrics.empty()) {
-            prompts_.ShowMessage(kNoLyricsToShift, kInfoErrorTitle);
+            prompts_.ShowMessage(kNoLyricsToShift, kErrorTitle);
             return InfoSaveOutcome::NoLyricsToShift;
         }
         const auto shifted = ShiftTimeTrack(saved.lyrics, *timeShift_);
         if (!shifted) {
-            prompts_.ShowMessage(kBadTimeTrack, kInfoErrorTitle);
+            prompts_.ShowMessage(kBadTimeTrack, kErrorTitle);
             return InfoSaveOutcome::BadTimeTrack;
         }
         saved.lyrics = *shifted;
         if (const auto refusal = ValidateMediaInfo(saved)) {
-            prompts_.ShowMessage(*refusal, kInfoErrorTitle);
+            prompts_.ShowMessage(*refusal, kErrorTitle);
             return InfoSaveOutcome::Invalid;
         }
     }
 
     if (WriteInfoBlock(fs_, path_, TagOf(saved), BuildLyricsField(saved.lyrics)) != InfoWriteResult::Written) {
-        prompts_.ShowMessage(kSaveFailed, kInfoErrorTitle);
+        prompts_.ShowMessage(kSaveFailed, kErrorTitle);
         return InfoSaveOutcome::WriteFailed;
     }
     const bool shifted = timeShift_.has_value();
@@ -120,11 +120,11 @@ bool InfoEditor::ExportQgc() {
     const auto target = prompts_.AskSaveFileName(kQgcExportTitle, kQgcFilter, kQgcExtension);
     if (!target) return false;
     if (const auto refusal = UnstorableFieldMessage(fields_)) {
-        prompts_.ShowMessage(*refusal, kInfoErrorTitle);
+        prompts_.ShowMessage(*refusal, kErrorTitle);
         return false;
     }
     if (!WriteQgcFile(fs_, *target, fields_, versionText_)) {
-        prompts_.ShowMessage(kExportFailed, kInfoErrorTitle);
+        prompts_.ShowMessage(kExportFailed, kErrorTitle);
         return false;
     }
     prompts_.ShowMessage(kExported, kDoneTitle);
@@ -136,7 +136,7 @@ bool InfoEditor::ImportQgc() {
     if (!source) return false;
     const auto record = ReadQgcFile(fs_, *source);
     if (!record) {
-        prompts_.ShowMessage(kImportFailed, kInfoErrorTitle);
+        prompts_.ShowMessage(kImportFailed, kErrorTitle);
         return false;
     }
     fields_ = *record;

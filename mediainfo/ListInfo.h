@@ -11,8 +11,8 @@ class FileSystem;
 // From a "title@artist@album@year@comment" record ("无" for a missing item).
 std::string ListInfoTip(std::string_view name, std::string_view record);
 
-// Reads the entry's ID3v1 tag when `readTags` ("L29": take the information straight from the
-// file); otherwise only the name is shown.
+// Reads the entry's ID3v1 tag when `readTags` (opt::kListReadsMediaInfo: take the information
+// straight from the file); otherwise only the name is shown.
 std::string ListInfoTipFor(FileSystem& fs, const std::string& path, std::string_view name, bool readTags);
 
 }  // namespace lumora

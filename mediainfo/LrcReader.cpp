@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <vector>
 
-#include "platform/FileSystem.h"
-#include "platform/TextCodec.h"
+#include "common/Text.h"
+#include "ports/FileSystem.h"
+#include "ports/TextCodec.h"
 
 namespace lumora {
 namespace {
@@ -15,8 +16,6 @@ constexpr std::size_t kMaxTimeDigits = 5;
 constexpr std::size_t kMaxOffsetDigits = 9;
 // The texts of all entries together; a file of a few long lines with many stamps each stops here.
 constexpr std::size_t kMaxTextBytes = 4 * 1024 * 1024;
-
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 bool IsContinuation(unsigned char b) { return (b & 0xC0) == 0x80; }
 
@@ -96,21 +95,10 @@ std::optional<long long> StampMilliseconds(std::string_view s) {
     return negative ? -ms : ms;
 }
 
-bool StartsWithNoCase(std::string_view s, std::string_view prefix) {
-    if (s.size() < prefix.size()) return false;
-    for (std::size_t i = 0; i < prefix.size(); ++i) {
-        char c = s[i];
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-        if (c != prefix[i]) return false;
-    }
-    return true;
-}
-
 std::optional<long long> OffsetMilliseconds(std::string_view tag) {
-    if (!StartsWithNoCase(tag, "offset:")) return std::nullopt;
+    if (!StartsWithIgnoringAsciiCase(tag, "offset:")) return std::nullopt;
     std::string_view value = tag.substr(7);
-    while (!value.empty() && value.front() == ' ') value.remove_prefix(1);
-    while (!value.empty() && value.back() == ' ') value.remove_suffix(1);
+    value = Trim(value, " ");
     const bool negative = !value.empty() && value.front() == '-';
     if (!value.empty() && (value.front() == '-' || value.front() == '+')) value.remove_prefix(1);
     const auto ms = Digits(value, kMaxOffsetDigits);
@@ -179,7 +167,7 @@ LyricLists ParseLrc(std::string_view bytes, bool correctTiming) {
     std::optional<long long> offset;
     std::size_t textBytes = 0;
     for (std::string_view line : SplitLyricsLines(text)) {
-        while (!line.empty() && (line.front() == ' ' || line.front() == '\t')) line.remove_prefix(1);
+        line = Trim(line, kBlanks, {});
         std::vector<long long> stamps;
         std::size_t at = 0;
         while (at < line.size() && line[at] == '[') {

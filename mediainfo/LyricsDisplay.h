@@ -27,7 +27,8 @@ public:
     LyricsDisplay(FileSystem& fs, LyricsView& view) : fs_(fs), view_(view) {}
 
     // A file starts: finds its lyrics and builds the timed list, replacing the last file's. The labels
-    // are emptied. True when the file has lyrics (the "L48"/"L49" options open or close the window by it).
+    // are emptied. True when the file has lyrics (the opt::kAutoOpenLyricsWindow/opt::kAutoCloseLyricsWindow options
+    // open or close the window by it).
     bool Load(const std::string& mediaPath);
     // No file any more: lists dropped, labels emptied.
     void Clear();

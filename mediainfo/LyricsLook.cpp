@@ -3,22 +3,11 @@
 #include <utility>
 
 #include "mediainfo/LyricsTiming.h"
+#include "settings/OptionNames.h"
 #include "settings/RegistryWrapper.h"
 #include "settings/SettingsStore.h"
 
 namespace lumora {
-namespace {
-
-constexpr std::string_view kBackground = "F8_BC";
-constexpr std::string_view kCurrentColour = "F8_1_YY";
-constexpr std::string_view kNextColour = "F8_2_YY";
-constexpr std::string_view kCurrentPoints = "F8_GcLab1";
-constexpr std::string_view kNextPoints = "F8_GcLab2";
-constexpr std::string_view kUsePicture = "F8_PicYN";
-constexpr std::string_view kStretchPicture = "F8_PicMi";
-constexpr std::string_view kPicturePath = "F8_BPic";
-
-}  // namespace
 
 bool IsLyricsPointSize(long long points) { return points >= kMinLyricsPoints && points <= kMaxLyricsPoints; }
 
@@ -35,14 +24,14 @@ LyricsDisplaySettings LoadLyricsDisplaySettings(RegistryWrapper& registry) {
         const auto n = ParseDecimal(read(name));
         if (n && IsLyricsPointSize(*n)) into = static_cast<int>(*n);
     };
-    colour(kBackground, look.background);
-    colour(kCurrentColour, look.current);
-    colour(kNextColour, look.next);
-    points(kCurrentPoints, look.currentPoints);
-    points(kNextPoints, look.nextPoints);
-    look.usePicture = read(kUsePicture) == "1";
-    look.stretchPicture = read(kStretchPicture) != "0";
-    look.picturePath = read(kPicturePath);
+    colour(opt::kLyricsBackColour, look.background);
+    colour(opt::kLyricsCurrentColour, look.current);
+    colour(opt::kLyricsNextColour, look.next);
+    points(opt::kLyricsCurrentPoints, look.currentPoints);
+    points(opt::kLyricsNextPoints, look.nextPoints);
+    look.usePicture = read(opt::kLyricsUsePicture) == "1";
+    look.stretchPicture = read(opt::kLyricsStretchPicture) != "0";
+    look.picturePath = read(opt::kLyricsPicture);
     return s;
 }
 
@@ -50,14 +39,14 @@ bool SaveLyricsDisplaySettings(RegistryWrapper& registry, const LyricsDisplaySet
     const LyricsLook& look = s.look;
     const std::pair<std::string_view, std::string> values[] = {
         {kLineByteLimitValueName, std::to_string(s.lineByteLimit)},
-        {kBackground, std::to_string(look.background)},
-        {kCurrentColour, std::to_string(look.current)},
-        {kNextColour, std::to_string(look.next)},
-        {kCurrentPoints, std::to_string(look.currentPoints)},
-        {kNextPoints, std::to_string(look.nextPoints)},
-        {kUsePicture, look.usePicture ? "1" : "0"},
-        {kStretchPicture, look.stretchPicture ? "1" : "0"},
-        {kPicturePath, look.picturePath},
+        {opt::kLyricsBackColour, std::to_string(look.background)},
+        {opt::kLyricsCurrentColour, std::to_string(look.current)},
+        {opt::kLyricsNextColour, std::to_string(look.next)},
+        {opt::kLyricsCurrentPoints, std::to_string(look.currentPoints)},
+        {opt::kLyricsNextPoints, std::to_string(look.nextPoints)},
+        {opt::kLyricsUsePicture, look.usePicture ? "1" : "0"},
+        {opt::kLyricsStretchPicture, look.stretchPicture ? "1" : "0"},
+        {opt::kLyricsPicture, look.picturePath},
     };
     if (!registry.CreateKey(kSetupKeyPath)) return false;
     for (const auto& [name, value] : values) {

@@ -1,12 +1,13 @@
 #include "mediainfo/LyricsLookup.h"
 
+#include "common/Text.h"
 #include "mediainfo/InfoBlock.h"
 #include "mediainfo/LrcReader.h"
 #include "mediainfo/LyricsTiming.h"
 #include "mediainfo/QgcFile.h"
 #include "mediainfo/SmiReader.h"
-#include "platform/FileSystem.h"
-#include "platform/TextCodec.h"
+#include "ports/FileSystem.h"
+#include "ports/TextCodec.h"
 #include "settings/IniFiles.h"
 
 namespace lumora {
@@ -15,14 +16,6 @@ namespace {
 std::size_t NameStart(std::string_view path) {
     const std::size_t slash = path.find_last_of("\\/");
     return slash == std::string_view::npos ? 0 : slash + 1;
-}
-
-std::string LowerAscii(std::string_view s) {
-    std::string out(s);
-    for (char& c : out) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
-    return out;
 }
 
 // Two stamps in a row at the start of a line.
@@ -40,8 +33,7 @@ bool HasSeveralStamps(std::string_view line) {
 
 std::string LyricsRecordKey(std::string_view mediaPath) {
     std::string_view name = mediaPath.substr(NameStart(mediaPath));
-    while (!name.empty() && (name.front() == ' ' || name.front() == '\t')) name.remove_prefix(1);
-    while (!name.empty() && (name.back() == ' ' || name.back() == '\t')) name.remove_suffix(1);
+    name = Trim(name);
     std::string key;
     for (std::size_t i = 0; i < name.size(); ++i) {
         if (name[i] == '=') {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <limits>
 
+#include "common/Text.h"
 #include "mediainfo/InfoBlock.h"
 
 namespace lumora {
@@ -22,8 +23,6 @@ constexpr std::string_view kPreviewText =
     "这是浏览文本，显示用户设置第一字幕字节个数的效果，因为大部分歌词都是中文的，选取的个数值必须是偶数，“0”个代表不受"
     "限制。在调整歌词时，程序会自动识别每个字符占的字节个数来准确的调整，达到用户要求。在调整时，用户可立即看到调整结果"
     "。";
-
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 // A decimal number as a stamp part: digits with at most one ".", at least one digit.
 struct Decimal {

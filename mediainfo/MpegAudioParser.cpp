@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "mediainfo/TrailingTags.h"
-#include "platform/FileSystem.h"
+#include "ports/FileSystem.h"
 
 namespace lumora {
 namespace {

@@ -3,9 +3,10 @@
 #include <algorithm>
 #include <vector>
 
+#include "common/Text.h"
 #include "mediainfo/LyricsTiming.h"
-#include "platform/FileSystem.h"
-#include "platform/TextCodec.h"
+#include "ports/FileSystem.h"
+#include "ports/TextCodec.h"
 #include "settings/IniDocument.h"
 
 namespace lumora {
@@ -16,14 +17,14 @@ constexpr std::string_view kDescriptionKey = "说明";
 constexpr std::string_view kDescription = "这是“Lumora”的媒体信息文件";
 constexpr std::string_view kVersionKey = "版本";
 constexpr std::string_view kInfoSection = "媒体信息";
-constexpr std::string_view kTitleKey = "标题";
-constexpr std::string_view kArtistKey = "歌手";
-constexpr std::string_view kAlbumKey = "专集";
-constexpr std::string_view kYearKey = "年代";
-constexpr std::string_view kCommentKey = "其他";
+constexpr std::string_view kTitleKey = kTitleLabel;
+constexpr std::string_view kArtistKey = kArtistLabel;
+constexpr std::string_view kAlbumKey = kAlbumLabel;
+constexpr std::string_view kYearKey = kYearLabel;
+constexpr std::string_view kCommentKey = kCommentLabel;
 constexpr std::string_view kLyricsSection = "媒体歌词";
 constexpr std::string_view kLineCountKey = "行数";
-constexpr std::string_view kLineKeyPrefix = "歌词";
+constexpr std::string_view kLineKeyPrefix = kLyricsLabel;
 constexpr std::string_view kCrLf = "\r\n";
 // A QGC file larger than this is read only so far.
 constexpr std::size_t kMaxQgcBytes = 4 * 1024 * 1024;
@@ -33,12 +34,6 @@ std::string SingleLine(std::string_view value) {
     std::replace_if(
         out.begin(), out.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
     return out;
-}
-
-std::string_view Trim(std::string_view s) {
-    while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
-    while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
-    return s;
 }
 
 // A value as the INI reader gives it: one pair of matching quotes removed, codes 0 and 1 dropped.
@@ -55,7 +50,7 @@ std::string ValueText(std::string_view raw) {
 long LineCount(const IniDocument& doc) {
     const std::string text = doc.Get(kLyricsSection, kLineCountKey).value_or(std::string());
     const std::string_view digits = Trim(text);
-    if (digits.empty() || digits.size() > 9 || digits.find_first_not_of("0123456789") != std::string_view::npos) {
+    if (!IsDigits(digits) || digits.size() > 9) {
         return 0;
     }
     return std::min(std::stol(std::string(digits)), kMaxQgcLines);
@@ -94,7 +89,7 @@ std::vector<std::optional<std::string>> LyricsLines(std::string_view normalized,
         const std::string_view key = Trim(line.substr(0, eq));
         if (key.size() <= prefix.size() || key.substr(0, prefix.size()) != prefix) continue;
         const std::string_view number = key.substr(prefix.size());
-        if (number.size() > 9 || number.front() == '0' || number.find_first_not_of("0123456789") != number.npos) {
+        if (number.size() > 9 || number.front() == '0' || !AllDigits(number)) {
             continue;
         }
         const long n = std::stol(std::string(number));

@@ -2,9 +2,10 @@
 
 #include <vector>
 
+#include "common/Text.h"
 #include "mediainfo/LrcReader.h"
-#include "platform/FileSystem.h"
-#include "platform/TextCodec.h"
+#include "ports/FileSystem.h"
+#include "ports/TextCodec.h"
 
 namespace lumora {
 namespace {
@@ -16,19 +17,7 @@ constexpr std::string_view kEmptyText = "&nbsp;";
 constexpr std::size_t kNumberStart = 13;      // 1-based, just after the 12 characters of "<sync start="
 constexpr std::size_t kMaxNumberDigits = 12;  // milliseconds: more than thirty years
 
-bool HasSyncMark(std::string_view line) {
-    if (line.size() < kSyncMark.size()) return false;
-    for (std::size_t at = 0; at + kSyncMark.size() <= line.size(); ++at) {
-        bool same = true;
-        for (std::size_t i = 0; i < kSyncMark.size() && same; ++i) {
-            char c = line[at + i];
-            if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-            same = c == kSyncMark[i];
-        }
-        if (same) return true;
-    }
-    return false;
-}
+bool HasSyncMark(std::string_view line) { return ContainsIgnoringAsciiCase(line, kSyncMark); }
 
 // The start number's text as a number: leading blanks and one quotation mark skipped, then digits.
 long long NumberValue(std::u16string_view text) {

@@ -72,8 +72,9 @@ void RefreshStreamPanel(StreamPanelTexts& panel, const DecoderProperties& p) {
     if (p.totalFrames) panel.totalFrames = "总帧：" + std::to_string(*p.totalFrames);
     RefreshFramesRead(panel, p.framesRead);
     if (p.crc && p.copyright && p.original) {
-        panel.flags = std::string("效验：") + (*p.crc ? "是" : "否") + "版权：" + (*p.copyright ? "有" : "没有") +
-                      "原文：" + (*p.original ? "是" : "否");
+        const auto yesNo = [](bool b) { return b ? "是" : "否"; };
+        panel.flags = std::string("效验：") + yesNo(*p.crc) + "版权：" + (*p.copyright ? "有" : "没有") + "原文：" +
+                      yesNo(*p.original);
     }
     if (p.mode && p.version) {
         panel.mpeg = "MPEG方式：" + std::to_string(*p.mode) + "  MPEG版本：" + std::string(VersionText(*p.version));

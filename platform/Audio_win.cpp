@@ -129,7 +129,7 @@ LRESULT CALLBACK WaveOut::WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
         auto* self = reinterpret_cast<WaveOut*>(GetWindowLongPtrW(hwnd, GWLP_USERDATA));
         auto* header = reinterpret_cast<WAVEHDR*>(lp);
         if (!self || reinterpret_cast<HWAVEOUT>(wp) != self->device_) return 0;
-        for (int id = 0; id < Mp3Player::kBuffers; ++id) {
+        for (int id = 0; id < AudioOut::kBuffers; ++id) {
             // A buffer returned by a Reset (an older generation) is not reported.
             if (header == &self->headers_[id] && header->dwUser == self->generation_) {
                 self->Unprepare(id);
@@ -165,7 +165,7 @@ void WaveOut::Unprepare(int id) {
 }
 
 bool WaveOut::Write(int id, std::string_view pcm) {
-    if (!device_ || id < 0 || id >= Mp3Player::kBuffers) return false;
+    if (!device_ || id < 0 || id >= AudioOut::kBuffers) return false;
     Unprepare(id);
     data_[id].assign(pcm.data(), pcm.size());
     WAVEHDR& h = headers_[id];
@@ -190,7 +190,7 @@ void WaveOut::Reset() {
     if (!device_) return;
     ++generation_;
     waveOutReset(device_);
-    for (int id = 0; id < Mp3Player::kBuffers; ++id) Unprepare(id);
+    for (int id = 0; id < AudioOut::kBuffers; ++id) Unprepare(id);
 }
 
 long long WaveOut::PlayedSamples() {

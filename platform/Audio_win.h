@@ -8,7 +8,7 @@
 #include <array>
 #include <string>
 
-#include "playback/Mp3Player.h"
+#include "ports/AudioPorts.h"
 
 namespace lumora {
 
@@ -52,9 +52,9 @@ private:
     int blockAlign_ = 4;
     // A Reset makes every queued buffer's MM_WOM_DONE stale; the generation tells them apart.
     DWORD generation_ = 0;
-    std::array<WAVEHDR, Mp3Player::kBuffers> headers_{};
-    std::array<std::string, Mp3Player::kBuffers> data_;
-    std::array<bool, Mp3Player::kBuffers> prepared_{};
+    std::array<WAVEHDR, AudioOut::kBuffers> headers_{};
+    std::array<std::string, AudioOut::kBuffers> data_;
+    std::array<bool, AudioOut::kBuffers> prepared_{};
 };
 
 }  // namespace lumora

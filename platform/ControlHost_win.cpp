@@ -3,7 +3,7 @@
 #include <oleauto.h>
 #include <olectl.h>
 
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 
 namespace lumora {
 

@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-#include "playback/ControlPort.h"
+#include "ports/ControlPort.h"
 
 namespace lumora {
 

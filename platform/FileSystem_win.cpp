@@ -3,7 +3,7 @@
 #include <shlobj.h>
 #include <windows.h>
 
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 
 namespace lumora {
 namespace {
@@ -23,10 +23,13 @@ private:
     HANDLE handle_;
 };
 
-std::string StripTrailingSlash(std::wstring dir) {
+// A drive root ("C:\\") keeps its slash.
+std::wstring WithoutTrailingSlash(std::wstring dir) {
     while (dir.size() > 3 && (dir.back() == L'\\' || dir.back() == L'/')) dir.pop_back();
-    return Narrow(dir);
+    return dir;
 }
+
+std::string StripTrailingSlash(std::wstring dir) { return Narrow(WithoutTrailingSlash(std::move(dir))); }
 
 bool WriteAll(HANDLE h, std::string_view bytes) {
     while (!bytes.empty()) {
@@ -196,8 +199,7 @@ bool WinFileSystem::CanOpenForWriting(const std::string& path) {
 }
 
 bool WinFileSystem::CreateFolder(const std::string& path) {
-    std::wstring wide = Widen(path);
-    while (wide.size() > 3 && (wide.back() == L'\\' || wide.back() == L'/')) wide.pop_back();
+    const std::wstring wide = WithoutTrailingSlash(Widen(path));
     for (size_t i = 3; i <= wide.size(); ++i) {
         if (i == wide.size() || wide[i] == L'\\' || wide[i] == L'/') {
             const std::wstring part = wide.substr(0, i);

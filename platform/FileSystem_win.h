@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/FileSystem.h"
+#include "ports/FileSystem.h"
 
 namespace lumora {
 

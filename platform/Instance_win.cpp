@@ -1,6 +1,6 @@
 #include "platform/Instance_win.h"
 
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 
 namespace lumora {
 

@@ -2,7 +2,8 @@
 // Windows services that start-up asks about: a running instance and the names on disk.
 #include <windows.h>
 
-#include "app/Startup.h"
+#include "ports/InstanceProbe.h"
+#include "ports/PathLookup.h"
 
 namespace lumora {
 

@@ -3,7 +3,7 @@
 #include <windows.h>
 #include <mmsystem.h>
 
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 
 namespace lumora {
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "playback/MciPort.h"
+#include "ports/MciPort.h"
 
 namespace lumora {
 

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 
 namespace lumora {
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/ProcessRunner.h"
+#include "ports/ProcessRunner.h"
 
 namespace lumora {
 

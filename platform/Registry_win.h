@@ -1,5 +1,5 @@
 #pragma once
-#include "settings/Registry.h"
+#include "ports/Registry.h"
 
 namespace lumora {
 

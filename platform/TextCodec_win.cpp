@@ -1,7 +1,7 @@
 // Code page 936 on Windows, whatever the system code page is.
 #include <windows.h>
 
-#include "platform/TextCodec.h"
+#include "ports/TextCodec.h"
 
 namespace lumora::detail {
 

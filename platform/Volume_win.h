@@ -1,5 +1,5 @@
 #pragma once
-#include "playback/Decoder.h"
+#include "ports/VolumeControl.h"
 
 namespace lumora {
 

@@ -3,30 +3,18 @@
 #include <cmath>
 #include <sstream>
 
+#include "common/Text.h"
 #include "settings/SettingsStore.h"
 
 namespace lumora {
 namespace {
 
-std::string Lower(std::string_view s) {
-    std::string out(s);
-    for (auto& c : out) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
-    return out;
-}
-
 // The last four characters (bytes: every ending we compare is ASCII), lower case.
-std::string Ending(std::string_view path) { return Lower(path.size() < 4 ? path : path.substr(path.size() - 4)); }
+std::string Ending(std::string_view path) { return LowerAscii(path.size() < 4 ? path : path.substr(path.size() - 4)); }
 
 std::optional<long long> Number(const std::optional<std::string>& reply) {
     if (!reply) return std::nullopt;
-    std::string_view t = *reply;
-    while (!t.empty() && (t.back() == ' ' || t.back() == '\0' || t.back() == '\r' || t.back() == '\n')) {
-        t.remove_suffix(1);
-    }
-    while (!t.empty() && t.front() == ' ') t.remove_prefix(1);
-    return ParseDecimal(t);
+    return ParseDecimal(Trim(*reply, " ", std::string_view(" \0\r\n", 4)));
 }
 
 }  // namespace
@@ -100,7 +88,7 @@ long long MciCommands::PictureSize(std::string_view alias, std::string_view key)
     for (auto& v : values) {
         if (!(in >> v)) return -1;
     }
-    const std::string k = Lower(key);
+    const std::string k = LowerAscii(key);
     return k == "cx" ? values[2] : k == "cy" ? values[3] : -1;
 }
 
@@ -244,7 +232,7 @@ void MediaEngine::CloseAll() {
     if (controls_) controls_->Close();
     state_ = EngineState{};
     kind_ = MediaKind::None;
-    videoCaption_ = "当前媒体不为视频";
+    videoCaption_ = kNotVideoCaption;
     info_ = {};
     picture_ = {};
     commands_.CloseAll();
@@ -284,8 +272,7 @@ bool MediaEngine::OpenInMediaPlayer(const std::string& path, WindowId videoWindo
 OpenResult MediaEngine::OpenDispatch(const std::string& path, WindowId videoWindow, bool decoder1) {
     CloseAll();
     const std::string ending = Ending(path);
-    const bool mpegAudio = ending == ".mp1" || ending == ".mp2" || ending == ".mp3";
-    if (mpegAudio && decoder1) return OpenResult::ForDecoder1;
+    if (IsMpegAudioName(path) && decoder1) return OpenResult::ForDecoder1;
 
     if (ending == ".swf" || ending == ".spl") {
         // Only the Flash control plays these; a system without it cannot.
@@ -297,7 +284,7 @@ OpenResult MediaEngine::OpenDispatch(const std::string& path, WindowId videoWind
         return OpenResult::Control;
     }
     if (ending == ".cda") return OpenResult::CdTrack;
-    if (IsWindowsMediaEnding(Lower(path)) && OpenInMediaPlayer(path, videoWindow)) return OpenResult::Playing;
+    if (IsWindowsMediaEnding(LowerAscii(path)) && OpenInMediaPlayer(path, videoWindow)) return OpenResult::Playing;
     if (ending == ".bmp" || ending == ".jpg" || ending == ".dib" || ending == ".wmf" || ending == ".emf" ||
         ending == ".ico" || ending == ".cur") {
         kind_ = MediaKind::Picture;
@@ -314,19 +301,19 @@ OpenResult MediaEngine::OpenDispatch(const std::string& path, WindowId videoWind
     picture_ = video ? PixelRect{0, 0, static_cast<long>(cx), static_cast<long>(cy)} : PixelRect{};
     if (video) {
         PlacePicture(videoWindow);
-        videoCaption_ = "该媒体文件为视频";
+        videoCaption_ = kVideoCaption;
         const long long frames = commands_.LengthFrames(kMovieAlias);
         const long long rate = commands_.FrameRate(kMovieAlias);
         info_.lines = {
-            "该媒体文件为视频",
+            videoCaption_,
             "画面原始大小(X)：" + std::to_string(cx) + "  (Y)：" + std::to_string(cy),
             "画面实际大小(X)：" + std::to_string(commands_.PictureSize(kMovieAlias, "cx")) + "  (Y)：" +
                 std::to_string(commands_.PictureSize(kMovieAlias, "cy")),
             "总帧数：" + std::to_string(frames) + "  帧速率：" + std::to_string(rate),
         };
     } else {
-        videoCaption_ = "该媒体文件为音频";
-        info_.lines = {"该媒体文件为音频"};
+        videoCaption_ = kAudioCaption;
+        info_.lines = {videoCaption_};
     }
     return OpenResult::Playing;
 }

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "playback/ControlPort.h"
-#include "playback/MciPort.h"
+#include "ports/ControlPort.h"
+#include "ports/MciPort.h"
 
 namespace lumora {
 
@@ -17,6 +17,11 @@ inline constexpr std::string_view kSuccess = "Success";
 inline constexpr std::string_view kMovieAlias = "movie1";
 // WS_CHILD, written in decimal: the picture is drawn inside the parent window.
 inline constexpr std::string_view kChildStyle = "1073741824";
+
+// The video window's captions: nothing open through the engine, a file with pictures, one without.
+inline constexpr std::string_view kNotVideoCaption = "当前媒体不为视频";
+inline constexpr std::string_view kVideoCaption = "该媒体文件为视频";
+inline constexpr std::string_view kAudioCaption = "该媒体文件为音频";
 
 // What holds the current file.
 enum class MediaKind { None = 0, Mci = 2, MediaPlayer = 3, Flash = 4, Picture = 5, CdTrack = 6 };
@@ -132,7 +137,7 @@ private:
     ControlPort* controls_ = nullptr;
     EngineState state_;
     MediaKind kind_ = MediaKind::None;
-    std::string videoCaption_ = "当前媒体不为视频";
+    std::string videoCaption_{kNotVideoCaption};
     PixelRect picture_;
     VideoInfo info_;
 };

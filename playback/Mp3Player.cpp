@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "mediainfo/MpegAudioParser.h"
-#include "platform/FileSystem.h"
+#include "ports/FileSystem.h"
 
 namespace lumora {
 

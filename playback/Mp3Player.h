@@ -3,54 +3,21 @@
 // turns them into PCM, and the sound card plays it from a ring of buffers that come back one by
 // one as window messages. Portable: the decoder and the sound card are ports.
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "mediainfo/MpegFrameHeader.h"
 #include "playback/Decoder.h"
+#include "ports/AudioPorts.h"
 
 namespace lumora {
 
 class FileSystem;
 
-// Port: the system's MPEG audio decoder (ACM).
-class Mp3Decoder {
-public:
-    virtual ~Mp3Decoder() = default;
-    // Prepares for a stream whose first frame has this header; false when the system cannot
-    // decode it (the file then goes to the media engine).
-    virtual bool Open(const MpegFrameHeader& first) = 0;
-    // Decodes whole frames and appends 16-bit interleaved PCM to `pcm`.
-    virtual bool Decode(std::string_view frames, std::string& pcm) = 0;
-    // Forgets what earlier frames left behind (after a seek).
-    virtual void Reset() = 0;
-    virtual void Close() = 0;
-};
-
-// Port: the sound card.
-class AudioOut {
-public:
-    virtual ~AudioOut() = default;
-    virtual bool Open(int sampleRate, int channels) = 0;
-    // Queues buffer `id` (0 … kBuffers-1) with `pcm`; it comes back through the done callback.
-    virtual bool Write(int id, std::string_view pcm) = 0;
-    virtual void Pause() = 0;
-    virtual void Restart() = 0;
-    // Returns every queued buffer at once, without done callbacks, and sets the played count to 0.
-    virtual void Reset() = 0;
-    // Samples per channel played since Open or the last Reset.
-    virtual long long PlayedSamples() = 0;
-    virtual void Close() = 0;
-    // Called (from the window procedure) when a queued buffer has been played.
-    std::function<void(int id)> onDone;
-};
-
 class Mp3Player final : public Decoder {
 public:
-    static constexpr int kBuffers = 4;
+    static constexpr int kBuffers = AudioOut::kBuffers;
     static constexpr int kFramesPerBuffer = 8;
 
     Mp3Player(FileSystem& fs, Mp3Decoder& decoder, AudioOut& out);

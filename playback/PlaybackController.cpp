@@ -6,9 +6,12 @@
 #include <optional>
 #include <vector>
 
-#include "platform/Prompts.h"
+#include "common/Text.h"
+#include "common/Titles.h"
+#include "ports/Prompts.h"
 #include "playlist/QueueController.h"
 #include "settings/SettingsStore.h"
+#include "settings/OptionNames.h"
 
 namespace lumora {
 namespace {
@@ -27,16 +30,9 @@ constexpr std::string_view kSegmentChoosingTip =
 constexpr std::string_view kSegmentIdleTip = "当前没有选段播放。\r\n选择文件的一段进行循环播放。选择A点的位置。";
 constexpr std::string_view kBBeforeA = "B点不能比A点小";
 constexpr std::string_view kChooseAFirst = "请选择A点再选B点";
-constexpr std::string_view kErrorTitle = "错误";
 constexpr std::string_view kSpeedUnsupported = "提示：有些媒体格式不支持此功能。";
 constexpr std::string_view kSpeedTip =
     "设置播放速度：1%-99%为“减速播放”100%为“正常播放”101%-200%为“加速播放”\r\n提示：双击“滑道”或“指针”可恢复正常播放。";
-
-std::string_view Trim(std::string_view s) {
-    while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
-    while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
-    return s;
-}
 
 // A number as the typed-time rules read one: digits with an optional sign and decimal point.
 std::optional<double> ReadNumber(std::string_view s) {
@@ -100,11 +96,8 @@ std::string PlaybackController::FormatTime(long long ms) {
 }
 
 Decoder& PlaybackController::ChosenDecoder(const std::string& path) {
-    // "L25" "0" is decoder 1, for the MPEG audio it plays; everything else goes to the media engine.
-    std::string ending = path.size() >= 4 ? path.substr(path.size() - 4) : path;
-    for (auto& c : ending) c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
-    const bool mpegAudio = ending == ".mp1" || ending == ".mp2" || ending == ".mp3";
-    if (mpegAudio && deps_.settings.Text("L25") == "0" && deps_.decoder1) return *deps_.decoder1;
+    // opt::kDecoder "0" is decoder 1, for the MPEG audio it plays; everything else goes to the media engine.
+    if (IsMpegAudioName(path) && deps_.settings.Text(opt::kDecoder) == "0" && deps_.decoder1) return *deps_.decoder1;
     return deps_.decoder2;
 }
 
@@ -164,7 +157,7 @@ void PlaybackController::CannotPlay(const std::string& path) {
     Show();
     const MediaEntry* entry = deps_.queue.Queue().CurrentEntry();
     const std::string name = entry ? entry->name : path;
-    if (deps_.settings.Text("L16") == "1") {
+    if (deps_.settings.Text(opt::kAskOnUnplayable) == "1") {
         if (deps_.prompts.AskYesNo(name + std::string(kCannotPlayQuestion), kCannotPlayTitle)) {
             Next();
         } else {
@@ -262,14 +255,14 @@ void PlaybackController::Next() {
 void PlaybackController::Back() {
     if (!decoder_) return;
     const long long pos = decoder_->PositionMs();
-    decoder_->Seek(std::max(0LL, pos - 1000 * deps_.settings.Number("L1").value_or(5)));
+    decoder_->Seek(std::max(0LL, pos - 1000 * deps_.settings.Number(opt::kBackSeconds).value_or(5)));
 }
 
 void PlaybackController::Forward() {
     if (!decoder_) return;
     const long long pos = decoder_->PositionMs();
     const long long length = decoder_->LengthMs();
-    long long target = pos + 1000 * deps_.settings.Number("L2").value_or(5);
+    long long target = pos + 1000 * deps_.settings.Number(opt::kForwardSeconds).value_or(5);
     if (length > 0 && target > length) target = length;
     decoder_->Seek(target);
 }
@@ -377,7 +370,7 @@ void PlaybackController::SetVolume(int level) {
     texts_.volumeTip = VolumeTip(level);
     texts_.statusLine = "当前音量为：" + std::to_string(level * 5) + "%";
     // "关闭音量渐变功能": the mixer goes straight to the new level.
-    if (deps_.settings.Text("L60") == "1") {
+    if (deps_.settings.Text(opt::kNoVolumeFade) == "1") {
         mixerLevel_ = level;
         deps_.volume.SetLevel(level);
     }

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "playback/Decoder.h"
+#include "ports/VolumeControl.h"
 
 namespace lumora {
 

@@ -1,7 +1,7 @@
 #include "playback/StreamPanelFeed.h"
 
 #include "mediainfo/Id3v1.h"
-#include "platform/FileSystem.h"
+#include "ports/FileSystem.h"
 #include "playback/PlaybackController.h"
 
 namespace lumora {

@@ -1,6 +1,7 @@
 #include "playback/TransportTexts.h"
 
 #include "playlist/PlayQueue.h"
+#include "settings/OptionNames.h"
 #include "settings/SettingsStore.h"
 
 namespace lumora {
@@ -27,8 +28,8 @@ TransportTips MakeTransportTips(const SettingsStore& settings, const PlayQueue& 
     t.stop = "停止播放";
     t.previous = empty ? "现在无文件播放" : "播放 “上一首”" + NeighbourLine(queue, -1);
     t.next = empty ? "现在无文件播放" : "播放 “下一首”" + NeighbourLine(queue, +1);
-    t.back = hasFile ? "后退" + settings.Text("L1") + "秒" : "无法后退";
-    t.forward = hasFile ? "前进" + settings.Text("L2") + "秒" : "无法前进";
+    t.back = hasFile ? "后退" + settings.Text(opt::kBackSeconds) + "秒" : "无法后退";
+    t.forward = hasFile ? "前进" + settings.Text(opt::kForwardSeconds) + "秒" : "无法前进";
     t.modeNormal = "设置播放方式-“正常”。当前播放方式为" + std::string(modeSuffix);
     t.modeLoop = "设置播放方式-“单曲\\全部循环”。当前播放方式为" + std::string(modeSuffix);
     t.modeRandom = "设置播放方式-“随机”。当前播放方式为" + std::string(modeSuffix);

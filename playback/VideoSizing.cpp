@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "settings/SettingsStore.h"
+#include "settings/OptionNames.h"
 
 namespace lumora {
 
@@ -14,14 +15,14 @@ double VideoScale(int index) {
 
 VideoPlacement PlaceVideo(long pictureWidth, long pictureHeight, long screenWidth, long screenHeight,
                           const SettingsStore& settings) {
-    const long long l45 = settings.Number("L45").value_or(1);
+    const long long l45 = settings.Number(opt::kVideoStartSize).value_or(1);
     if (l45 == 0) return {VideoPlacement::Kind::FullScreen};
     if (l45 == 2 || pictureWidth <= 0 || pictureHeight <= 0) return {VideoPlacement::Kind::Keep};
-    const double scale = VideoScale(static_cast<int>(settings.Number("L46").value_or(0)));
+    const double scale = VideoScale(static_cast<int>(settings.Number(opt::kVideoScale).value_or(0)));
     const long width = std::lround(static_cast<double>(pictureWidth) * scale);
     const long height = std::lround(static_cast<double>(pictureHeight) * scale);
     if (width <= screenWidth && height <= screenHeight) return {VideoPlacement::Kind::Size, width, height};
-    switch (settings.Number("L47").value_or(1)) {
+    switch (settings.Number(opt::kSmallVideoSize).value_or(1)) {
         case 0: return {VideoPlacement::Kind::FullScreen};
         case 2: return {VideoPlacement::Kind::Keep};
         default: return {VideoPlacement::Kind::Size, pictureWidth, pictureHeight};
@@ -31,7 +32,7 @@ VideoPlacement PlaceVideo(long pictureWidth, long pictureHeight, long screenWidt
 VideoPresentation PresentVideo(const VideoFacts& f, const SettingsStore& settings) {
     using Content = VideoPresentation::Content;
     VideoPresentation p;
-    const bool keepClosed = settings.IsOn("L67");
+    const bool keepClosed = settings.IsOn(opt::kNoVideoWindowForVideo);
     if (f.kind == MediaKind::Picture && !f.decoder1) {
         p.content = Content::StillPicture;
         return p;
@@ -43,7 +44,7 @@ VideoPresentation PresentVideo(const VideoFacts& f, const SettingsStore& setting
     }
     if (f.decoder1 || f.pictureWidth <= 0 || f.pictureHeight <= 0) {
         p.content = Content::Sound;
-        p.hideWindow = settings.IsOn("L51");
+        p.hideWindow = settings.IsOn(opt::kCloseVideoForAudio);
         return p;
     }
     p.content = Content::Movie;

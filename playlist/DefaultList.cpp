@@ -1,14 +1,15 @@
 #include "playlist/DefaultList.h"
 
-#include "platform/Prompts.h"
+#include "common/Titles.h"
+#include "ports/Prompts.h"
 #include "playlist/ListFile.h"
 #include "settings/SettingsStore.h"
+#include "settings/OptionNames.h"
 
 namespace lumora {
 namespace {
 
 constexpr std::string_view kSaveProgressTitle = "保存默认列表文件";
-constexpr std::string_view kErrorTitle = "错误";
 constexpr std::string_view kNotFixedBefore = "当前打开的文件在";
 constexpr std::string_view kNotFixedAfter =
     "盘，不是固定硬盘。因此不能制作默认列表文件，请把文件拷入固定硬盘后在制作默认列表文件。";
@@ -23,9 +24,7 @@ constexpr std::string_view kDamagedTitle = "默认列表文件错误";
 constexpr std::string_view kNotSetText = "对不起！您还没有设置默认列表文件。";
 constexpr std::string_view kNotSetTitle = "没有设置";
 constexpr std::string_view kDeletedText = "默认列表文件已删除。";
-constexpr std::string_view kDeletedTitle = "删除完毕";
 constexpr std::string_view kDeleteFailedText = "默认列表文件删除失败。";
-constexpr std::string_view kDeleteFailedTitle = "删除失败";
 
 }  // namespace
 
@@ -38,7 +37,7 @@ DefaultList::Built DefaultList::Build(FilterProgress* progress, std::string& byt
     const PlayQueue& queue = queue_.Queue();
     const std::string& folder = queue.Folder();
     if (queue.Count() == 0 || fs_.DriveType(folder) != DriveKind::Fixed) return Built::NotFixed;
-    // Always filtered, whatever "L13" says: a list played at every start must not hold dead names.
+    // Always filtered, whatever opt::kFilterLists says: a list played at every start must not hold dead names.
     FilterResult filtered = FilterNames(fs_, folder, QueueListNames(queue), progress, kSaveProgressTitle);
     if (filtered.cancelled) return Built::Cancelled;
     if (filtered.kept.size() < 2) return Built::TooFew;
@@ -83,7 +82,7 @@ SaveOutcome DefaultList::SaveDefaultList() {
 }
 
 bool DefaultList::SaveDefaultListOnExit() {
-    if (!settings_.IsOn(kSaveDefaultOnExitOption)) return false;
+    if (!settings_.IsOn(opt::kSaveListOnExit)) return false;
     std::string bytes;
     std::string unstorable;
     return Build(nullptr, bytes, unstorable) == Built::Ok && fs_.WriteFileAtomic(Path(), bytes);
@@ -97,7 +96,7 @@ DefaultListLoad DefaultList::LoadDefaultList() {
     if (read.status == ListReadStatus::Unreadable) return DefaultListLoad::None;
     if (read.status == ListReadStatus::Ok) {
         const FilterResult filtered = FilterNames(fs_, read.list.folder, read.list.names);
-        const bool plays = settings_.IsOn(kDefaultListPlaysOption);
+        const bool plays = settings_.IsOn(opt::kDefaultListPlays);
         if (lists_.ReplaceQueue(read.list.folder, filtered.kept, plays)) {
             return plays ? DefaultListLoad::Playing : DefaultListLoad::Waiting;
         }

@@ -1,6 +1,6 @@
 #pragma once
 // The default list: the queue saved as "zvp3mr.qlb" in Lumora's per-user data folder, loaded at start when no file
-// was given. Made from the menu, or on exit when "L56" is "1".
+// was given. Made from the menu, or on exit when opt::kSaveListOnExit is "1".
 #include <string>
 #include <string_view>
 
@@ -12,7 +12,7 @@ inline constexpr std::string_view kDefaultListFileName = "zvp3mr.qlb";
 
 enum class DefaultListLoad {
     None,     // there is no default list (or it could not be read just now); nothing changed
-    Playing,  // the queue was replaced and its first entry handed to the player ("L15" is "1")
+    Playing,  // the queue was replaced and its first entry handed to the player (opt::kDefaultListPlays is "1")
     Waiting,  // the queue was replaced; the player waits for the user to press play
     Damaged,  // the user was told, and the file was deleted
 };
@@ -35,9 +35,9 @@ public:
     // whose files are all gone is reported and deleted. One surviving name is enough to play.
     DefaultListLoad LoadDefaultList();
     DefaultListDelete DeleteDefaultList();
-    // For the main window's close: when "L56" is "1", the queue becomes the default list as SaveDefaultList would
-    // make it, but without questions, boxes or progress window, since the program is going away. A queue that
-    // cannot make a list leaves the old default list alone. True when a list was written.
+    // For the main window's close: when opt::kSaveListOnExit is "1", the queue becomes the default list as
+    // SaveDefaultList would make it, but without questions, boxes or progress window, since the program is going away.
+    // A queue that cannot make a list leaves the old default list alone. True when a list was written.
     bool SaveDefaultListOnExit();
 
 private:

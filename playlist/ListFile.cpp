@@ -4,9 +4,10 @@
 #include <array>
 #include <optional>
 
+#include "common/Text.h"
 #include "mediainfo/MpegAudioParser.h"
-#include "platform/FileSystem.h"
-#include "platform/TextCodec.h"
+#include "ports/FileSystem.h"
+#include "ports/TextCodec.h"
 #include "playlist/MediaTest.h"
 
 namespace lumora {
@@ -29,12 +30,6 @@ constexpr std::string_view kReplacementUtf8 = "\xEF\xBF\xBD";
 
 // The largest folder Windows can name (32767 UTF-16 units), in UTF-8 bytes at worst.
 constexpr std::size_t kMaxFolderBytes = 32767 * 3;
-
-std::string_view TrimBlanks(std::string_view s) {
-    while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
-    while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
-    return s;
-}
 
 // The next line of `rest`, which moves past it and its line end. Empty optional when nothing is left.
 std::optional<std::string_view> NextLine(std::string_view& rest) {
@@ -61,13 +56,6 @@ bool IsSafeFolder(std::string_view folder) {
 
 // Text that came out of a CP936 decode holds U+FFFD only where the bytes were not CP936.
 bool DecodedCleanly(std::string_view utf8) { return utf8.find(kReplacementUtf8) == std::string_view::npos; }
-
-bool IsMpegAudioName(std::string_view name) {
-    if (name.size() < 4) return false;
-    std::string ending(name.substr(name.size() - 4));
-    for (char& c : ending) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    return ending == ".mp1" || ending == ".mp2" || ending == ".mp3";
-}
 
 // The size of the ID3v2 tag that starts `bytes` (header and footer included), or 0 when there is none. The size
 // is four 7-bit bytes; a byte with its top bit set means this is not a tag.
@@ -137,10 +125,10 @@ ListFileRead ParseListFile(std::string_view bytes) {
 
     const std::string_view countLine = counts;
     const std::size_t star = countLine.find(kSeparator);
-    list.countText = std::string(TrimBlanks(countLine.substr(0, star)));
+    list.countText = std::string(Trim(countLine.substr(0, star)));
     if (star != std::string_view::npos) {
         const std::string_view afterStar = countLine.substr(star + 1);
-        list.flag = std::string(TrimBlanks(afterStar.substr(0, afterStar.find(kSeparator))));
+        list.flag = std::string(Trim(afterStar.substr(0, afterStar.find(kSeparator))));
     }
 
     std::string_view pieces = files;

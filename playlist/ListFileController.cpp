@@ -2,9 +2,12 @@
 
 #include <array>
 
-#include "platform/Prompts.h"
+#include "common/Text.h"
+#include "common/Titles.h"
+#include "ports/Prompts.h"
 #include "playlist/ListFile.h"
 #include "settings/SettingsStore.h"
+#include "settings/OptionNames.h"
 
 namespace lumora {
 namespace {
@@ -14,7 +17,6 @@ constexpr std::string_view kListFilter = "QLB Lumora列表文件 (*.QLB)|*.QLB";
 constexpr std::string_view kListExtension = "QLB";
 constexpr std::string_view kSaveProgressTitle = "保存列表文件";
 constexpr std::string_view kLoadProgressTitle = "加载列表文件";
-constexpr std::string_view kErrorTitle = "错误";
 constexpr std::string_view kSaveErrorText = "错误请重新操作，保存列表文件操作。";
 constexpr std::string_view kNothingLeftOnSaveText =
     "没有一个文件剩下来，原因有三个：1、只选择一个文件，程序不会保存只有一个文件的列表文件。2、没有一个是媒体文件，程序"
@@ -95,9 +97,7 @@ std::string DriveRefusalText(std::string_view letter, bool loading) {
 std::string WithListExtension(std::string_view path) {
     std::string result(path);
     if (result.size() >= 4) {
-        std::string ending = result.substr(result.size() - 4);
-        for (char& c : ending) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-        if (ending == ".qlb") return result;
+        if (EndsWithIgnoringAsciiCase(result, ".qlb")) return result;
     }
     return result + "." + std::string(kListExtension);
 }
@@ -136,7 +136,7 @@ SaveOutcome ListFileController::SaveListFile() {
     if (!chosen || chosen->empty()) return SaveOutcome::Cancelled;
     const std::string path = WithListExtension(*chosen);
 
-    const bool filtering = settings_.IsOn(kFilterOption);
+    const bool filtering = settings_.IsOn(opt::kFilterLists);
     std::vector<std::string> names = QueueListNames(queue);
     if (filtering) {
         FilterResult filtered = FilterNames(fs_, folder, names, &progress_, kSaveProgressTitle);
@@ -182,7 +182,7 @@ AddOutcome ListFileController::LoadListFile(const std::string& path) {
     }
 
     bool filtering = false;
-    if (list.flag == "0" && !settings_.IsOn(kSkipFilterQuestion)) {
+    if (list.flag == "0" && !settings_.IsOn(opt::kSkipListFilterQuestion)) {
         filtering = prompts_.AskYesNo(kFilterQuestionText, kFilterQuestionTitle);
     }
     // A list elsewhere than on a fixed disk is filtered anyway, so that names whose files cannot be reached drop out.

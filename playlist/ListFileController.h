@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/FileSystem.h"
+#include "ports/FileSystem.h"
 #include "playlist/QueueController.h"
 
 namespace lumora {
@@ -26,12 +26,6 @@ enum class SaveOutcome {
 inline constexpr std::string_view kDriveDialogTitle = "驱动器对话框";
 inline constexpr std::string_view kNothingLeftTitle = "没有文件剩下";
 inline constexpr std::string_view kFileSavedTitle = "文件保存完毕";
-
-// Option values that steer lists (their validation lives in the settings store).
-inline constexpr std::string_view kFilterOption = "L13";             // "1": filter when saving; saved as line 2's flag
-inline constexpr std::string_view kSkipFilterQuestion = "L63";       // "1": never offer to filter an unfiltered list
-inline constexpr std::string_view kDefaultListPlaysOption = "L15";   // "1": the default list plays at once
-inline constexpr std::string_view kSaveDefaultOnExitOption = "L56";  // "1": the queue becomes the default list on exit
 
 // The drive letter of a path for the drive messages: its first character, whatever it is (a UNC path gives "\").
 std::string DriveLetterOf(std::string_view path);
@@ -55,7 +49,7 @@ public:
         : prompts_(prompts), fs_(fs), settings_(settings), queue_(queue), view_(view), progress_(progress) {}
 
     // The main window's save command: asks about drives that are not fixed disks, asks for a file name, filters
-    // when "L13" is "1", refuses a list of fewer than two names, writes the file whole and says where it went.
+    // when opt::kFilterLists is "1", refuses a list of fewer than two names, writes the file whole and says where it went.
     SaveOutcome SaveListFile();
 
     // Loads a list file into the queue and plays its first entry. Refused with a box (the queue as it was) when

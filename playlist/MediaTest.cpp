@@ -2,14 +2,10 @@
 
 #include <string>
 
+#include "common/Text.h"
+
 namespace lumora {
 namespace {
-
-std::string_view TrimBlanks(std::string_view s) {
-    while (!s.empty() && s.front() == ' ') s.remove_prefix(1);
-    while (!s.empty() && s.back() == ' ') s.remove_suffix(1);
-    return s;
-}
 
 // Names are UTF-8 and the test counts characters, not bytes. A stray continuation byte stays with the
 // character before it, so broken text is still cut somewhere harmless.
@@ -43,12 +39,12 @@ size_t CharCount(std::string_view s) {
 // "Forms a number" as the list lines' number test always read it: an optional sign, digits with at most one
 // decimal point, blanks after. "001", "12 " and "-1." are numbers; "1-(" and "abc" are not.
 bool IsNumberText(std::string_view s) {
-    s = TrimBlanks(s);
+    s = Trim(s, " ");
     if (!s.empty() && (s.front() == '+' || s.front() == '-')) s.remove_prefix(1);
     bool digit = false;
     bool point = false;
     for (char c : s) {
-        if (c >= '0' && c <= '9') {
+        if (IsDigit(c)) {
             digit = true;
         } else if (c == '.' && !point) {
             point = true;
@@ -62,16 +58,14 @@ bool IsNumberText(std::string_view s) {
 }  // namespace
 
 bool IsMediaFile(std::string_view name) {
-    name = TrimBlanks(name);
+    name = Trim(name, " ");
     std::string_view tail = name;
     if (CharCount(name) >= 3 && name.back() == ')' && IsNumberText(name.substr(0, CharsForward(name, 3)))) {
         tail.remove_suffix(1);  // a list line: look at the name inside "-(...)"
     }
     std::string ending(tail.substr(CharsBack(tail, 4)));
     // Every item of the list is ASCII, so ASCII lower-casing is all the comparison needs.
-    for (char& c : ending) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
+    ending = LowerAscii(ending);
     const size_t dot = ending.rfind('.');
     if (dot == std::string::npos) return false;
     const std::string extension = ending.substr(dot);

@@ -4,14 +4,17 @@
 #include <array>
 #include <optional>
 
+#include "common/Text.h"
+#include "common/Titles.h"
 #include "mediainfo/Id3v1.h"
 #include "mediainfo/TrailingTags.h"
-#include "platform/Prompts.h"
-#include "platform/TextCodec.h"
+#include "ports/Prompts.h"
+#include "ports/TextCodec.h"
 #include "playlist/ListFile.h"
-#include "settings/Registry.h"
+#include "ports/Registry.h"
 #include "settings/RegistryWrapper.h"
 #include "settings/SettingsStore.h"
+#include "settings/OptionNames.h"
 
 namespace lumora {
 namespace {
@@ -26,9 +29,7 @@ constexpr std::string_view kNotSetTitle = "无法删除";
 constexpr std::string_view kDeleteQuestion = "是否删除“我的音乐库”";
 constexpr std::string_view kDeleteTitle = "删除";
 constexpr std::string_view kDeleteFailedText = "删除失败！";
-constexpr std::string_view kDeleteFailedTitle = "删除失败";
 constexpr std::string_view kDeletedText = "删除完毕！程序只是删除“我的音乐库”的设置项，并没有删除文件。";
-constexpr std::string_view kDeletedTitle = "删除完毕";
 constexpr std::string_view kEmptyText = "现在“我的音乐库”里没有任何文件，因此无法加载";
 constexpr std::string_view kEmptyTitle = "无法加载";
 constexpr std::string_view kNoCurrentText = "当前正在播放的文件不存在。";
@@ -62,19 +63,6 @@ constexpr std::array<std::string_view, 3> kKeyLevels = {
     "HKEY_LOCAL_MACHINE\\SOFTWARE\\Tavrinsoft",
     kPlayerKeyPath,
 };
-
-std::string_view TrimBlanks(std::string_view s) {
-    while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
-    while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
-    return s;
-}
-
-char LowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
-bool EqualIgnoringAsciiCase(std::string_view a, std::string_view b) {
-    return a.size() == b.size() &&
-           std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return LowerAscii(x) == LowerAscii(y); });
-}
 
 std::string WithFinalBackslash(std::string folder) {
     if (!folder.empty() && folder.back() != '\\') folder += '\\';
@@ -131,7 +119,7 @@ std::string_view LibraryMarker(LibraryAdd result) {
 bool SameFolder(std::string_view a, std::string_view b) {
     if (!a.empty() && a.back() == '\\') a.remove_suffix(1);
     if (!b.empty() && b.back() == '\\') b.remove_suffix(1);
-    return EqualIgnoringAsciiCase(a, b);
+    return EqualsIgnoringAsciiCase(a, b);
 }
 
 std::string MusicLibrary::Folder() {
@@ -154,7 +142,7 @@ std::string MusicLibrary::Folder() {
             return {};
     }
     text.erase(std::find(text.begin(), text.end(), '\0'), text.end());
-    return WithFinalBackslash(std::string(TrimBlanks(text)));
+    return WithFinalBackslash(std::string(Trim(text)));
 }
 
 std::string MusicLibrary::ListPath() {
@@ -265,7 +253,7 @@ bool MusicLibrary::PrepareList(LibraryList& list) {
 }
 
 std::string MusicLibrary::ProposedName(const MediaEntry& source) {
-    if (settings_.IsOn(kRenameProposalOption)) {
+    if (settings_.IsOn(opt::kLibraryNameIsTitle)) {
         // The tag sits within the last kId3v1SearchSpan bytes: the rest of the file is not read.
         const long long size = fs_.FileSize(source.path);
         const long long from = std::max(0LL, size - static_cast<long long>(kId3v1SearchSpan));
@@ -288,7 +276,7 @@ LibraryAdd MusicLibrary::AddOne(const MediaEntry& source, LibraryList& list, boo
             // Equal lengths are taken for the same file.
             if (fs_.FileSize(target) == fs_.FileSize(source.path)) {
                 const bool listed = std::any_of(list.names.begin(), list.names.end(),
-                                                [&](const std::string& n) { return EqualIgnoringAsciiCase(n, name); });
+                                                [&](const std::string& n) { return EqualsIgnoringAsciiCase(n, name); });
                 if (listed) return LibraryAdd::AlreadyThere;
                 list.names.push_back(name);
                 return LibraryAdd::AddedExisting;
@@ -298,8 +286,8 @@ LibraryAdd MusicLibrary::AddOne(const MediaEntry& source, LibraryList& list, boo
         }
         if (!askName) break;
         const auto answer = prompts_.AskText(RenamePrompt(source.name), kRenameTitle, ProposedName(source));
-        if (!answer || TrimBlanks(*answer).empty()) return LibraryAdd::SkippedByUser;
-        name = std::string(TrimBlanks(*answer)) + std::string(ExtensionOf(source.name));
+        if (!answer || Trim(*answer).empty()) return LibraryAdd::SkippedByUser;
+        name = std::string(Trim(*answer)) + std::string(ExtensionOf(source.name));
         if (!IsUsableNewName(name)) return LibraryAdd::Failed;
         askName = false;
     }
@@ -318,7 +306,7 @@ LibraryAdd MusicLibrary::AddCurrentToLibrary() {
     const MediaEntry source = *current;
     LibraryList list;
     if (!PrepareList(list)) return LibraryAdd::NoLibrary;
-    const LibraryAdd result = AddOne(source, list, settings_.IsOn(kRenameBoxOption));
+    const LibraryAdd result = AddOne(source, list, settings_.IsOn(opt::kLibraryRenameBox));
     switch (result) {
         case LibraryAdd::Added:
         case LibraryAdd::AddedRenamed:
@@ -371,7 +359,7 @@ bool MusicLibrary::AddAllToLibrary() {
             copyView_.AddLine(source.name + std::string(LibraryMarker(LibraryAdd::CancelledByUser)));
             break;
         }
-        // The rename box comes only for a clash here: "L32" is about adding one file.
+        // The rename box comes only for a clash here: opt::kLibraryRenameBox is about adding one file.
         const LibraryAdd result = AddOne(source, list, false);
         copyView_.AddLine(source.name + std::string(LibraryMarker(result)));
     }

@@ -20,8 +20,6 @@ class Registry;
 
 inline constexpr std::string_view kLibraryValueName = "我的音乐库";
 inline constexpr std::string_view kLibraryListName = "我的音乐库.qlb";
-inline constexpr std::string_view kRenameBoxOption = "L32";       // "1": the rename box comes for every single add
-inline constexpr std::string_view kRenameProposalOption = "L33";  // "1": the box proposes the title, "0" the name
 
 // What became of one file. Each has its line marker in the add-all log (LibraryMarker).
 enum class LibraryAdd {
@@ -85,8 +83,8 @@ public:
     bool DeleteLibrary();
     // Loads the library's list as a list file; refused with a box when the library holds no file.
     AddOutcome LoadLibrary();
-    // Copies the playing file in and tells the result in a box. With "L32" at "1" the rename box comes even when
-    // no file of that name is in the library.
+    // Copies the playing file in and tells the result in a box. With opt::kLibraryRenameBox at "1" the rename box comes
+    // even when no file of that name is in the library.
     LibraryAdd AddCurrentToLibrary();
     // Copies every file of the queue in, logging each to the copy window. False when refused before the window
     // opened, or when the list could not be written afterwards (told in a box).

@@ -2,18 +2,12 @@
 
 #include <algorithm>
 
+#include "common/Text.h"
+
 namespace lumora {
 namespace {
 
 bool IsSeparator(char c) { return c == '\\' || c == '/'; }
-
-char LowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
-bool ContainsIgnoringAsciiCase(std::string_view text, std::string_view keyword) {
-    const auto it = std::search(text.begin(), text.end(), keyword.begin(), keyword.end(),
-                                [](char a, char b) { return LowerAscii(a) == LowerAscii(b); });
-    return it != text.end();
-}
 
 }  // namespace
 
@@ -51,9 +45,10 @@ std::string ListLine(int number, std::string_view name) {
 std::string TotalFilesText(int count) { return "总共" + NumberText(count) + "个文件"; }
 
 QueueTexts EmptyQueueTexts() {
+    constexpr std::string_view kNothingPlaying = "正在播放第0文件";
     return {
-        .playingPanel = "正在播放第0文件",
-        .positionPanel = "正在播放第0文件",
+        .playingPanel = std::string(kNothingPlaying),
+        .positionPanel = std::string(kNothingPlaying),
         .totalPanel = "共0个文件",
         .selectedText = "一共选中0个文件",
         .combinedLabel = "正在播放第0文件-----共0个文件",

@@ -6,8 +6,10 @@
 #include <string>
 #include <utility>
 
-#include "platform/FileSystem.h"
-#include "platform/Prompts.h"
+#include "common/Text.h"
+#include "common/Titles.h"
+#include "ports/FileSystem.h"
+#include "ports/Prompts.h"
 #include "playlist/MediaTest.h"
 
 namespace lumora {
@@ -19,9 +21,8 @@ constexpr std::string_view kTooManyTitle = "打开的文件太多";
 constexpr std::string_view kFolderPrompt = "您想播放放在哪个文件夹里的媒体文件？";
 constexpr std::string_view kNoMediaText = "此“文件夹”或“驱动器”根目录下没有媒体文件，请重新选择。";
 constexpr std::string_view kNoMediaTitle = "没有媒体文件";
+// The irregular-drop box has no title of its own; it shares the playlist window's kErrorTitle.
 constexpr std::string_view kIrregularDropText = "拖放文件里含有不规则路径，请重新拖放。";
-// The irregular-drop box has no title of its own; it shares the playlist window's "错误".
-constexpr std::string_view kErrorTitle = "错误";
 constexpr std::string_view kCannotRemoveText = "正在播放的媒体文件不能删除。";
 constexpr std::string_view kMoveTitle = "移动位置";
 constexpr std::string_view kBadRangeText = "你输入的范围不正确！";
@@ -34,29 +35,12 @@ constexpr std::string_view kNothingPlayingText = "当前没有一个文件播放
 constexpr std::string_view kNothingPlayingTitle = "无法“过滤”";
 constexpr std::string_view kListFileExtension = ".qlb";
 
-std::string_view TrimBlanks(std::string_view s) {
-    while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
-    while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
-    return s;
-}
-
 bool IsAsciiLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
-
-bool EndsWithIgnoringAsciiCase(std::string_view text, std::string_view ending) {
-    if (text.size() < ending.size()) return false;
-    text.remove_prefix(text.size() - ending.size());
-    for (size_t i = 0; i < ending.size(); ++i) {
-        char c = text[i];
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-        if (c != ending[i]) return false;
-    }
-    return true;
-}
 
 // A move target: digits only, blanks around them allowed. Signs, fractions and full-width digits are not
 // positions; an absurdly long number simply fails to convert.
 std::optional<int> ParsePosition(std::string_view text) {
-    if (text.empty() || text.find_first_not_of("0123456789") != std::string_view::npos) return std::nullopt;
+    if (!IsDigits(text)) return std::nullopt;
     int value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
@@ -205,7 +189,7 @@ bool QueueController::MoveEntry(int index) {
         "你想把" + queue_.Line(index) + " 的位置移动到哪里？\r\n范围:1～" + std::to_string(queue_.Count());
     const auto answer = prompts_.AskText(prompt, kMoveTitle, "");
     if (!answer) return false;
-    const std::string_view text = TrimBlanks(*answer);
+    const std::string_view text = Trim(*answer);
     if (text.empty()) return false;
     const std::optional<int> target = ParsePosition(text);
     if (!target || !queue_.Move(index, *target)) {
@@ -223,7 +207,7 @@ bool QueueController::FindFromCurrent() {
     }
     const auto answer = prompts_.AskText(kFindPrompt, kFindTitle, "");
     if (!answer) return false;
-    const std::string_view keyword = TrimBlanks(*answer);
+    const std::string_view keyword = Trim(*answer);
     if (keyword.empty()) return false;
     const int found = queue_.FindFrom(queue_.Current() + 1, keyword);
     if (found == 0) {

@@ -1,6 +1,7 @@
 #include "settings/IniFiles.h"
 
-#include "platform/FileSystem.h"
+#include "common/Text.h"
+#include "ports/FileSystem.h"
 #include "settings/IniDocument.h"
 
 namespace lumora {
@@ -47,7 +48,7 @@ std::optional<int> ReadWindowOpacity(IniFiles& ini, TransparentWindow window) {
     if (ini.Read(kPlayerIniFile, kSection, "form_tm_check1") != "1") return std::nullopt;
     const std::string key = "form_tm_" + std::to_string(static_cast<int>(window));
     const std::string text = ini.Read(kPlayerIniFile, kSection, key);
-    if (text.empty() || text.size() > 3 || text.find_first_not_of("0123456789") != std::string::npos) {
+    if (!IsDigits(text) || text.size() > 3) {
         return std::nullopt;
     }
     const int value = std::stoi(text);

@@ -2,8 +2,8 @@
 
 #include <array>
 
-#include "platform/Prompts.h"
-#include "platform/TextCodec.h"
+#include "ports/Prompts.h"
+#include "ports/TextCodec.h"
 
 namespace lumora {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "settings/Registry.h"
+#include "ports/Registry.h"
 
 namespace lumora {
 

@@ -1,8 +1,9 @@
 #include "settings/SettingsBackup.h"
 
-#include "platform/FileSystem.h"
-#include "platform/ProcessRunner.h"
-#include "platform/Prompts.h"
+#include "common/Titles.h"
+#include "ports/FileSystem.h"
+#include "ports/ProcessRunner.h"
+#include "ports/Prompts.h"
 #include "settings/SettingsStore.h"
 
 namespace lumora {
@@ -14,7 +15,6 @@ constexpr std::string_view kRestoreDialogTitle = "恢复设置";
 constexpr std::string_view kBackupDone = "备份完毕（备份的设置文件就是“注册表”双击可恢复“设置”）。";
 constexpr std::string_view kBackupFailed = "建立文件失败！请确认此路径是否有文件正在使用。";
 constexpr std::string_view kRestoreDone = "恢复完毕，如果导入成功，请重新启动《Lumora》。";
-constexpr std::string_view kDoneTitle = "完毕";
 constexpr std::string_view kFailedTitle = "失败";
 
 // Quoted, so that a path with blanks reaches the registry editor as one argument.

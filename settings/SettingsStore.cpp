@@ -4,7 +4,9 @@
 #include <cstdint>
 #include <limits>
 
+#include "common/Text.h"
 #include "settings/RegistryWrapper.h"
+#include "settings/OptionNames.h"
 
 namespace lumora {
 namespace {
@@ -60,76 +62,76 @@ constexpr bool kNone = false;
 //  TOP..MovW  empty: the window places itself until it has been moved once.
 //  Vol        empty: full volume until the user has set one.
 constexpr std::array kOptions = std::to_array<Option>({
-    {"L1", Rule::Range, "5", kDefault, 1, 120},
-    {"L2", Rule::Range, "5", kDefault, 1, 120},
-    {"L6", Rule::Flag, "0", kDefault},
-    {"L8", Rule::Flag, "0", kDefault},
-    {"L11", Rule::Flag, "0", kDefault},
-    {"L13", Rule::Flag, "1", kDefault},
-    {"L15", Rule::Flag, "1", kDefault},
-    {"L16", Rule::Flag, "0", kDefault},
-    {"L22", Rule::Flag, "1", kDefault},
-    {"L24", Rule::Flag, "0", kDefault},
-    {"L25", Rule::Raw, "1", kNone},
-    {"L26", Rule::Flag, "0", kDefault},
-    {"L27", Rule::Flag, "0", kDefault},
-    {"L28", Rule::Flag, "0", kDefault},
-    {"L29", Rule::Flag, "1", kDefault},
-    {"L30", Rule::Range, "15", kDefault, 1, 100},
-    {"L31", Rule::Flag, "1", kDefault},
-    {"L32", Rule::Flag, "1", kDefault},
-    {"L33", Rule::Flag, "0", kDefault},
-    {"L34", Rule::Flag, "1", kDefault},
-    {"L34B", Rule::Colour, "14811135", kNone},
-    {"L34F", Rule::Colour, "0", kNone},
-    {"L35", Rule::Choice, "2", kDefault, 0, 0, Bits({0, 1, 2, 5, 6})},
-    {"L36", Rule::Flag, "0", kDefault},
-    {"L37", Rule::Flag, "1", kDefault},
-    {"L38", Rule::Flag, "1", kDefault},
-    {"L39", Rule::Range, "0", kDefault, 0, 99},
-    {"L40", Rule::Flag, "1", kDefault},
-    {"L41", Rule::Range, "32", kDefault, 0, 998},
-    {"L42", Rule::Range, "130", kDefault, 33, 999},  // and above "L41": see LoadSettings
-    {"L43", Rule::Flag, "0", kDefault},
-    {"L44", Rule::Flag, "1", kDefault},
-    {"L45", Rule::Choice, "1", kNone, 0, 0, Bits({0, 1, 2})},
-    {"L46", Rule::Range, "0", kNone, 0, 19},
-    {"L47", Rule::Choice, "1", kNone, 0, 0, Bits({0, 1, 2})},
-    {"L48", Rule::Flag, "1", kNone},
-    {"L49", Rule::Flag, "0", kNone},
-    {"L50", Rule::Flag, "1", kNone},
-    {"L51", Rule::Flag, "1", kNone},
-    {"L52", Rule::Flag, "0", kNone},
-    {"L53", Rule::Range, "6", kNone, 0, 999},
-    {"L54", Rule::Flag, "0", kNone},
-    {"L55", Rule::Flag, "0", kNone},
-    {"L56", Rule::Flag, "0", kNone},
-    {"L57", Rule::Flag, "1", kNone},
-    {"L58", Rule::Range, "0", kNone, 0, 1},
-    {"L59", Rule::Flag, "1", kNone},
-    {"L60", Rule::Flag, "0", kNone},
-    {"L61", Rule::Range, "0", kNone, -9, 9},
-    {"L62", Rule::Flag, "0", kNone},
-    {"L63", Rule::Flag, "0", kNone},
-    {"L64", Rule::Flag, "0", kNone},
-    {"L65", Rule::Flag, "1", kNone},
-    {"L66", Rule::Flag, "0", kNone},
-    {"L67", Rule::Flag, "0", kNone},
-    {"L68", Rule::Flag, "1", kNone},
-    {"L69", Rule::Flag, "0", kNone},
-    {"L70", Rule::Flag, "1", kNone},
-    {"L71", Rule::Flag, "1", kNone},
-    {"L72", Rule::Flag, "0", kNone},
-    {"L1B", Rule::Colour, "16777215", kNone},
-    {"L1F", Rule::Colour, "0", kNone},
+    {opt::kBackSeconds, Rule::Range, "5", kDefault, 1, 120},
+    {opt::kForwardSeconds, Rule::Range, "5", kDefault, 1, 120},
+    {opt::kBackgroundColours, Rule::Flag, "0", kDefault},
+    {opt::kPanelTextColours, Rule::Flag, "0", kDefault},
+    {opt::kTrayIcon, Rule::Flag, "0", kDefault},
+    {opt::kFilterLists, Rule::Flag, "1", kDefault},
+    {opt::kDefaultListPlays, Rule::Flag, "1", kDefault},
+    {opt::kAskOnUnplayable, Rule::Flag, "0", kDefault},
+    {opt::kClassicListTips, Rule::Flag, "1", kDefault},
+    {opt::kMenuColours, Rule::Flag, "0", kDefault},
+    {opt::kDecoder, Rule::Raw, "1", kNone},
+    {opt::kMainWindowTopmost, Rule::Flag, "0", kDefault},
+    {opt::kBubbles, Rule::Flag, "0", kDefault},
+    {opt::kListWindowTopmost, Rule::Flag, "0", kDefault},
+    {opt::kListReadsMediaInfo, Rule::Flag, "1", kDefault},
+    {opt::kRunningTextSpeed, Rule::Range, "15", kDefault, 1, 100},
+    {opt::kBalloonHelp, Rule::Flag, "1", kDefault},
+    {opt::kLibraryRenameBox, Rule::Flag, "1", kDefault},
+    {opt::kLibraryNameIsTitle, Rule::Flag, "0", kDefault},
+    {opt::kDefaultBalloonColours, Rule::Flag, "1", kDefault},
+    {opt::kBalloonBackColour, Rule::Colour, "14811135", kNone},
+    {opt::kBalloonTextColour, Rule::Colour, "0", kNone},
+    {opt::kSkin, Rule::Choice, "2", kDefault, 0, 0, Bits({0, 1, 2, 5, 6})},
+    {opt::kFlatSongMenu, Rule::Flag, "0", kDefault},
+    {opt::kColouredBubbles, Rule::Flag, "1", kDefault},
+    {opt::kInfoBalloons, Rule::Flag, "1", kDefault},
+    {opt::kSongMenuLayout, Rule::Range, "0", kDefault, 0, 99},
+    {opt::kAutoSongMenuType, Rule::Flag, "1", kDefault},
+    {opt::kSongMenuUpperBound, Rule::Range, "32", kDefault, 0, 998},
+    {opt::kSongMenuLowerBound, Rule::Range, "130", kDefault, 33, 999},  // and above opt::kSongMenuUpperBound: see LoadSettings
+    {opt::kColouredProgress, Rule::Flag, "0", kDefault},
+    {opt::kSamePlayer, Rule::Flag, "1", kDefault},
+    {opt::kVideoStartSize, Rule::Choice, "1", kNone, 0, 0, Bits({0, 1, 2})},
+    {opt::kVideoScale, Rule::Range, "0", kNone, 0, 19},
+    {opt::kSmallVideoSize, Rule::Choice, "1", kNone, 0, 0, Bits({0, 1, 2})},
+    {opt::kAutoOpenLyricsWindow, Rule::Flag, "1", kNone},
+    {opt::kAutoCloseLyricsWindow, Rule::Flag, "0", kNone},
+    {opt::kStopScreenSaver, Rule::Flag, "1", kNone},
+    {opt::kCloseVideoForAudio, Rule::Flag, "1", kNone},
+    {opt::kVideoWindowAtStart, Rule::Flag, "0", kNone},
+    {opt::kVolumeFadeDelay, Rule::Range, "6", kNone, 0, 999},
+    {opt::kRepairMediaInfo, Rule::Flag, "0", kNone},
+    {opt::kDecoderWorkaround, Rule::Flag, "0", kNone},
+    {opt::kSaveListOnExit, Rule::Flag, "0", kNone},
+    {opt::kListWindowAtStart, Rule::Flag, "1", kNone},
+    {opt::kTimeLabelMode, Rule::Range, "0", kNone, 0, 1},
+    {opt::kShortcutButtons, Rule::Flag, "1", kNone},
+    {opt::kNoVolumeFade, Rule::Flag, "0", kNone},
+    {opt::kLyricsOffset, Rule::Range, "0", kNone, -9, 9},
+    {opt::kModuleSongMenu, Rule::Flag, "0", kNone},
+    {opt::kSkipListFilterQuestion, Rule::Flag, "0", kNone},
+    {opt::kNoLyricsWindowBubbles, Rule::Flag, "0", kNone},
+    {opt::kXpMenus, Rule::Flag, "1", kNone},
+    {opt::kSamePlayerShowsMain, Rule::Flag, "0", kNone},
+    {opt::kNoVideoWindowForVideo, Rule::Flag, "0", kNone},
+    {opt::kLyricsWhileSeeking, Rule::Flag, "1", kNone},
+    {opt::kNoWindowFades, Rule::Flag, "0", kNone},
+    {opt::kStartupInfoBalloon, Rule::Flag, "1", kNone},
+    {opt::kPlayInfoBalloon, Rule::Flag, "1", kNone},
+    {opt::kHourlyChime, Rule::Flag, "0", kNone},
+    {opt::kMenuBackColour, Rule::Colour, "16777215", kNone},
+    {opt::kMenuTextColour, Rule::Colour, "0", kNone},
     // Loaded at start-up but written by the windows that own them.
-    {"TOP", Rule::Top, "", kNone},
-    {"LEFT", Rule::Left, "", kNone},
-    {"MovTOP", Rule::Y, "", kNone},
-    {"MovLEFT", Rule::X, "", kNone},
-    {"MovH", Rule::Height, "", kNone},
-    {"MovW", Rule::Width, "", kNone},
-    {"Vol", Rule::Raw, "", kNone},
+    {opt::kMainTop, Rule::Top, "", kNone},
+    {opt::kMainLeft, Rule::Left, "", kNone},
+    {opt::kVideoTop, Rule::Y, "", kNone},
+    {opt::kVideoLeft, Rule::X, "", kNone},
+    {opt::kVideoHeight, Rule::Height, "", kNone},
+    {opt::kVideoWidth, Rule::Width, "", kNone},
+    {opt::kVolume, Rule::Raw, "", kNone},
 });
 
 constexpr size_t kSavedCount = kOptions.size() - 7;
@@ -142,12 +144,8 @@ constexpr auto MakeNames(size_t from, size_t count) {
 constexpr auto kSavedNames = MakeNames(0, kSavedCount);
 constexpr auto kPositionNames = MakeNames(kSavedCount, kOptions.size() - kSavedCount);
 
-std::string_view TrimBlanks(std::string_view s) {
-    // A value written with a terminator by another tool still reads as its text.
-    while (!s.empty() && (s.back() == '\0' || s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
-    while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
-    return s;
-}
+// A value written with a terminator by another tool still reads as its text.
+std::string_view TrimBlanks(std::string_view s) { return Trim(s, kBlanks, std::string_view(" \t\0", 3)); }
 
 bool HasControlCharacter(std::string_view s) {
     for (char c : s) {
@@ -252,7 +250,7 @@ bool LoadSettings(SettingsStore& store, RegistryWrapper& registry, ScreenExtent 
         const std::string_view text = TrimBlanks(read.text);
         bool valid = IsValid(o, text, screen);
         // The song-menu bounds go together: the lower bound must lie above the upper one.
-        if (valid && o.name == "L42") valid = ParseDecimal(text) > loaded.Number("L41");
+        if (valid && o.name == opt::kSongMenuLowerBound) valid = ParseDecimal(text) > loaded.Number(opt::kSongMenuUpperBound);
         if (valid) {
             loaded.SetText(o.name, text);
         } else if (o.hasDefault) {

@@ -40,7 +40,7 @@ public:
 
     // The option names in the order they are written to the registry.
     static std::span<const std::string_view> SavedNames();
-    // The names loaded at start-up after the options: window positions and "Vol".
+    // The names loaded at start-up after the options: window positions and opt::kVolume.
     static std::span<const std::string_view> PositionNames();
 
 private:

@@ -11,6 +11,8 @@
 #include <utility>
 #include <vector>
 
+#include "settings/OptionNames.h"
+
 namespace lumora {
 
 struct WindowRect {
@@ -36,9 +38,9 @@ struct PlacementNames {
     std::string_view left, top, width, height;
     bool HasSize() const { return !width.empty(); }
 };
-inline constexpr PlacementNames kMainWindowPlace{"LEFT", "TOP", {}, {}};
-inline constexpr PlacementNames kPlaylistWindowPlace{"F4L", "F4T", "F4W", "F4H"};
-inline constexpr PlacementNames kVideoWindowPlace{"MovLEFT", "MovTOP", "MovW", "MovH"};
+inline constexpr PlacementNames kMainWindowPlace{opt::kMainLeft, opt::kMainTop, {}, {}};
+inline constexpr PlacementNames kPlaylistWindowPlace{opt::kListLeft, opt::kListTop, opt::kListWidth, opt::kListHeight};
+inline constexpr PlacementNames kVideoWindowPlace{opt::kVideoLeft, opt::kVideoTop, opt::kVideoWidth, opt::kVideoHeight};
 
 // True when the rectangle shares at least one pixel with one of the monitors' rectangles.
 bool IsOnScreen(const WindowRect& place, std::span<const WindowRect> monitors);

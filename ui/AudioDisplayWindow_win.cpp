@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 #include "ui/ControlIds.h"
 #include "ui/Theme_win.h"
 #include "ui/WindowClass_win.h"
@@ -117,7 +117,7 @@ bool AudioDisplayWindow::Create(HWND owner) {
     RECT o;
     GetWindowRect(owner, &o);
     hwnd_ =
-        CreateWindowExW(WS_EX_TOOLWINDOW, kClass, L"音频\\歌词显示", WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME,
+        CreateWindowExW(WS_EX_TOOLWINDOW, kClass, Widen(kLyricsWindowCaption).c_str(), WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME,
                         o.left, o.bottom, o.right - o.left, 184, owner, nullptr, GetModuleHandleW(nullptr), this);
     if (!hwnd_) return false;
     int y = 4;

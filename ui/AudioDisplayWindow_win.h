@@ -15,6 +15,9 @@
 
 namespace lumora {
 
+// The window's caption, also the main menu item that shows and hides it.
+inline constexpr char kLyricsWindowCaption[] = "音频\\歌词显示";
+
 class AudioDisplayWindow final : public WindowBase<AudioDisplayWindow> {
 public:
     AudioDisplayWindow() = default;

@@ -1,6 +1,6 @@
 #include "ui/Boxes_win.h"
 
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 #include "ui/DialogTemplate_win.h"
 #include "ui/Theme_win.h"
 #include "ui/WindowBase_win.h"
@@ -118,7 +118,7 @@ int ShowBox(HWND owner, std::string_view text, std::string_view title, BoxButton
     DialogTemplate t(Widen(title), 220, 64, kBoxStyle);
     t.AddControl(DialogTemplate::kStatic, IDC_BOX_TEXT, L"", 10, 10, 200, 20, SS_LEFT | SS_NOPREFIX);
     if (buttons == BoxButtons::Ok) {
-        t.AddControl(DialogTemplate::kButton, IDOK, L"确定", 85, 40, 50, 15, BS_DEFPUSHBUTTON | WS_TABSTOP);
+        t.AddControl(DialogTemplate::kButton, IDOK, kOkText, 85, 40, 50, 15, BS_DEFPUSHBUTTON | WS_TABSTOP);
     } else {
         t.AddControl(DialogTemplate::kButton, IDYES, L"是(&Y)", 55, 40, 50, 15, BS_DEFPUSHBUTTON | WS_TABSTOP);
         t.AddControl(DialogTemplate::kButton, IDNO, L"否(&N)", 115, 40, 50, 15, BS_PUSHBUTTON | WS_TABSTOP);
@@ -135,8 +135,8 @@ std::optional<std::string> ShowInputBox(HWND owner, std::string_view prompt, std
     DialogTemplate t(Widen(title), 230, 82, kBoxStyle);
     t.AddControl(DialogTemplate::kStatic, IDC_BOX_TEXT, L"", 10, 10, 210, 20, SS_LEFT | SS_NOPREFIX);
     t.AddControl(DialogTemplate::kEdit, IDC_BOX_EDIT, L"", 10, 36, 210, 13, ES_AUTOHSCROLL | WS_BORDER | WS_TABSTOP);
-    t.AddControl(DialogTemplate::kButton, IDOK, L"确定", 60, 58, 50, 15, BS_DEFPUSHBUTTON | WS_TABSTOP);
-    t.AddControl(DialogTemplate::kButton, IDCANCEL, L"取消", 120, 58, 50, 15, BS_PUSHBUTTON | WS_TABSTOP);
+    t.AddControl(DialogTemplate::kButton, IDOK, kOkText, 60, 58, 50, 15, BS_DEFPUSHBUTTON | WS_TABSTOP);
+    t.AddControl(DialogTemplate::kButton, IDCANCEL, kCancelText, 120, 58, 50, 15, BS_PUSHBUTTON | WS_TABSTOP);
     const INT_PTR rc = DialogBoxIndirectParamW(GetModuleHandleW(nullptr), t.Get(), owner, BoxDialog::DlgProc,
                                                reinterpret_cast<LPARAM>(&box));
     if (rc != IDOK) return std::nullopt;

@@ -7,6 +7,11 @@
 
 namespace lumora {
 
+// The button captions every dialog and box shares.
+inline constexpr wchar_t kOkText[] = L"确定";
+inline constexpr wchar_t kCancelText[] = L"取消";
+inline constexpr wchar_t kCloseText[] = L"关闭";
+
 class DialogTemplate {
 public:
     // Sizes in dialog units. The font is the shell dialog font, which Wine and Chinese Windows

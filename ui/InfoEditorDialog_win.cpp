@@ -4,7 +4,7 @@
 
 #include "app/Version.h"
 #include "mediainfo/InfoEditor.h"
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 #include "ui/ControlIds.h"
 #include "ui/DialogTemplate_win.h"
 #include "ui/Prompts_win.h"
@@ -20,11 +20,11 @@ constexpr WORD kListBox = 0x0083;
 
 struct ItemBox {
     int id;
-    const wchar_t* label;
+    std::string_view label;
 };
 constexpr ItemBox kItems[] = {
-    {IDC_INFO_TITLE, L"标题"}, {IDC_INFO_ARTIST, L"歌手"},  {IDC_INFO_ALBUM, L"专集"},
-    {IDC_INFO_YEAR, L"年代"},  {IDC_INFO_COMMENT, L"其他"},
+    {IDC_INFO_TITLE, kTitleLabel}, {IDC_INFO_ARTIST, kArtistLabel},   {IDC_INFO_ALBUM, kAlbumLabel},
+    {IDC_INFO_YEAR, kYearLabel},   {IDC_INFO_COMMENT, kCommentLabel},
 };
 
 std::string ItemText(HWND dlg, int id) {
@@ -157,24 +157,24 @@ void InfoEditorDialog::Run(HWND owner, FileSystem& fs) {
     t.AddControl(DialogTemplate::kStatic, IDC_INFO_PATH, L"", 134, 6, 260, 10, SS_LEFT | SS_NOPREFIX | SS_PATHELLIPSIS);
     short y = 20;
     for (const auto& item : kItems) {
-        t.AddControl(DialogTemplate::kStatic, static_cast<WORD>(-1), item.label, 134, static_cast<short>(y + 2), 24, 10,
+        t.AddControl(DialogTemplate::kStatic, static_cast<WORD>(-1), Widen(item.label), 134, static_cast<short>(y + 2), 24, 10,
                      SS_LEFT);
         t.AddControl(DialogTemplate::kEdit, static_cast<WORD>(item.id), L"", 160, y, 234, 12,
                      ES_AUTOHSCROLL | WS_BORDER | WS_TABSTOP);
         y = static_cast<short>(y + 16);
     }
-    t.AddControl(DialogTemplate::kStatic, static_cast<WORD>(-1), L"歌词", 134, static_cast<short>(y + 2), 24, 10,
+    t.AddControl(DialogTemplate::kStatic, static_cast<WORD>(-1), Widen(kLyricsLabel), 134, static_cast<short>(y + 2), 24, 10,
                  SS_LEFT);
     t.AddControl(DialogTemplate::kEdit, IDC_INFO_LYRICS, L"", 160, y, 234, 118,
                  ES_MULTILINE | ES_AUTOVSCROLL | ES_WANTRETURN | WS_VSCROLL | WS_BORDER | WS_TABSTOP);
     t.AddControl(DialogTemplate::kButton, IDC_INFO_READ_ONLY, L"去掉“只读”属性", 134, 222, 80, 10,
                  BS_AUTOCHECKBOX | WS_TABSTOP);
-    t.AddControl(DialogTemplate::kButton, IDC_INFO_SHIFT, L"时间轨偏移", 218, 222, 56, 10, BS_CHECKBOX | WS_TABSTOP);
+    t.AddControl(DialogTemplate::kButton, IDC_INFO_SHIFT, Widen(kTimeShiftTitle), 218, 222, 56, 10, BS_CHECKBOX | WS_TABSTOP);
     t.AddControl(DialogTemplate::kStatic, IDC_INFO_SHIFT_VALUE, L"", 276, 223, 40, 10, SS_LEFT);
     t.AddControl(DialogTemplate::kButton, IDC_INFO_SAVE, L"保存", 134, 234, 50, 13, BS_DEFPUSHBUTTON | WS_TABSTOP);
     t.AddControl(DialogTemplate::kButton, IDC_INFO_EXPORT, L"导出QGC", 190, 234, 50, 13, BS_PUSHBUTTON | WS_TABSTOP);
     t.AddControl(DialogTemplate::kButton, IDC_INFO_IMPORT, L"导入QGC", 246, 234, 50, 13, BS_PUSHBUTTON | WS_TABSTOP);
-    t.AddControl(DialogTemplate::kButton, IDCANCEL, L"关闭", 344, 234, 50, 13, BS_PUSHBUTTON | WS_TABSTOP);
+    t.AddControl(DialogTemplate::kButton, IDCANCEL, kCloseText, 344, 234, 50, 13, BS_PUSHBUTTON | WS_TABSTOP);
     EditorWindow window(*this, fs);
     DialogBoxIndirectParamW(GetModuleHandleW(nullptr), t.Get(), owner, EditorWindow::DlgProc,
                             reinterpret_cast<LPARAM>(&window));

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "mediainfo/LyricsTiming.h"
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 #include "ui/ControlIds.h"
 #include "ui/DialogTemplate_win.h"
 #include "ui/Prompts_win.h"
@@ -129,8 +129,8 @@ bool LyricsSettingsDialog::Run(HWND owner) {
                  BS_PUSHBUTTON | WS_TABSTOP);
     t.AddControl(DialogTemplate::kStatic, IDC_LYRICS_SET_PICTURE_PATH, L"", 8, 182, 244, 10,
                  SS_LEFT | SS_NOPREFIX | SS_PATHELLIPSIS);
-    t.AddControl(DialogTemplate::kButton, IDOK, L"确定", 140, 204, 52, 14, BS_DEFPUSHBUTTON | WS_TABSTOP);
-    t.AddControl(DialogTemplate::kButton, IDCANCEL, L"取消", 200, 204, 52, 14, BS_PUSHBUTTON | WS_TABSTOP);
+    t.AddControl(DialogTemplate::kButton, IDOK, kOkText, 140, 204, 52, 14, BS_DEFPUSHBUTTON | WS_TABSTOP);
+    t.AddControl(DialogTemplate::kButton, IDCANCEL, kCancelText, 200, 204, 52, 14, BS_PUSHBUTTON | WS_TABSTOP);
     edited_ = settings;
     return DialogBoxIndirectParamW(GetModuleHandleW(nullptr), t.Get(), owner, DlgProc, reinterpret_cast<LPARAM>(this)) ==
            IDOK;

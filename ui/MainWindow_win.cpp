@@ -4,7 +4,7 @@
 #include <shellapi.h>
 
 #include "mediainfo/StreamPanel.h"
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 #include "ui/ControlIds.h"
 #include "ui/ImageButton_win.h"
 #include "ui/Menu_win.h"

@@ -1,7 +1,8 @@
 #include "ui/ProgressWindow_win.h"
 
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 #include "ui/ControlIds.h"
+#include "ui/DialogTemplate_win.h"
 #include "ui/Theme_win.h"
 #include "ui/WindowClass_win.h"
 
@@ -53,7 +54,7 @@ bool ProgressWindow::Open(HWND owner, const std::string& title) {
           kWidth - 20, kHeight - 100);
     HWND cancel =
         Child(hwnd_, L"BUTTON", IDC_PROGRESS_CANCEL, BS_PUSHBUTTON | WS_TABSTOP, kWidth / 2 - 40, kHeight - 36, 80, 26);
-    SetWindowTextW(cancel, L"取消");
+    SetWindowTextW(cancel, kCancelText);
     if (owner_) EnableWindow(owner_, FALSE);
     ShowWindow(hwnd_, SW_SHOW);
     UpdateWindow(hwnd_);
@@ -96,7 +97,7 @@ bool ProgressWindow::Pump() {
 
 void ProgressWindow::Finish() {
     finished_ = true;
-    if (hwnd_) SetDlgItemTextW(hwnd_, IDC_PROGRESS_CANCEL, L"关闭");
+    if (hwnd_) SetDlgItemTextW(hwnd_, IDC_PROGRESS_CANCEL, kCloseText);
     if (owner_) EnableWindow(owner_, TRUE);
 }
 

@@ -3,7 +3,7 @@
 #include <commdlg.h>
 #include <shlobj.h>
 
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 #include "ui/Boxes_win.h"
 
 namespace lumora {

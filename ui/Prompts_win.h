@@ -1,7 +1,7 @@
 #pragma once
 #include <windows.h>
 
-#include "platform/Prompts.h"
+#include "ports/Prompts.h"
 
 namespace lumora {
 

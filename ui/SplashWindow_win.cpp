@@ -2,7 +2,7 @@
 
 #include "app/Version.h"
 
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 #include "ui/ControlIds.h"
 #include "ui/Theme_win.h"
 #include "ui/WindowClass_win.h"

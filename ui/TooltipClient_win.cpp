@@ -1,7 +1,7 @@
 #include "ui/TooltipClient_win.h"
 
 
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 
 namespace lumora {
 

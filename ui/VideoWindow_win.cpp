@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 #include "ui/WindowClass_win.h"
 
 namespace lumora {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 
 namespace lumora {
 

@@ -8,8 +8,8 @@
 #include <utility>
 
 #include "platform/Registry_win.h"
-#include "platform/TextCodec.h"
-#include "platform/WinText.h"
+#include "ports/TextCodec.h"
+#include "platform/WinText_win.h"
 #include "ui/Boxes_win.h"
 #include "ui/ControlIds.h"
 

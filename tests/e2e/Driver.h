@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "settings/Registry.h"
+#include "ports/Registry.h"
 
 namespace lumora::e2e {
 

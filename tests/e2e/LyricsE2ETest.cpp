@@ -12,8 +12,8 @@
 
 #include "e2e/Driver.h"
 #include "platform/Registry_win.h"
-#include "platform/TextCodec.h"
-#include "platform/WinText.h"
+#include "ports/TextCodec.h"
+#include "platform/WinText_win.h"
 #include "support/MpegFrames.h"
 #include "ui/ControlIds.h"
 

@@ -9,7 +9,7 @@
 
 #include "e2e/Driver.h"
 #include "platform/Registry_win.h"
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 #include "ui/ControlIds.h"
 
 namespace lumora::e2e {

@@ -5,7 +5,7 @@
 #include "mediainfo/Id3v1.h"
 #include "mediainfo/TestMedia.h"
 #include "mediainfo/TrailingTags.h"
-#include "platform/TextCodec.h"
+#include "ports/TextCodec.h"
 #include "support/Fakes.h"
 
 namespace lumora {

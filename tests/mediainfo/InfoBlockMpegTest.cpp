@@ -11,7 +11,7 @@
 
 #include "mediainfo/InfoBlock.h"
 #include "mediainfo/TestMedia.h"
-#include "platform/TextCodec.h"
+#include "ports/TextCodec.h"
 #include "support/HostFileSystem.h"
 
 namespace lumora {

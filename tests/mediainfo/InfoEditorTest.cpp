@@ -5,7 +5,7 @@
 
 #include "mediainfo/InfoEditor.h"
 #include "mediainfo/QgcFile.h"
-#include "platform/TextCodec.h"
+#include "ports/TextCodec.h"
 #include "support/Fakes.h"
 
 namespace lumora {

@@ -6,7 +6,7 @@
 #include "mediainfo/InfoBlock.h"
 #include "mediainfo/LyricsDisplay.h"
 #include "mediainfo/LyricsLookup.h"
-#include "platform/TextCodec.h"
+#include "ports/TextCodec.h"
 #include "support/Fakes.h"
 
 namespace lumora {

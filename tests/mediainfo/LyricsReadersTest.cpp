@@ -6,7 +6,7 @@
 #include "mediainfo/LrcReader.h"
 #include "mediainfo/SmiReader.h"
 #include "mediainfo/TestMedia.h"
-#include "platform/TextCodec.h"
+#include "ports/TextCodec.h"
 #include "support/Fakes.h"
 
 namespace lumora {

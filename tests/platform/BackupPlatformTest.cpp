@@ -6,7 +6,7 @@
 #include "platform/FileSystem_win.h"
 #include "platform/ProcessRunner_win.h"
 #include "platform/Registry_win.h"
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 #include "settings/RegistryWrapper.h"
 #include "settings/SettingsBackup.h"
 #include "settings/SettingsStore.h"

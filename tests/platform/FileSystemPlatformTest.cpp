@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/FileSystem_win.h"
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 
 namespace lumora {
 namespace {

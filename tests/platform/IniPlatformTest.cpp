@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/FileSystem_win.h"
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 #include "settings/IniFiles.h"
 
 namespace lumora {

@@ -7,7 +7,7 @@
 
 #include "platform/FileSystem_win.h"
 #include "platform/Instance_win.h"
-#include "platform/WinText.h"
+#include "platform/WinText_win.h"
 
 namespace lumora {
 namespace {

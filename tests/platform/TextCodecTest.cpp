@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/TextCodec.h"
+#include "ports/TextCodec.h"
 
 namespace lumora {
 namespace {

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/TextCodec.h"
+#include "ports/TextCodec.h"
 #include "playlist/DefaultList.h"
 #include "playlist/ListFile.h"
 #include "settings/SettingsStore.h"

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/TextCodec.h"
+#include "ports/TextCodec.h"
 #include "playlist/ListFile.h"
 #include "playlist/ListFileController.h"
 #include "settings/SettingsStore.h"

@@ -8,10 +8,10 @@
 #include <tuple>
 #include <vector>
 
-#include "platform/FileSystem.h"
-#include "platform/ProcessRunner.h"
-#include "platform/Prompts.h"
-#include "settings/Registry.h"
+#include "ports/FileSystem.h"
+#include "ports/ProcessRunner.h"
+#include "ports/Prompts.h"
+#include "ports/Registry.h"
 
 namespace lumora::test {
 

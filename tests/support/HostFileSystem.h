@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/FileSystem.h"
+#include "ports/FileSystem.h"
 
 namespace lumora::test {
 

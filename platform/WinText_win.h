@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/TextCodec.h"
+#include "ports/TextCodec.h"
 
 namespace lumora {
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "playback/MciPort.h"
+#include "ports/MciPort.h"
 
 namespace lumora {
 

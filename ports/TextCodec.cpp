@@ -1,4 +1,4 @@
-#include "platform/TextCodec.h"
+#include "ports/TextCodec.h"
 
 namespace lumora {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <cerrno>
 
-#include "platform/TextCodec.h"
+#include "ports/TextCodec.h"
 
 namespace lumora::detail {
 namespace {
