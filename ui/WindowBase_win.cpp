@@ -5,16 +5,32 @@
 #include "platform/WinText_win.h"
 
 namespace lumora {
+namespace {
+
+void ShowFaultBox(const char* what) {
+    MessageBoxW(nullptr, (L"Lumora 内部出错，这一操作没有完成，程序继续运行。\n\n" + Widen(what)).c_str(), L"Lumora",
+                MB_OK | MB_ICONWARNING | MB_TASKMODAL);
+}
+
+WindowFaultReporter gReporter = ShowFaultBox;
+bool gReported = false;
+
+}  // namespace
+
+WindowFaultReporter SetWindowFaultReporter(WindowFaultReporter reporter) {
+    const WindowFaultReporter before = gReporter;
+    gReporter = reporter;
+    gReported = false;
+    return before;
+}
 
 void ReportWindowFault(const char* what) noexcept {
-    static bool reported = false;
     try {
-        const std::wstring detail = Widen(what ? what : "");
-        OutputDebugStringW((L"Lumora: " + detail + L"\n").c_str());
-        if (reported) return;
-        reported = true;
-        MessageBoxW(nullptr, (L"Lumora 内部出错，这一操作没有完成，程序继续运行。\n\n" + detail).c_str(), L"Lumora",
-                    MB_OK | MB_ICONWARNING | MB_TASKMODAL);
+        what = what ? what : "";
+        OutputDebugStringW((L"Lumora: " + Widen(what) + L"\n").c_str());
+        if (gReported) return;
+        gReported = true;
+        gReporter(what);
     } catch (...) {
         // Out of memory while reporting: there is nothing more to tell.
     }

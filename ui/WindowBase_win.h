@@ -12,6 +12,9 @@ namespace lumora {
 // Tells the user once per run that an operation failed inside Lumora; later faults only go to the
 // debugger output, so a fault in a timer handler cannot flood the screen with boxes.
 void ReportWindowFault(const char* what) noexcept;
+// How the first fault is told: a message box unless replaced (the platform tests count instead).
+using WindowFaultReporter = void (*)(const char* what);
+WindowFaultReporter SetWindowFaultReporter(WindowFaultReporter reporter);
 
 template <typename T>
 class WindowBase {

@@ -1,0 +1,51 @@
+// The window base with real windows: `this` kept from creation to WM_NCDESTROY, and no exception
+// leaving a window procedure.
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <vector>
+
+#include "ui/WindowBase_win.h"
+#include "ui/WindowClass_win.h"
+
+namespace lumora {
+namespace {
+
+constexpr UINT kThrow = WM_APP + 1;
+constexpr UINT kAnswer = WM_APP + 2;
+std::vector<std::string> gReports;
+
+class ProbeWindow final : public WindowBase<ProbeWindow> {
+public:
+    bool Create() {
+        EnsureWindowClass(L"LumoraProbe", WndProc, nullptr);
+        return CreateWindowExW(0, L"LumoraProbe", L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr,
+                               GetModuleHandleW(nullptr), this) != nullptr;
+    }
+    LRESULT OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
+        if (msg == kThrow) throw std::runtime_error("probe fault");
+        if (msg == kAnswer) return 42;
+        return DefWindowProcW(hwnd_, msg, wp, lp);
+    }
+};
+
+TEST(WindowBase, KeepsItsWindowUntilDestroyedAndNoExceptionEscapes) {
+    const auto before = SetWindowFaultReporter([](const char* what) { gReports.emplace_back(what); });
+    ProbeWindow probe;
+    ASSERT_TRUE(probe.Create());
+    HWND hwnd = probe.Handle();
+    ASSERT_NE(hwnd, nullptr);
+    EXPECT_EQ(SendMessageW(hwnd, kAnswer, 0, 0), 42);
+    SendMessageW(hwnd, kThrow, 0, 0);
+    SendMessageW(hwnd, kThrow, 0, 0);
+    EXPECT_EQ(gReports, (std::vector<std::string>{"probe fault"}));  // told once, the window still answers
+    EXPECT_EQ(SendMessageW(hwnd, kAnswer, 0, 0), 42);
+    DestroyWindow(hwnd);
+    EXPECT_EQ(probe.Handle(), nullptr);
+    SetWindowFaultReporter(before);
+}
+
+}  // namespace
+}  // namespace lumora
