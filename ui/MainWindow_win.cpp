@@ -100,7 +100,7 @@ MainWindow::MainWindow(MainWindowServices services)
       lyrics_(services.files, *this) {}
 
 void CopyLogWindow::Open(std::string_view header) {
-    window_.Open(owner_, kAddToLibraryText);
+    window_.Open(owner_, std::string(kAddToLibraryText));
     window_.AddLine(std::string(header));
 }
 
