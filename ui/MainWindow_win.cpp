@@ -89,12 +89,12 @@ bool IsDisplayControl(int id) {
 
 MainWindow::MainWindow(MainWindowServices services)
     : services_(services),
-      queue_(services.prompts, services.files, *this),
+      queue_(services.prompts, services.files, *this, *this),
       decoder1_(services.files, acm_, waveOut_),
       player_({queue_, settings_, services.prompts, decoder2_, &decoder1_, volume_, *this,
                [] { return static_cast<double>(GetTickCount() % 1000003) / 1000003.0; }}),
       stream_(services.files),
-      lists_(services.prompts, services.files, settings_, queue_, *this, filterWindow_),
+      lists_(services.prompts, services.files, settings_, queue_, filterWindow_),
       defaultList_(services.prompts, services.files, settings_, queue_, lists_, filterWindow_),
       library_(services.prompts, services.files, services.rawRegistry, settings_, queue_, lists_, copyWindow_),
       lyrics_(services.files, *this) {}

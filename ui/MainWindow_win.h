@@ -80,7 +80,7 @@ private:
     ProgressWindow window_;
 };
 
-class MainWindow final : public QueueView, public PlaybackView, public LyricsView {
+class MainWindow final : public QueueView, public QueuePlayer, public PlaybackView, public LyricsView {
 public:
     explicit MainWindow(MainWindowServices services);
     ~MainWindow() override;
