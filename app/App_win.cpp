@@ -48,12 +48,12 @@ WindowRect RectOf(HWND hwnd) {
 
 App::App(AppServices services)
     : services_(services),
-      queue_(services.prompts, services.files, *this),
+      queue_(services.prompts, services.files, *this, *this),
       decoder1_(services.files, acm_, waveOut_),
       player_({queue_, settings_, services.prompts, decoder2_, &decoder1_, volume_, *this,
                [] { return static_cast<double>(GetTickCount() % 1000003) / 1000003.0; }}),
       stream_(services.files),
-      lists_(services.prompts, services.files, settings_, queue_, *this, filterWindow_),
+      lists_(services.prompts, services.files, settings_, queue_, filterWindow_),
       defaultList_(services.prompts, services.files, settings_, queue_, lists_, filterWindow_),
       library_(services.prompts, services.files, services.rawRegistry, settings_, queue_, lists_, copyWindow_),
       lyrics_(services.files, *this) {
@@ -113,7 +113,7 @@ void App::ShowTips() {
         colours.emplace(static_cast<std::uint32_t>(settings_.Number(opt::kBalloonBackColour).value_or(0xE1FFFF)),
                         static_cast<std::uint32_t>(settings_.Number(opt::kBalloonTextColour).value_or(0)));
     }
-    window_.ShowTips(MakeTransportTips(settings_, queue_.Queue(), kModeNormal, false), colours, settings_.IsOn(opt::kBalloonHelp));
+    window_.ShowTips(MakeTransportTips(settings_, queue_.Queue(), kSuffixNormal, false), colours, settings_.IsOn(opt::kBalloonHelp));
 }
 
 // The presenter side of the controllers' views.

@@ -47,7 +47,7 @@ struct AppServices {
     Registry& rawRegistry;  // for values kept as plain strings (the music library's folder)
 };
 
-class App final : QueueView, PlaybackView, LyricsView, MainWindowEvents, PlaylistCommands {
+class App final : QueueView, QueuePlayer, PlaybackView, LyricsView, MainWindowEvents, PlaylistCommands {
 public:
     explicit App(AppServices services);
     ~App() override;
@@ -62,6 +62,7 @@ private:
     void ShowLines(const std::vector<std::string>& lines) override;
     void ShowTexts(const QueueTexts& texts) override;
     void SelectLine(int index) override;
+    // QueuePlayer
     void Play(const std::string& path) override;
     // PlaybackView
     void ShowPlayback(const PlaybackTexts& texts) override;

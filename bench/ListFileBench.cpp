@@ -52,8 +52,8 @@ void BM_LoadListWithFiltering(benchmark::State& state) {
     SettingsStore settings;
     test::NullQueueView view;
     test::NullFilterProgress progress;
-    QueueController queue(prompts, fs, view);
-    ListFileController lists(prompts, fs, settings, queue, view, progress);
+    QueueController queue(prompts, fs, view, view);
+    ListFileController lists(prompts, fs, settings, queue, progress);
     for (auto _ : state) benchmark::DoNotOptimize(lists.LoadListFile("C:\\l.qlb"));
 }
 BENCHMARK(BM_LoadListWithFiltering);
@@ -67,8 +67,8 @@ void BM_SaveListWithFiltering(benchmark::State& state) {
     SettingsStore settings;
     test::NullQueueView view;
     test::NullFilterProgress progress;
-    QueueController queue(prompts, fs, view);
-    ListFileController lists(prompts, fs, settings, queue, view, progress);
+    QueueController queue(prompts, fs, view, view);
+    ListFileController lists(prompts, fs, settings, queue, progress);
     lists.ReplaceQueue(kFolder, names, false);
     for (auto _ : state) {
         prompts.messages.clear();
@@ -121,8 +121,8 @@ void BM_AddAllToLibrary(benchmark::State& state) {
     for (auto _ : state) {
         state.PauseTiming();
         test::FakeFileSystem fs = source;
-        QueueController queue(prompts, fs, view);
-        ListFileController lists(prompts, fs, settings, queue, view, progress);
+        QueueController queue(prompts, fs, view, view);
+        ListFileController lists(prompts, fs, settings, queue, progress);
         lists.ReplaceQueue("E:\\in", names, false);
         MusicLibrary library(prompts, fs, registry, settings, queue, lists, copyView);
         state.ResumeTiming();

@@ -44,7 +44,7 @@ void BM_FillQueueFromFolder(benchmark::State& state) {
     test::FakePrompts prompts;
     test::NullQueueView view;
     for (auto _ : state) {
-        QueueController queue(prompts, fs, view);
+        QueueController queue(prompts, fs, view, view);
         benchmark::DoNotOptimize(queue.AddPending({"D:\\big"}));
     }
 }

@@ -74,7 +74,7 @@ double Median(std::vector<double> v) {
     return v[v.size() / 2];
 }
 
-class NullView : public lumora::QueueView {
+class NullView : public lumora::QueueView, public lumora::QueuePlayer {
 public:
     void ShowLines(const std::vector<std::string>&) override {}
     void ShowTexts(const lumora::QueueTexts&) override {}
@@ -101,7 +101,7 @@ void FolderScan() {
         QueryPerformanceCounter(&a);
         const auto names = fs.ListFiles(lumora::Narrow(folder));
         QueryPerformanceCounter(&b);
-        lumora::QueueController queue(prompts, fs, view);
+        lumora::QueueController queue(prompts, fs, view, view);
         queue.AddPending({lumora::Narrow(folder)});
         QueryPerformanceCounter(&c);
         list.push_back(1000.0 * static_cast<double>(b.QuadPart - a.QuadPart) / static_cast<double>(freq.QuadPart));

@@ -56,8 +56,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
             fs.files[JoinPath(read.list.folder, read.list.names[i])] = contents;
         }
     }
-    QueueController queue(prompts, fs, view);
-    ListFileController lists(prompts, fs, settings, queue, view, progress);
+    QueueController queue(prompts, fs, view, view);
+    ListFileController lists(prompts, fs, settings, queue, progress);
     const AddOutcome outcome = lists.LoadListFile("C:\\l.qlb");
     const PlayQueue& q = queue.Queue();
     Check((outcome == AddOutcome::Playing) == (q.Count() > 0));

@@ -98,7 +98,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
     test::FakePrompts prompts;
     test::FakeFileSystem fs;
     test::NullQueueView view;
-    QueueController controller(prompts, fs, view);
+    QueueController controller(prompts, fs, view, view);
     std::vector<std::string> paths;
     for (const auto& name : names) {
         fs.files["C:\\f\\" + name] = "";

@@ -61,6 +61,26 @@ std::string VolumeTip(int level) {
 
 }  // namespace
 
+std::string_view ModeSuffix(PlayMode mode) {
+    switch (mode) {
+        case PlayMode::RepeatOne: return kSuffixRepeatOne;
+        case PlayMode::RepeatAll: return kSuffixRepeatAll;
+        case PlayMode::Random: return kSuffixRandom;
+        case PlayMode::Normal: break;
+    }
+    return kSuffixNormal;
+}
+
+std::string ModeLabel(PlayMode mode, bool choosingSegment) {
+    return choosingSegment ? std::string(kSegmentPrefix) : std::string(kModePrefix) + std::string(ModeSuffix(mode));
+}
+
+std::string_view PlayCaption(bool playing) { return playing ? "暂停" : "播放"; }
+
+std::string_view TimeModeArrow(TimeMode mode) { return mode == TimeMode::Remaining ? "←" : "→"; }
+
+std::string_view SegmentButtonText(bool choosingSegment) { return choosingSegment ? "取消选段" : kSegmentPrefix; }
+
 PlaybackController::PlaybackController(PlaybackDeps deps) : deps_(std::move(deps)) {
     texts_.speedTip = std::string(kSpeedTip);
     texts_.volumeTip = VolumeTip(texts_.volume);
@@ -103,24 +123,37 @@ Decoder& PlaybackController::ChosenDecoder(const std::string& path) {
 
 void PlaybackController::Show() { deps_.view.ShowPlayback(texts_); }
 
-void PlaybackController::RefreshModeLabel() {
-    texts_.modeLabel = choosingSegment_ ? std::string(kSegmentPrefix) : std::string(kModePrefix) + texts_.modeSuffix;
-}
+void PlaybackController::RefreshModeLabel() { texts_.modeLabel = ModeLabel(mode_, choosingSegment_); }
 
-void PlaybackController::SetModeSuffix(std::string_view suffix) {
-    texts_.modeSuffix = std::string(suffix);
+void PlaybackController::SetMode(PlayMode mode) {
+    mode_ = mode;
+    texts_.modeSuffix = std::string(ModeSuffix(mode));
     RefreshModeLabel();
     Show();
+}
+
+void PlaybackController::SetPlaying(bool playing) {
+    playing_ = playing;
+    texts_.playCaption = std::string(PlayCaption(playing));
+}
+
+void PlaybackController::SetTimeMode(TimeMode mode) {
+    timeMode_ = mode;
+    texts_.timeMode = std::string(TimeModeArrow(mode));
+}
+
+void PlaybackController::SetChoosingSegment(bool choosing) {
+    choosingSegment_ = choosing;
+    texts_.segmentButton = std::string(SegmentButtonText(choosing));
 }
 
 void PlaybackController::OpenAndPlay(const std::string& path) {
     if (decoder_) decoder_->Close();
     decoder_ = nullptr;
     pointA_ = pointB_ = -1;
-    choosingSegment_ = false;
+    SetChoosingSegment(false);
     texts_.segmentA = "A=N/A";
     texts_.segmentB = "B=N/A";
-    texts_.segmentButton = "选段播放";
     texts_.segmentTip = std::string(kSegmentIdleTip);
     RefreshModeLabel();
 
@@ -140,7 +173,7 @@ void PlaybackController::OpenAndPlay(const std::string& path) {
     if (texts_.speed != 100) decoder_->SetSpeed(texts_.speed);
     const MediaEntry* entry = deps_.queue.Queue().CurrentEntry();
     texts_.title = entry ? entry->name : path;
-    texts_.playCaption = "暂停";
+    SetPlaying(true);
     texts_.backForwardEnabled = true;
     const long long length = decoder_->LengthMs();
     texts_.totalTime = "总时：" + (length > 0 ? FormatTime(length) : std::string("N/A"));
@@ -153,7 +186,7 @@ void PlaybackController::CannotPlay(const std::string& path) {
     texts_.totalTime = "总时：N/A";
     texts_.statusLine = std::string(kCannotPlayStatus);
     texts_.title = std::string(kCannotPlayTitle);
-    texts_.playCaption = "播放";
+    SetPlaying(false);
     Show();
     const MediaEntry* entry = deps_.queue.Queue().CurrentEntry();
     const std::string name = entry ? entry->name : path;
@@ -171,22 +204,22 @@ void PlaybackController::CannotPlay(const std::string& path) {
 bool PlaybackController::PlayIndex(int index) {
     PlayQueue& queue = deps_.queue.Queue();
     if (!queue.SetCurrent(index)) return false;
-    queue.SetPendingDirection("0");
+    queue.SetPendingDirection(QueueDirection::Forward);
     deps_.queue.Refresh();
     if (const MediaEntry* e = queue.CurrentEntry()) OpenAndPlay(e->path);
     return true;
 }
 
-void PlaybackController::ChooseAndPlay(Direction direction) {
+void PlaybackController::ChooseAndPlay(QueueDirection direction) {
     PlayQueue& queue = deps_.queue.Queue();
     const int count = queue.Count();
     if (count == 0) return;
     int index = queue.Current() + 1;
     switch (direction) {
-        case Direction::First: index = 1; break;
-        case Direction::Back: index = queue.Current() - 1; break;
-        case Direction::Forward: index = queue.Current() + 1; break;
-        case Direction::Remembered: index = rememberedIndex_; break;
+        case QueueDirection::First: index = 1; break;
+        case QueueDirection::Back: index = queue.Current() - 1; break;
+        case QueueDirection::Forward: index = queue.Current() + 1; break;
+        case QueueDirection::Remembered: index = rememberedIndex_; break;
     }
     if (index > count) {
         // Past the last entry: the queue stays on it and nothing more plays.
@@ -209,15 +242,15 @@ void PlaybackController::PlayPause() {
         return;
     }
     if (IsPlaying()) {
-        if (decoder_->Pause()) texts_.playCaption = "播放";
+        if (decoder_->Pause()) SetPlaying(false);
     } else if (stopped_ || decoder_->Finished()) {
         // Stopped: play again from the start (or the segment's A).
         if (decoder_->PlayRange(pointA_ >= 0 && pointB_ >= 0 ? pointA_ : 0, pointB_ >= 0 ? pointB_ : -1)) {
-            texts_.playCaption = "暂停";
+            SetPlaying(true);
             stopped_ = false;
         }
     } else if (decoder_->Resume()) {
-        texts_.playCaption = "暂停";
+        SetPlaying(true);
     }
     Show();
 }
@@ -225,9 +258,9 @@ void PlaybackController::PlayPause() {
 void PlaybackController::Stop() {
     if (decoder_) decoder_->Stop();
     stopped_ = true;
-    texts_.playCaption = "播放";
+    SetPlaying(false);
     texts_.progress = 0;
-    texts_.timeMode = "→";
+    SetTimeMode(TimeMode::Elapsed);
     texts_.time = "-";
     Show();
 }
@@ -238,8 +271,8 @@ void PlaybackController::Previous() {
         Show();
         return;
     }
-    deps_.queue.Queue().SetPendingDirection("2");
-    ChooseAndPlay(Direction::Back);
+    deps_.queue.Queue().SetPendingDirection(QueueDirection::Back);
+    ChooseAndPlay(QueueDirection::Back);
 }
 
 void PlaybackController::Next() {
@@ -248,8 +281,8 @@ void PlaybackController::Next() {
         Show();
         return;
     }
-    deps_.queue.Queue().SetPendingDirection("0");
-    ChooseAndPlay(Direction::Forward);
+    deps_.queue.Queue().SetPendingDirection(QueueDirection::Forward);
+    ChooseAndPlay(QueueDirection::Forward);
 }
 
 void PlaybackController::Back() {
@@ -286,23 +319,22 @@ void PlaybackController::PlayEntry(int index) {
     PlayIndex(index);
 }
 
-void PlaybackController::SetNormal() { SetModeSuffix(kSuffixNormal); }
+void PlaybackController::SetNormal() { SetMode(PlayMode::Normal); }
 
 void PlaybackController::ToggleLoop() {
-    SetModeSuffix(texts_.modeSuffix == kSuffixRepeatOne ? kSuffixRepeatAll : kSuffixRepeatOne);
+    SetMode(mode_ == PlayMode::RepeatOne ? PlayMode::RepeatAll : PlayMode::RepeatOne);
 }
 
-void PlaybackController::SetRandom() { SetModeSuffix(kSuffixRandom); }
+void PlaybackController::SetRandom() { SetMode(PlayMode::Random); }
 
 void PlaybackController::ToggleTimeMode() {
-    texts_.timeMode = texts_.timeMode == "→" ? "←" : "→";
+    SetTimeMode(timeMode_ == TimeMode::Elapsed ? TimeMode::Remaining : TimeMode::Elapsed);
     Show();
 }
 
 void PlaybackController::SegmentCommand() {
     if (!choosingSegment_) {
-        choosingSegment_ = true;
-        texts_.segmentButton = "取消选段";
+        SetChoosingSegment(true);
         texts_.segmentA = "A=N/A";
         texts_.segmentB = "B=N/A";
         texts_.segmentTip = std::string(kSegmentChoosingTip);
@@ -311,9 +343,8 @@ void PlaybackController::SegmentCommand() {
         return;
     }
     // Cancel: back to the ordinary state and the whole file.
-    choosingSegment_ = false;
+    SetChoosingSegment(false);
     pointA_ = pointB_ = -1;
-    texts_.segmentButton = "选段播放";
     texts_.segmentA = "A=N/A";
     texts_.segmentB = "B=N/A";
     texts_.segmentTip = std::string(kSegmentIdleTip);
@@ -348,7 +379,7 @@ void PlaybackController::SetB() {
     pointB_ = b;
     texts_.segmentB = "B=" + FormatTime(pointB_);
     decoder_->PlayRange(pointA_, pointB_);
-    texts_.playCaption = "暂停";
+    SetPlaying(true);
     Show();
 }
 
@@ -401,7 +432,7 @@ void PlaybackController::ProgressTick() {
         texts_.progress = static_cast<int>(std::min<long long>(1000, pos * 1000 / length));
         const long long percent = pos * 100 / length;
         texts_.percent = std::to_string(percent) + "%";
-        texts_.time = texts_.timeMode == "←" ? "-" + FormatTime(length - pos) : FormatTime(pos);
+        texts_.time = timeMode_ == TimeMode::Remaining ? "-" + FormatTime(length - pos) : FormatTime(pos);
         texts_.progressLine = "播放的进度为：" + std::to_string(percent) + "%" + " 时间为：" + FormatTime(pos);
         texts_.statusLine = texts_.progressLine;
     }
@@ -411,25 +442,25 @@ void PlaybackController::ProgressTick() {
 void PlaybackController::OnEndOfFile() {
     // 1. The transport returns to its resting state.
     texts_.backForwardEnabled = true;
-    texts_.playCaption = "播放";
+    SetPlaying(false);
     texts_.progress = 0;
     // 2.
-    if (texts_.timeMode == "←") texts_.time = "00:00-";
+    if (timeMode_ == TimeMode::Remaining) texts_.time = "00:00-";
     PlayQueue& queue = deps_.queue.Queue();
     const int count = queue.Count();
     // 3. Repeat one: the entry is opened again, which restarts every device (the MPEG device
     // under Wine does not play again once it has reached the end of a file).
-    if (texts_.modeSuffix == kSuffixRepeatOne) {
+    if (mode_ == PlayMode::RepeatOne) {
         if (queue.Current() >= 1 && PlayIndex(queue.Current())) return;
         Show();
         return;
     }
     // 4. Random, from three entries up.
-    if (texts_.modeSuffix == kSuffixRandom) {
+    if (mode_ == PlayMode::Random) {
         if (count >= 3) {
             int index = static_cast<int>(deps_.random() * count) + 1;
             index = std::clamp(index, 1, count);
-            queue.SetPendingDirection("0");
+            queue.SetPendingDirection(QueueDirection::Forward);
             PlayIndex(index);
         } else {
             Show();
@@ -437,19 +468,14 @@ void PlaybackController::OnEndOfFile() {
         return;
     }
     // 5. Repeat all at the last entry: entry 1.
-    if (texts_.modeSuffix == kSuffixRepeatAll && queue.Current() == count && count > 0) {
+    if (mode_ == PlayMode::RepeatAll && queue.Current() == count && count > 0) {
         PlayEntry(1);
-        SetModeSuffix(kSuffixRepeatAll);
+        SetMode(PlayMode::RepeatAll);
         return;
     }
     // 6. Normal and repeat all: by the direction flag.
     if (count >= 1) {
-        const std::string& flag = queue.PendingDirection();
-        const Direction d = flag == "1"   ? Direction::First
-                            : flag == "2" ? Direction::Back
-                            : flag == "4" ? Direction::Remembered
-                                          : Direction::Forward;
-        ChooseAndPlay(d);
+        ChooseAndPlay(queue.PendingDirection());
     }
     Show();
 }

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "playback/Decoder.h"
+#include "playlist/PlayQueue.h"
 #include "ports/VolumeControl.h"
 
 namespace lumora {
@@ -21,22 +22,34 @@ inline constexpr std::string_view kSuffixNormal = "：正常";
 inline constexpr std::string_view kSuffixRepeatOne = "：单曲循环";
 inline constexpr std::string_view kSuffixRepeatAll = "：全部循环";
 inline constexpr std::string_view kSuffixRandom = "：随机";
+inline constexpr std::string_view kNothingPlayingStatus = "没有文件播放";
+
+enum class PlayMode { Normal, RepeatOne, RepeatAll, Random };
+enum class TimeMode { Elapsed, Remaining };
+
+// The texts the states show, one function each.
+std::string_view ModeSuffix(PlayMode mode);
+// kModePrefix and the mode's suffix; kSegmentPrefix alone while a segment is being chosen.
+std::string ModeLabel(PlayMode mode, bool choosingSegment);
+std::string_view PlayCaption(bool playing);
+std::string_view TimeModeArrow(TimeMode mode);
+std::string_view SegmentButtonText(bool choosingSegment);
 
 struct PlaybackTexts {
-    std::string playCaption = "播放";
-    std::string modeLabel = "播放方式：正常";  // the prefix ("播放方式" or "选段播放") and the mode suffix
-    std::string modeSuffix = "：正常";
-    std::string segmentButton = "选段播放";    // "取消选段" while a segment is being chosen
+    std::string playCaption{PlayCaption(false)};
+    std::string modeLabel = ModeLabel(PlayMode::Normal, false);
+    std::string modeSuffix{ModeSuffix(PlayMode::Normal)};
+    std::string segmentButton{SegmentButtonText(false)};
     std::string segmentA = "A=N/A";
     std::string segmentB = "B=N/A";
     std::string segmentTip = "当前没有选段播放。\r\n选择文件的一段进行循环播放。选择A点的位置。";
-    std::string timeMode = "→";                // "→" elapsed, "←" remaining
+    std::string timeMode{TimeModeArrow(TimeMode::Elapsed)};
     std::string time = "00:00:00";
     std::string percent = "0%";
     std::string progressLine;                  // "播放的进度为：…  时间为：…"
     std::string totalTime;                     // "总时：" + the length, "总时：N/A"
-    std::string statusLine = "没有文件播放";
-    std::string title = "无文件";
+    std::string statusLine{kNothingPlayingStatus};
+    std::string title{kNoFileTitle};
     std::string speedTip;
     std::string volumeTip;
     int progress = 0;                          // the slider, 0 … 1000
@@ -71,7 +84,7 @@ public:
 
     const PlaybackTexts& Texts() const { return texts_; }
     bool IsOpen() const { return decoder_ != nullptr; }
-    bool IsPlaying() const { return texts_.playCaption == "暂停"; }
+    bool IsPlaying() const { return playing_; }
     // Decoder 1 (the audio player, with the audio display) holds the current file.
     // The current position, -1 when nothing is open.
     long long PositionMs() const { return decoder_ ? decoder_->PositionMs() : -1; }
@@ -117,18 +130,24 @@ public:
     static std::string FormatTime(long long ms);
 
 private:
-    enum class Direction { First, Back, Forward, Remembered };
     Decoder& ChosenDecoder(const std::string& path);
-    void ChooseAndPlay(Direction direction);
+    void ChooseAndPlay(QueueDirection direction);
     bool PlayIndex(int index);
     void CannotPlay(const std::string& name);
-    void SetModeSuffix(std::string_view suffix);
+    // Each state change goes through one of these, which also sets the texts that show it.
+    void SetMode(PlayMode mode);
+    void SetPlaying(bool playing);
+    void SetTimeMode(TimeMode mode);
+    void SetChoosingSegment(bool choosing);
     void RefreshModeLabel();
     void Show();
 
     PlaybackDeps deps_;
     PlaybackTexts texts_;
     Decoder* decoder_ = nullptr;
+    PlayMode mode_ = PlayMode::Normal;
+    TimeMode timeMode_ = TimeMode::Elapsed;
+    bool playing_ = false;
     bool choosingSegment_ = false;
     bool stopped_ = false;  // the stop command ran: play starts again from the beginning
     long long pointA_ = -1;

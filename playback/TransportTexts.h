@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "playback/PlaybackController.h"
+
 namespace lumora {
 
 class SettingsStore;
@@ -11,22 +13,21 @@ class PlayQueue;
 
 // What the main window shows before anything plays.
 struct MainDisplayTexts {
-    std::string title = "无文件";
+    std::string title{kNoFileTitle};
     std::string percent = "0%";
     std::string time = "00:00:00";
     std::string segmentRange = "0-0";
-    std::string statusLine = "没有文件播放";
+    std::string statusLine{kNothingPlayingStatus};
     std::string back = "后退";
     std::string forward = "前进";
-    std::string play = "播放";
-    std::string timeMode = "→";
-    std::string mode = "播放方式：正常";
-    std::string segment = "选段播放";
+    std::string play{PlayCaption(false)};
+    std::string timeMode{TimeModeArrow(TimeMode::Elapsed)};
+    std::string mode = ModeLabel(PlayMode::Normal, false);
+    std::string segment{SegmentButtonText(false)};
     std::string segmentA = "A=N/A";
     std::string segmentB = "B=N/A";
 };
 
-inline constexpr std::string_view kModeNormal = "：正常";
 
 struct TransportTips {
     std::string play;

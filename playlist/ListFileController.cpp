@@ -112,7 +112,7 @@ bool ListFileController::ReplaceQueue(const std::string& folder, const std::vect
     for (const std::string& name : names) entries.push_back({JoinPath(folder, name), name});
     if (entries.empty() || !queue_.Queue().Replace(folder, std::move(entries))) return false;
     queue_.Refresh();
-    if (play) view_.Play(queue_.Queue().CurrentEntry()->path);
+    if (play) queue_.PlayCurrent();
     return true;
 }
 

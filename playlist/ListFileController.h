@@ -45,8 +45,8 @@ std::string WithListExtension(std::string_view path);
 class ListFileController {
 public:
     ListFileController(Prompts& prompts, FileSystem& fs, const SettingsStore& settings, QueueController& queue,
-                       QueueView& view, FilterProgress& progress)
-        : prompts_(prompts), fs_(fs), settings_(settings), queue_(queue), view_(view), progress_(progress) {}
+                       FilterProgress& progress)
+        : prompts_(prompts), fs_(fs), settings_(settings), queue_(queue), progress_(progress) {}
 
     // The main window's save command: asks about drives that are not fixed disks, asks for a file name, filters
     // when opt::kFilterLists is "1", refuses a list of fewer than two names, writes the file whole and says where it went.
@@ -67,7 +67,6 @@ private:
     FileSystem& fs_;
     const SettingsStore& settings_;
     QueueController& queue_;
-    QueueView& view_;
     FilterProgress& progress_;
 };
 

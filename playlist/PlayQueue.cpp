@@ -55,7 +55,7 @@ QueueTexts EmptyQueueTexts() {
         .previousLabel = "上一首-无文件",
         .nextLabel = "下一首-无文件",
         .listCaption = std::string(kListWindowCaption),
-        .itemCaption = "无文件",
+        .itemCaption = std::string(kNoFileTitle),
     };
 }
 
@@ -71,7 +71,7 @@ void PlayQueue::Clear() {
     folder_.clear();
     entries_.clear();
     current_ = 0;
-    pendingDirection_ = "0";
+    pendingDirection_ = QueueDirection::Forward;
 }
 
 const MediaEntry* PlayQueue::EntryAt(int index) const {

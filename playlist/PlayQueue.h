@@ -19,6 +19,8 @@ struct MediaEntry {
 inline constexpr int kMaxQueueNames = 1000;
 
 inline constexpr std::string_view kListWindowCaption = "《Lumora》文件列表";
+// The title of the main window and the list window's item caption while nothing is open.
+inline constexpr std::string_view kNoFileTitle = "无文件";
 
 // folder + name, with "\" between them unless the folder already ends in one (a drive root such as "D:\").
 std::string JoinPath(std::string_view folder, std::string_view name);
@@ -50,6 +52,9 @@ struct QueueTexts {
 };
 
 QueueTexts EmptyQueueTexts();
+
+// Where the playback controller goes on from the current entry.
+enum class QueueDirection { Forward, First, Back, Remembered };
 
 enum class RemoveOutcome { Removed, IsPlaying, NoSuchEntry };
 
@@ -85,16 +90,15 @@ public:
     std::vector<std::string> Lines() const;
     QueueTexts Texts() const;
 
-    // How the next entry is chosen, interpreted by the playback controller ("1" first, "2" previous,
-    // "4" a remembered index, anything else forward); "0" once an entry has been chosen.
-    const std::string& PendingDirection() const { return pendingDirection_; }
-    void SetPendingDirection(std::string flag) { pendingDirection_ = std::move(flag); }
+    // How the end of a file chooses the next entry in the normal modes; Forward once an entry has been chosen.
+    QueueDirection PendingDirection() const { return pendingDirection_; }
+    void SetPendingDirection(QueueDirection direction) { pendingDirection_ = direction; }
 
 private:
     std::string folder_;
     std::vector<MediaEntry> entries_;  // at most kMaxQueueNames, so the count fits the 16-bit count of old
     int current_ = 0;                  // 1 … Count() while there are entries, 0 exactly when there are none
-    std::string pendingDirection_ = "0";
+    QueueDirection pendingDirection_ = QueueDirection::Forward;
 };
 
 }  // namespace lumora

@@ -96,11 +96,15 @@ AddResult QueueController::RefuseTooMany() {
     return {AddOutcome::TooMany, {}};
 }
 
+void QueueController::PlayCurrent() {
+    if (const MediaEntry* entry = queue_.CurrentEntry()) player_.Play(entry->path);
+}
+
 AddResult QueueController::ReplaceAndPlay(std::string folder, std::vector<MediaEntry> entries) {
     if (entries.empty()) return {};
     if (!queue_.Replace(std::move(folder), std::move(entries))) return RefuseTooMany();
     Refresh();
-    view_.Play(queue_.CurrentEntry()->path);
+    PlayCurrent();
     return {AddOutcome::Playing, {}};
 }
 
@@ -217,7 +221,7 @@ bool QueueController::FindFromCurrent() {
     }
     queue_.SetCurrent(found);
     Refresh();
-    view_.Play(queue_.CurrentEntry()->path);
+    PlayCurrent();
     return true;
 }
 

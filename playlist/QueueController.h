@@ -21,7 +21,13 @@ public:
     virtual void ShowTexts(const QueueTexts& texts) = 0;
     // Highlights an entry's line (1-based) in the playlist window.
     virtual void SelectLine(int index) = 0;
-    // Hands the full path of the entry that is to play now to the player.
+};
+
+// Port: the player the queue hands the entry that is to play now (the playback controller).
+class QueuePlayer {
+public:
+    virtual ~QueuePlayer() = default;
+    // Opens the entry's full path and plays it.
     virtual void Play(const std::string& path) = 0;
 };
 
@@ -47,7 +53,8 @@ bool IsRegularPath(std::string_view path);
 
 class QueueController {
 public:
-    QueueController(Prompts& prompts, FileSystem& fs, QueueView& view) : prompts_(prompts), fs_(fs), view_(view) {}
+    QueueController(Prompts& prompts, FileSystem& fs, QueueView& view, QueuePlayer& player)
+        : prompts_(prompts), fs_(fs), view_(view), player_(player) {}
 
     PlayQueue& Queue() { return queue_; }
     const PlayQueue& Queue() const { return queue_; }
@@ -56,6 +63,8 @@ public:
     void Refresh();
     // Empties the queue and resets every text.
     void Clear();
+    // Hands the current entry, if there is one, to the player.
+    void PlayCurrent();
 
     // The open dialog, several files allowed; the chosen files replace the queue as they are.
     AddResult AddFromOpenDialog();
@@ -88,6 +97,7 @@ private:
     Prompts& prompts_;
     FileSystem& fs_;
     QueueView& view_;
+    QueuePlayer& player_;
     PlayQueue queue_;
 };
 

@@ -78,7 +78,7 @@ struct Rig {
     test::FakePrompts prompts;
     test::FakeFileSystem fs;
     test::NullQueueView queueView;
-    QueueController queue{prompts, fs, queueView};
+    QueueController queue{prompts, fs, queueView, queueView};
     SettingsStore settings;
     FakeDecoder decoder;
     FakeVolume volume;
@@ -183,7 +183,7 @@ TEST(PlaybackController, DecoderOneTakesMpegAudioOnlyAndFallsBack) {
     test::FakePrompts prompts;
     test::FakeFileSystem fs;
     test::NullQueueView queueView;
-    QueueController queue{prompts, fs, queueView};
+    QueueController queue{prompts, fs, queueView, queueView};
     queue.Queue().Replace("D:\\m", {{"D:\\m\\a.MP3", "a.MP3"}, {"D:\\m\\v.avi", "v.avi"}, {"D:\\m\\b.mp2", "b.mp2"}});
     SettingsStore settings;
     settings.SetText("L25", "0");

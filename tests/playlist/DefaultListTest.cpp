@@ -27,7 +27,7 @@ public:
     Lines titles;
 };
 
-class RecordingView : public QueueView {
+class RecordingView : public QueueView, public QueuePlayer {
 public:
     void ShowLines(const std::vector<std::string>& shown) override { lines = shown; }
     void ShowTexts(const QueueTexts&) override {}
@@ -57,8 +57,8 @@ protected:
     SettingsStore settings;
     RecordingView view;
     TitleProgress progress;
-    QueueController queue{prompts, fs, view};
-    ListFileController lists{prompts, fs, settings, queue, view, progress};
+    QueueController queue{prompts, fs, view, view};
+    ListFileController lists{prompts, fs, settings, queue, progress};
     DefaultList defaults{prompts, fs, settings, queue, lists, progress};
 };
 

@@ -34,7 +34,7 @@ public:
     int allowed = 1 << 30;
 };
 
-class RecordingView : public QueueView {
+class RecordingView : public QueueView, public QueuePlayer {
 public:
     void ShowLines(const std::vector<std::string>& shown) override { lines = shown; }
     void ShowTexts(const QueueTexts&) override {}
@@ -209,8 +209,8 @@ protected:
     SettingsStore settings;
     RecordingView view;
     RecordingProgress progress;
-    QueueController queue{prompts, fs, view};
-    ListFileController lists{prompts, fs, settings, queue, view, progress};
+    QueueController queue{prompts, fs, view, view};
+    ListFileController lists{prompts, fs, settings, queue, progress};
 };
 
 TEST_F(ListFileControllerTest, SavesTheFilteredQueueWhereTheDialogPoints) {

@@ -28,7 +28,7 @@ public:
     Lines proposed;
 };
 
-class RecordingView : public QueueView {
+class RecordingView : public QueueView, public QueuePlayer {
 public:
     void ShowLines(const std::vector<std::string>& shown) override { lines = shown; }
     void ShowTexts(const QueueTexts&) override {}
@@ -89,8 +89,8 @@ protected:
     RecordingView view;
     test::NullFilterProgress progress;
     CopyLog copyLog;
-    QueueController queue{prompts, fs, view};
-    ListFileController lists{prompts, fs, settings, queue, view, progress};
+    QueueController queue{prompts, fs, view, view};
+    ListFileController lists{prompts, fs, settings, queue, progress};
     MusicLibrary library{prompts, fs, registry, settings, queue, lists, copyLog};
 };
 

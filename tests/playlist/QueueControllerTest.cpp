@@ -13,7 +13,7 @@ using test::Message;
 using Lines = std::vector<std::string>;
 using Messages = std::vector<Message>;
 
-class RecordingView : public QueueView {
+class RecordingView : public QueueView, public QueuePlayer {
 public:
     void ShowLines(const std::vector<std::string>& shown) override { lines = shown; }
     void ShowTexts(const QueueTexts& shown) override { texts = shown; }
@@ -41,7 +41,7 @@ protected:
     test::FakePrompts prompts;
     test::FakeFileSystem fs;
     RecordingView view;
-    QueueController controller{prompts, fs, view};
+    QueueController controller{prompts, fs, view, view};
 };
 
 const Lines kFive{"D:\\m", "a.mp3", "b.mp3", "c.mp3", "d.mp3", "e.mp3"};

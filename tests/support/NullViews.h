@@ -11,7 +11,7 @@
 
 namespace lumora::test {
 
-class NullQueueView : public QueueView {
+class NullQueueView : public QueueView, public QueuePlayer {
 public:
     void ShowLines(const std::vector<std::string>&) override {}
     void ShowTexts(const QueueTexts&) override {}
