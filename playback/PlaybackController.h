@@ -83,7 +83,6 @@ public:
     explicit PlaybackController(PlaybackDeps deps);
 
     const PlaybackTexts& Texts() const { return texts_; }
-    bool IsOpen() const { return decoder_ != nullptr; }
     bool IsPlaying() const { return playing_; }
     // Decoder 1 (the audio player, with the audio display) holds the current file.
     // The current position, -1 when nothing is open.
