@@ -9,7 +9,6 @@ inline constexpr wchar_t kMainClass[] = L"LumoraMain";
 inline constexpr wchar_t kPlaylistClass[] = L"LumoraPlaylist";
 inline constexpr wchar_t kSplashClass[] = L"frmSplash";
 inline constexpr char kMainTitle[] = "Lumora";
-inline constexpr char kPlaylistTitle[] = "《Lumora》文件列表";
 
 // Main window: 1000-1099.
 inline constexpr int IDC_MAIN_PLAY = 1001;

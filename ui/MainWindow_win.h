@@ -171,7 +171,7 @@ private:
     std::string osCode_;
     std::string pendingDropList_;  // "aaa*" and the paths waiting to be added
     int pendingDropCount_ = 0;
-    std::string modeSuffix_ = "：正常";
+    std::string modeSuffix_{kSuffixNormal};
     HWND hwnd_ = nullptr;
     HWND status_ = nullptr;
 };
