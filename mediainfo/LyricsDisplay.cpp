@@ -3,14 +3,13 @@
 namespace lumora {
 
 bool LyricsDisplay::Load(const std::string& mediaPath) {
-    found_ = LookupLyrics(fs_, mediaPath, correctTiming_);
-    lyrics_ = found_.text.empty() ? TimedLyrics{} : BuildTimedLyrics(found_.text);
+    const FoundLyrics found = LookupLyrics(fs_, mediaPath);
+    lyrics_ = found.text.empty() ? TimedLyrics{} : BuildTimedLyrics(found.text);
     Show({});
     return HasLyrics();
 }
 
 void LyricsDisplay::Clear() {
-    found_ = {};
     lyrics_ = {};
     Show({});
 }

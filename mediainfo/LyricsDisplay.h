@@ -34,7 +34,6 @@ public:
     void Clear();
     bool HasLyrics() const { return !lyrics_.Empty(); }
     // Where the lyrics came from, for the window's caption or a menu.
-    const FoundLyrics& Source() const { return found_; }
 
     // The progress tick or the decoder's position event: `elapsedSeconds` is the whole seconds played.
     // Shows the two lines when they differ from what is shown; otherwise does nothing.
@@ -42,19 +41,15 @@ public:
 
     // Gc1Long (ParseLineByteLimit of the stored value). Takes effect at the next tick.
     void SetLineByteLimit(int bytes);
-    // The LRC and SMI readers' timing correction; takes effect at the next Load.
-    void SetTimingCorrection(bool on) { correctTiming_ = on; }
 
 private:
     void Show(const DisplayLines& lines);
 
     FileSystem& fs_;
     LyricsView& view_;
-    FoundLyrics found_;
     TimedLyrics lyrics_;
     std::optional<DisplayLines> shown_;  // what the labels hold; empty before anything was shown
     int lineByteLimit_ = 0;
-    bool correctTiming_ = false;
 };
 
 }  // namespace lumora

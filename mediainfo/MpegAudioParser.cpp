@@ -210,10 +210,4 @@ std::optional<MpegStreamFacts> ScanMpegAudio(std::string_view file) {
     return facts;
 }
 
-std::optional<MpegStreamFacts> LoadMpegStreamFacts(FileSystem& fs, const std::string& path) {
-    const FileRead read = fs.ReadFile(path);
-    if (read.status != FileRead::Status::Ok) return std::nullopt;
-    return ScanMpegAudio(read.bytes);
-}
-
 }  // namespace lumora

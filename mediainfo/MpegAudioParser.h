@@ -11,7 +11,6 @@
 
 namespace lumora {
 
-class FileSystem;
 
 struct MpegFrame {
     std::size_t offset = 0;  // of the header, in the file
@@ -86,8 +85,5 @@ struct MpegStreamFacts {
 
 // Empty when the bytes hold no MPEG audio stream.
 std::optional<MpegStreamFacts> ScanMpegAudio(std::string_view file);
-
-// Reads the file through `fs` and scans it; empty when it cannot be read or holds no MPEG audio.
-std::optional<MpegStreamFacts> LoadMpegStreamFacts(FileSystem& fs, const std::string& path);
 
 }  // namespace lumora

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "mediainfo/Id3v1.h"
 #include "mediainfo/MpegFrameHeader.h"
@@ -13,6 +14,9 @@ namespace lumora {
 struct MpegStreamFacts;
 
 // What the panel shows while no file plays.
+// The total time label, shared by the main window and the stream panel.
+inline std::string TotalTimeText(std::string_view length = "N/A") { return "总时：" + std::string(length); }
+
 struct StreamPanelTexts {
     std::string title = "现在没有歌曲播放...";
     std::string bitRate = "声音位率：N/A千位/秒";
@@ -23,7 +27,7 @@ struct StreamPanelTexts {
     std::string flags = "效验：N/A版权：N/A原文：N/A";
     std::string mpeg = "MPEG方式：N/A MPEG版本：N/A";
     std::string msPerFrame = "每毫秒：N/A帧";
-    std::string totalTime = "总时：N/A";
+    std::string totalTime = TotalTimeText();
     std::string time = "00:00";
     bool operator==(const StreamPanelTexts&) const = default;
 };

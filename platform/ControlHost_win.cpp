@@ -232,11 +232,6 @@ bool ActiveXControl::PutText(const wchar_t* property, const std::wstring& value)
     return ok;
 }
 
-bool ActiveXControl::CallByName(const wchar_t* method) {
-    const auto id = IdOf(method);
-    return id && Call(*id);
-}
-
 bool ActiveXControl::Call(DISPID id) {
     DISPPARAMS none{nullptr, nullptr, 0, 0};
     VARIANT result;

@@ -27,11 +27,9 @@ public:
 
     // Creates the control and activates it in place over the client area of `window`.
     bool Create(const wchar_t* progId, HWND window);
-    bool Created() const { return object_ != nullptr; }
     // Follows the window's new client size.
     void Fit();
     bool PutText(const wchar_t* property, const std::wstring& value);
-    bool CallByName(const wchar_t* method);
     bool Call(DISPID id);
     std::optional<double> Number(DISPID id);
     bool PutNumber(DISPID id, double value);

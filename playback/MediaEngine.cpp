@@ -232,7 +232,6 @@ void MediaEngine::CloseAll() {
     if (controls_) controls_->Close();
     state_ = EngineState{};
     kind_ = MediaKind::None;
-    videoCaption_ = kNotVideoCaption;
     info_ = {};
     picture_ = {};
     commands_.CloseAll();
@@ -301,19 +300,17 @@ OpenResult MediaEngine::OpenDispatch(const std::string& path, WindowId videoWind
     picture_ = video ? PixelRect{0, 0, static_cast<long>(cx), static_cast<long>(cy)} : PixelRect{};
     if (video) {
         PlacePicture(videoWindow);
-        videoCaption_ = kVideoCaption;
         const long long frames = commands_.LengthFrames(kMovieAlias);
         const long long rate = commands_.FrameRate(kMovieAlias);
         info_.lines = {
-            videoCaption_,
+            "该媒体文件为视频",
             "画面原始大小(X)：" + std::to_string(cx) + "  (Y)：" + std::to_string(cy),
             "画面实际大小(X)：" + std::to_string(commands_.PictureSize(kMovieAlias, "cx")) + "  (Y)：" +
                 std::to_string(commands_.PictureSize(kMovieAlias, "cy")),
             "总帧数：" + std::to_string(frames) + "  帧速率：" + std::to_string(rate),
         };
     } else {
-        videoCaption_ = kAudioCaption;
-        info_.lines = {videoCaption_};
+        info_.lines = {"该媒体文件为音频"};
     }
     return OpenResult::Playing;
 }

@@ -18,11 +18,6 @@ inline constexpr std::string_view kMovieAlias = "movie1";
 // WS_CHILD, written in decimal: the picture is drawn inside the parent window.
 inline constexpr std::string_view kChildStyle = "1073741824";
 
-// The video window's captions: nothing open through the engine, a file with pictures, one without.
-inline constexpr std::string_view kNotVideoCaption = "当前媒体不为视频";
-inline constexpr std::string_view kVideoCaption = "该媒体文件为视频";
-inline constexpr std::string_view kAudioCaption = "该媒体文件为音频";
-
 // What holds the current file.
 enum class MediaKind { None = 0, Mci = 2, MediaPlayer = 3, Flash = 4, Picture = 5, CdTrack = 6 };
 
@@ -95,7 +90,6 @@ public:
     MciCommands& Commands() { return commands_; }
     const EngineState& State() const { return state_; }
     MediaKind Kind() const { return kind_; }
-    void SetKind(MediaKind kind) { kind_ = kind; }
 
     // Device layer for the movie device.
     bool OpenMedia(const std::string& path, WindowId parent);
@@ -121,7 +115,6 @@ public:
     // for. `decoder1` says whether MPEG audio goes to the audio player.
     OpenResult OpenDispatch(const std::string& path, WindowId videoWindow, bool decoder1);
 
-    const std::string& VideoCaption() const { return videoCaption_; }
     // The picture's own size as the device reported it at open; 0 x 0 for audio.
     PixelRect Picture() const { return picture_; }
     const VideoInfo& Info() const { return info_; }
@@ -137,7 +130,6 @@ private:
     ControlPort* controls_ = nullptr;
     EngineState state_;
     MediaKind kind_ = MediaKind::None;
-    std::string videoCaption_{kNotVideoCaption};
     PixelRect picture_;
     VideoInfo info_;
 };

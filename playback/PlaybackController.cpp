@@ -8,6 +8,7 @@
 
 #include "common/Text.h"
 #include "common/Titles.h"
+#include "mediainfo/StreamPanel.h"
 #include "ports/Prompts.h"
 #include "playlist/QueueController.h"
 #include "settings/SettingsStore.h"
@@ -16,7 +17,6 @@
 namespace lumora {
 namespace {
 
-constexpr std::string_view kNoFile = "现在无文件播放";
 constexpr std::string_view kCannotPlayTitle = "无法播放";
 constexpr std::string_view kCannotPlayStatus = "该文件无法播放...";
 constexpr std::string_view kCannotPlayQuestion =
@@ -27,7 +27,6 @@ constexpr std::string_view kJumpPrompt =
     "请输入要播放的时间，你可以直接输入秒数，比如:12345，\r\n也可以输入时间，比如:01:20:15（冒号必须半角）。";
 constexpr std::string_view kSegmentChoosingTip =
     "先单击此按纽，在右边会出现“A=N/A”（开始点选择）“B=N/A”（结束点选择）。";
-constexpr std::string_view kSegmentIdleTip = "当前没有选段播放。\r\n选择文件的一段进行循环播放。选择A点的位置。";
 constexpr std::string_view kBBeforeA = "B点不能比A点小";
 constexpr std::string_view kChooseAFirst = "请选择A点再选B点";
 constexpr std::string_view kSpeedUnsupported = "提示：有些媒体格式不支持此功能。";
@@ -176,14 +175,14 @@ void PlaybackController::OpenAndPlay(const std::string& path) {
     SetPlaying(true);
     texts_.backForwardEnabled = true;
     const long long length = decoder_->LengthMs();
-    texts_.totalTime = "总时：" + (length > 0 ? FormatTime(length) : std::string("N/A"));
+    texts_.totalTime = length > 0 ? TotalTimeText(FormatTime(length)) : TotalTimeText();
     texts_.progress = 0;
     Show();
     deps_.view.FileOpened(path);
 }
 
 void PlaybackController::CannotPlay(const std::string& path) {
-    texts_.totalTime = "总时：N/A";
+    texts_.totalTime = TotalTimeText();
     texts_.statusLine = std::string(kCannotPlayStatus);
     texts_.title = std::string(kCannotPlayTitle);
     SetPlaying(false);
@@ -234,7 +233,7 @@ void PlaybackController::ChooseAndPlay(QueueDirection direction) {
 void PlaybackController::PlayPause() {
     if (!decoder_) {
         if (deps_.queue.Queue().Count() == 0) {
-            texts_.statusLine = std::string(kNoFile);
+            texts_.statusLine = std::string(kNoFileToPlay);
             Show();
             return;
         }
@@ -267,7 +266,7 @@ void PlaybackController::Stop() {
 
 void PlaybackController::Previous() {
     if (deps_.queue.Queue().Count() == 0) {
-        texts_.statusLine = std::string(kNoFile);
+        texts_.statusLine = std::string(kNoFileToPlay);
         Show();
         return;
     }
@@ -277,7 +276,7 @@ void PlaybackController::Previous() {
 
 void PlaybackController::Next() {
     if (deps_.queue.Queue().Count() == 0) {
-        texts_.statusLine = std::string(kNoFile);
+        texts_.statusLine = std::string(kNoFileToPlay);
         Show();
         return;
     }

@@ -23,6 +23,9 @@ inline constexpr std::string_view kSuffixRepeatOne = "：单曲循环";
 inline constexpr std::string_view kSuffixRepeatAll = "：全部循环";
 inline constexpr std::string_view kSuffixRandom = "：随机";
 inline constexpr std::string_view kNothingPlayingStatus = "没有文件播放";
+// The status line when a command needs a file and the queue is empty; also the neighbour buttons' tips then.
+inline constexpr std::string_view kNoFileToPlay = "现在无文件播放";
+inline constexpr std::string_view kSegmentIdleTip = "当前没有选段播放。\r\n选择文件的一段进行循环播放。选择A点的位置。";
 
 enum class PlayMode { Normal, RepeatOne, RepeatAll, Random };
 enum class TimeMode { Elapsed, Remaining };
@@ -42,12 +45,12 @@ struct PlaybackTexts {
     std::string segmentButton{SegmentButtonText(false)};
     std::string segmentA = "A=N/A";
     std::string segmentB = "B=N/A";
-    std::string segmentTip = "当前没有选段播放。\r\n选择文件的一段进行循环播放。选择A点的位置。";
+    std::string segmentTip{kSegmentIdleTip};
     std::string timeMode{TimeModeArrow(TimeMode::Elapsed)};
     std::string time = "00:00:00";
     std::string percent = "0%";
     std::string progressLine;                  // "播放的进度为：…  时间为：…"
-    std::string totalTime;                     // "总时：" + the length, "总时：N/A"
+    std::string totalTime;                     // TotalTimeText of the length
     std::string statusLine{kNothingPlayingStatus};
     std::string title{kNoFileTitle};
     std::string speedTip;
@@ -83,7 +86,6 @@ public:
     explicit PlaybackController(PlaybackDeps deps);
 
     const PlaybackTexts& Texts() const { return texts_; }
-    bool IsOpen() const { return decoder_ != nullptr; }
     bool IsPlaying() const { return playing_; }
     // Decoder 1 (the audio player, with the audio display) holds the current file.
     // The current position, -1 when nothing is open.

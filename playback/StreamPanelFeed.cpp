@@ -19,7 +19,7 @@ void StreamPanelFeed::Opened(const std::string& path, long long lengthMs) {
     facts_ = ScanMpegAudio(bytes);
     if (facts_) RefreshStreamPanel(texts_, PropertiesOf(*facts_, 0));
     ShowTagLine(texts_, ParseId3v1Tag(bytes));
-    if (lengthMs > 0) texts_.totalTime = "总时：" + PlaybackController::FormatTime(lengthMs);
+    if (lengthMs > 0) texts_.totalTime = TotalTimeText(PlaybackController::FormatTime(lengthMs));
 }
 
 void StreamPanelFeed::Progress(long long positionMs) {

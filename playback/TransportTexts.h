@@ -11,6 +11,11 @@ namespace lumora {
 class SettingsStore;
 class PlayQueue;
 
+inline constexpr std::string_view kBackLabel = "后退";
+inline constexpr std::string_view kForwardLabel = "前进";
+inline constexpr std::string_view kProgressTip = "播放进度";
+inline constexpr std::string_view kVolumeLabel = "音量";
+
 // What the main window shows before anything plays.
 struct MainDisplayTexts {
     std::string title{kNoFileTitle};
@@ -18,8 +23,8 @@ struct MainDisplayTexts {
     std::string time = "00:00:00";
     std::string segmentRange = "0-0";
     std::string statusLine{kNothingPlayingStatus};
-    std::string back = "后退";
-    std::string forward = "前进";
+    std::string back{kBackLabel};
+    std::string forward{kForwardLabel};
     std::string play{PlayCaption(false)};
     std::string timeMode{TimeModeArrow(TimeMode::Elapsed)};
     std::string mode = ModeLabel(PlayMode::Normal, false);

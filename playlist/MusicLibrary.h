@@ -102,7 +102,6 @@ private:
     bool WriteList(const LibraryList& list);
     LibraryAdd AddOne(const MediaEntry& source, LibraryList& list, bool renameAlways);
     std::string ProposedName(const MediaEntry& source);
-    bool ShowAddResult(LibraryAdd result);
 
     Prompts& prompts_;
     FileSystem& fs_;

@@ -42,8 +42,6 @@ std::string ListLine(int number, std::string_view name) {
     return (number < 0 ? "-" : "") + digits + "-(" + std::string(name) + ")";
 }
 
-std::string TotalFilesText(int count) { return "总共" + NumberText(count) + "个文件"; }
-
 QueueTexts EmptyQueueTexts() {
     constexpr std::string_view kNothingPlaying = "正在播放第0文件";
     return {

@@ -34,8 +34,6 @@ MediaEntry EntryFromPath(std::string_view path);
 std::string NumberText(long long value);
 // A playlist line: the number in at least three digits with leading zeros, "-(", the name, ")".
 std::string ListLine(int number, std::string_view name);
-// "总共" + count + "个文件", the file count of progress windows.
-std::string TotalFilesText(int count);
 
 // Every text that reports the queue. Empty and filled queues use deliberately different wordings.
 struct QueueTexts {

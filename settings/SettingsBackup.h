@@ -15,6 +15,7 @@ enum class BackupOutcome { Cancelled, Done, Failed };
 std::string BackupCommandLine(std::string_view fileName);
 std::string RestoreCommandLine(std::string_view fileName);
 
+// The settings dialog's backup and restore buttons are the users of these (the dialog is still to come).
 BackupOutcome BackupSettings(Prompts& prompts, FileSystem& fs, ProcessRunner& runner);
 BackupOutcome RestoreSettings(Prompts& prompts, ProcessRunner& runner);
 

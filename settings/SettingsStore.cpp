@@ -142,7 +142,6 @@ constexpr auto MakeNames(size_t from, size_t count) {
     return names;
 }
 constexpr auto kSavedNames = MakeNames(0, kSavedCount);
-constexpr auto kPositionNames = MakeNames(kSavedCount, kOptions.size() - kSavedCount);
 
 // A value written with a terminator by another tool still reads as its text.
 std::string_view TrimBlanks(std::string_view s) { return Trim(s, kBlanks, std::string_view(" \t\0", 3)); }
@@ -234,10 +233,6 @@ bool SettingsStore::IsOn(std::string_view name) const { return Number(name) == 1
 bool SettingsStore::Holds(std::string_view name) const { return slots_.find(name) != slots_.end(); }
 
 std::span<const std::string_view> SettingsStore::SavedNames() { return {kSavedNames.data(), kSavedCount}; }
-
-std::span<const std::string_view> SettingsStore::PositionNames() {
-    return {kPositionNames.data(), kOptions.size() - kSavedCount};
-}
 
 bool LoadSettings(SettingsStore& store, RegistryWrapper& registry, ScreenExtent screen) {
     SettingsStore loaded = store;

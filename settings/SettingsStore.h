@@ -40,8 +40,6 @@ public:
 
     // The option names in the order they are written to the registry.
     static std::span<const std::string_view> SavedNames();
-    // The names loaded at start-up after the options: window positions and opt::kVolume.
-    static std::span<const std::string_view> PositionNames();
 
 private:
     std::map<std::string, std::string, std::less<>> slots_;
@@ -51,6 +49,7 @@ private:
 // an error. A registry failure is shown once and abandons the load; the store is then as it was.
 bool LoadSettings(SettingsStore& store, RegistryWrapper& registry, ScreenExtent screen);
 
+// The settings dialog's confirmation is the user of this (the dialog is still to come).
 // Creates the keys, writes "VER", "路径", the empty "TavrinPlayer" value and every option.
 // Numbers are written in their plain form ("05" as "5"). Stops at the first failure (shown).
 bool SaveSettings(const SettingsStore& store, RegistryWrapper& registry, std::string_view versionText,

@@ -9,7 +9,6 @@ inline constexpr wchar_t kMainClass[] = L"LumoraMain";
 inline constexpr wchar_t kPlaylistClass[] = L"LumoraPlaylist";
 inline constexpr wchar_t kSplashClass[] = L"frmSplash";
 inline constexpr char kMainTitle[] = "Lumora";
-inline constexpr char kPlaylistTitle[] = "《Lumora》文件列表";
 // The music library's copy window and the menu that opens it.
 inline constexpr char kAddToLibraryText[] = "添加文件到“我的音乐库”";
 

@@ -154,7 +154,7 @@ void MainWindow::OnCreate() {
     Label(hwnd_, IDC_MAIN_SEGMENT_A, Widen(t.segmentA).c_str(), 360, 132, 46, 18);
     Label(hwnd_, IDC_MAIN_SEGMENT_B, Widen(t.segmentB).c_str(), 408, 132, 46, 18);
 
-    Label(hwnd_, IDC_MAIN_VOLUME_LABEL, L"音量", 8, 160, 30, 18);
+    Label(hwnd_, IDC_MAIN_VOLUME_LABEL, Widen(kVolumeLabel).c_str(), 8, 160, 30, 18);
     Slider(hwnd_, IDC_MAIN_VOLUME, 38, 156, 150, 24, 0, 20, 20);
     Label(hwnd_, IDC_MAIN_SPEED_LABEL, L"速度", 196, 160, 30, 18);
     HWND speed = Slider(hwnd_, IDC_MAIN_SPEED, 226, 156, 150, 24, 1, 200, 100);
@@ -260,7 +260,7 @@ void MainWindow::ShowPlayback(const PlaybackTexts& t) {
     SendDlgItemMessageW(hwnd_, IDC_MAIN_SPEED, TBM_SETPOS, TRUE, t.speed);
     EnableWindow(GetDlgItem(hwnd_, IDC_MAIN_BACK), t.backForwardEnabled);
     EnableWindow(GetDlgItem(hwnd_, IDC_MAIN_FORWARD), t.backForwardEnabled);
-    SetTip(IDC_MAIN_PROGRESS, t.progressLine.empty() ? "播放进度" : t.progressLine);
+    SetTip(IDC_MAIN_PROGRESS, t.progressLine.empty() ? std::string(kProgressTip) : t.progressLine);
     SetTip(IDC_MAIN_SPEED, t.speedTip);
     SetTip(IDC_MAIN_VOLUME, t.volumeTip);
     SetTip(IDC_MAIN_SEGMENT, t.segmentTip);

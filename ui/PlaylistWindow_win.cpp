@@ -27,7 +27,7 @@ bool PlaylistWindow::Create(PlaylistCommands& commands, HWND owner) {
     if (!EnsureWindowClass(kPlaylistClass, WndProc, Theme::BackgroundBrush())) return false;
     RECT o;
     GetWindowRect(owner, &o);
-    hwnd_ = CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_ACCEPTFILES, kPlaylistClass, Widen(kPlaylistTitle).c_str(),
+    hwnd_ = CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_ACCEPTFILES, kPlaylistClass, Widen(kListWindowCaption).c_str(),
                             WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_CLIPCHILDREN, o.right, o.top,
                             kDefaultWidth, o.bottom - o.top, owner, nullptr, GetModuleHandleW(nullptr), this);
     return hwnd_ != nullptr;

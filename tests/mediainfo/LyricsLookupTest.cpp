@@ -115,7 +115,6 @@ TEST_F(LyricsLookupTest, DisplayShowsOnlyChanges) {
     LyricsDisplay display(fs, view);
     fs.files["D:\\音乐\\歌.lrc"] = "[00:00]\n[00:10]一\n[00:20]二三四";
     EXPECT_TRUE(display.Load(kMedia));
-    EXPECT_EQ(display.Source().origin, LyricsOrigin::Beside);
     display.Tick(5);
     display.Tick(6);
     display.Tick(12);

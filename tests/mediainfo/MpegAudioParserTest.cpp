@@ -176,15 +176,6 @@ TEST(MpegFrameWalker, TheEncodersSummaryFrameIsNotAudioAndItsCountIsNotTrusted) 
     EXPECT_EQ(walker.TagFrame()->offset, 0u);
 }
 
-TEST(LoadMpegStreamFacts, ReadsThroughTheFileSystem) {
-    test::FakeFileSystem fs;
-    fs.files["C:\\a.mp3"] = Frames(4);
-    fs.files["C:\\b.mp3"] = "not audio";
-    EXPECT_EQ(LoadMpegStreamFacts(fs, "C:\\a.mp3")->totalFrames, 4u);
-    EXPECT_FALSE(LoadMpegStreamFacts(fs, "C:\\b.mp3"));
-    EXPECT_FALSE(LoadMpegStreamFacts(fs, "C:\\missing.mp3"));
-}
-
 constexpr auto V1 = MpegVersion::Mpeg1;
 constexpr auto V2 = MpegVersion::Mpeg2;
 constexpr auto V25 = MpegVersion::Mpeg25;
