@@ -85,14 +85,6 @@ TEST_F(LyricsE2E, EmbeddedLyricsWinOverTheLrcBesideAndFollowThePlayingTime) {
     ExpectLines("第四句", "尾声");
 }
 
-TEST_F(LyricsE2E, SiblingLrcIsShownWhenTheFileHasNoneOfItsOwn) {
-    const fs::path song = media_ / L"plain.mp3";
-    WriteBytes(song, test::MpegFrames(1150));
-    WriteBytes(media_ / L"plain.lrc", "\xEF\xBB\xBF[00:01.50][00:03]UTF-8 line\r\n[00:02]two\r\n");
-    Start(song);
-    ExpectLines("two", "UTF-8 line");
-}
-
 // "Gc1Long" wraps a long line at its byte limit (a Chinese character counts two), and "L48" opens
 // the lyrics window by itself for a file with lyrics, whatever the decoder.
 TEST_F(LyricsE2E, LongLinesWrapAtTheByteLimitAndTheWindowOpensForLyrics) {

@@ -109,16 +109,6 @@ TEST_F(LumoraE2E, SecondStartWithoutArgumentStartsNoSecondWindow) {
     EXPECT_TRUE(IsWindowVisible(main));
 }
 
-TEST_F(LumoraE2E, ArgumentNamingNothingOpensAnEmptyQueueSilently) {
-    LumoraProcess& p = Start("\"D:\\没有 这个\\文件.mp3\"");
-    HWND main = WaitForWindow(p.Id(), kMainClass);
-    ASSERT_NE(main, nullptr);
-    EXPECT_EQ(ControlText(main, IDC_MAIN_TITLE), "无文件");
-    EXPECT_EQ(WaitForBox("错误", 1000), nullptr);
-    HWND list = WaitForWindow(p.Id(), kPlaylistClass);
-    EXPECT_TRUE(ListLines(list, IDC_PLAYLIST_LINES).empty());
-}
-
 struct Children {
     std::vector<HWND> all;
 };

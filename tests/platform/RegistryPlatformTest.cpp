@@ -55,55 +55,30 @@ protected:
     RegistryWrapper wrapper{reg, prompts};
 };
 
-TEST_F(RegistryPlatform, SavedOneIsBinaryTypeThreeWithTheSingleByte31) {
-    SettingsStore store;
-    store.SetText("L6", "1");
-    store.SetText("L1", "05");
-    ASSERT_TRUE(SaveSettings(store, wrapper, "0.1.0", "C:\\Program Files\\Lumora"));
+// Options are REG_BINARY decimal text; Chinese names and values are code page 936 bytes; both load back.
+TEST_F(RegistryPlatform, ValuesAreBinaryTextInCodePage936AndLoadBack) {
+    ASSERT_TRUE(wrapper.CreateKey(kSetupKeyPath));
+    ASSERT_TRUE(wrapper.WriteValue(kSetupKeyPath, "L6", "1"));
     const auto l6 = QueryRaw(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", L"L6");
     ASSERT_EQ(l6.rc, ERROR_SUCCESS);
-    EXPECT_EQ(l6.type, 3u);
+    EXPECT_EQ(l6.type, static_cast<DWORD>(REG_BINARY));
     EXPECT_EQ(l6.bytes, (std::vector<BYTE>{0x31}));
-    const auto l1 = QueryRaw(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", L"L1");
-    EXPECT_EQ(l1.bytes, (std::vector<BYTE>{0x35}));  // "05" is stored as "5"
-    const auto empty = QueryRaw(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Tavrinsoft\\TavrinPlayer", L"TavrinPlayer");
-    ASSERT_EQ(empty.rc, ERROR_SUCCESS);
-    EXPECT_EQ(empty.type, 3u);
-    EXPECT_TRUE(empty.bytes.empty());
-    EXPECT_TRUE(prompts.messages.empty());
-}
 
-TEST_F(RegistryPlatform, ChineseValueNamesAndValuesRoundTrip) {
-    ASSERT_TRUE(SaveSettings(SettingsStore(), wrapper, "0.1.0", "D:\\音乐播放器\\Lumora"));
-    const auto raw = QueryRaw(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Tavrinsoft\\TavrinPlayer", L"\u8def\u5f84");  // 路径
-    ASSERT_EQ(raw.rc, ERROR_SUCCESS);
-    EXPECT_EQ(raw.type, 3u);
-    const std::string bytes(raw.bytes.begin(), raw.bytes.end());
-    EXPECT_EQ(bytes, "D:\\\xD2\xF4\xC0\xD6\xB2\xA5\xB7\xC5\xC6\xF7\\Lumora");
-    EXPECT_EQ(wrapper.ReadValue(kPlayerKeyPath, "路径"), "D:\\音乐播放器\\Lumora");
+    ASSERT_TRUE(wrapper.WriteValue(kSetupKeyPath, "路径", "D:\\音乐播放器"));
+    const auto raw = QueryRaw(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", L"\u8def\u5f84");
+    EXPECT_EQ(std::string(raw.bytes.begin(), raw.bytes.end()), "D:\\\xD2\xF4\xC0\xD6\xB2\xA5\xB7\xC5\xC6\xF7");
+    EXPECT_EQ(wrapper.ReadValue(kSetupKeyPath, "路径"), "D:\\音乐播放器");
 
-    ASSERT_TRUE(wrapper.WriteValue(kSetupKeyPath, "歌词窗口", "第一行"));
-    EXPECT_EQ(wrapper.ReadValue(kSetupKeyPath, "歌词窗口"), "第一行");
-    ASSERT_TRUE(wrapper.DeleteValue(kSetupKeyPath, "歌词窗口"));
-    EXPECT_EQ(wrapper.ReadValue(kSetupKeyPath, "歌词窗口"), "");
-    EXPECT_TRUE(prompts.messages.empty());
-}
-
-TEST_F(RegistryPlatform, SavedSettingsLoadBack) {
-    SettingsStore store;
-    store.SetText("L30", "100");
-    store.SetText("L61", "-9");
-    store.SetText("L35", "5");
-    ASSERT_TRUE(SaveSettings(store, wrapper, "0.1.0", "C:\\L"));
+    ASSERT_TRUE(wrapper.WriteValue(kSetupKeyPath, "L30", "100"));
     ASSERT_TRUE(wrapper.WriteValue(kSetupKeyPath, "TOP", "1500"));
     ASSERT_TRUE(wrapper.WriteValue(kSetupKeyPath, "L1", " 121"));  // edited by hand, out of range
     SettingsStore loaded;
     ASSERT_TRUE(LoadSettings(loaded, wrapper, kScreen));
+    EXPECT_EQ(loaded.Text("L6"), "1");
     EXPECT_EQ(loaded.Text("L30"), "100");
-    EXPECT_EQ(loaded.Text("L61"), "-9");
-    EXPECT_EQ(loaded.Text("L35"), "5");
     EXPECT_EQ(loaded.Text("TOP"), "1500");
-    EXPECT_EQ(loaded.Text("L1"), "5");
+    EXPECT_EQ(loaded.Text("L1"), SettingsStore().Text("L1"));
+    EXPECT_TRUE(prompts.messages.empty());
 }
 
 TEST_F(RegistryPlatform, ValueWrittenAsStringByAnotherToolStillLoads) {
@@ -173,7 +148,7 @@ TEST_F(RegistryPlatform, DeniedOrMalformedPathsGiveTheWrappersTexts) {
 
 TEST_F(RegistryPlatform, DeniedKeyAbandonsTheLoadWithOneBox) {
     // Load reads the real settings key; deny it and the store must stay as it was.
-    ASSERT_TRUE(SaveSettings(SettingsStore(), wrapper, "0.1.0", "C:\\L"));
+    ASSERT_TRUE(wrapper.CreateKey(kSetupKeyPath));
     DeniedKey denied(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup");
 
     SettingsStore store;
