@@ -5,6 +5,7 @@
 #include <commctrl.h>
 
 #include "platform/WinText_win.h"
+#include "playlist/PlayQueue.h"
 #include "ui/ControlIds.h"
 #include "ui/Menu_win.h"
 #include "ui/Theme_win.h"
