@@ -202,6 +202,8 @@ TEST(PlaybackController, EndOfFileByMode) {
         {"random draws the first", 5, 3, [](PlaybackController& p) { p.SetRandom(); }, 0.0, "D:\\m\\s1.wma"},
         {"random draws the middle", 3, 1, [](PlaybackController& p) { p.SetRandom(); }, 0.5, "D:\\m\\s2.wma"},
         {"random with two stays", 2, 1, [](PlaybackController& p) { p.SetRandom(); }, 0.99, ""},
+        {"repeat all with one entry", 1, 1, [](PlaybackController& p) { p.ToggleLoop(), p.ToggleLoop(); }, 0,
+         "D:\\m\\s1.wma"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
@@ -243,6 +245,10 @@ TEST(PlaybackController, PreviousNextAndTheEdgesOfTheQueue) {
     EXPECT_EQ(r.queue.Queue().Current(), 3);
     for (int index : {0, 4}) r.player.PlayEntry(index);
     EXPECT_EQ(r.decoder.opened.size(), 4u);
+    r.player.PlayEntry(1);
+    r.player.Previous();  // a step back before the first entry: the end of the file goes back too
+    r.EndOfFile();
+    EXPECT_EQ(r.decoder.opened.size(), 5u);
 }
 
 TEST(PlaybackController, DecoderOneTakesMpegAudioUnderL25AndFallsBack) {
@@ -295,6 +301,15 @@ TEST(PlaybackController, SegmentRefusalsAndTheLoopFromBToA) {
     Rig r(1);
     r.player.PlayEntry(1);
     r.player.SegmentCommand();
+    r.player.SetA();  // at 0
+    r.decoder.position = 1000;
+    r.player.SetB();
+    r.decoder.finished = true;
+    r.player.ProgressTick();
+    EXPECT_EQ(r.decoder.ranges, (std::vector<std::pair<long long, long long>>{{0, 1000}, {0, 1000}}));
+    r.decoder.ranges.clear();
+    r.player.SegmentCommand();
+    r.player.SegmentCommand();
     r.player.SetB();
     EXPECT_EQ(r.prompts.messages.back(), (test::Message{"请选择A点再选B点", "错误"}));
     r.decoder.position = 65000;
@@ -308,7 +323,7 @@ TEST(PlaybackController, SegmentRefusalsAndTheLoopFromBToA) {
     EXPECT_EQ(r.decoder.ranges.back(), (std::pair<long long, long long>{65000, 70000}));
     r.decoder.finished = true;  // the decoder stops at B; the segment starts again at A
     r.player.ProgressTick();
-    EXPECT_EQ(r.decoder.ranges.size(), 2u);
+    EXPECT_EQ(r.decoder.ranges.size(), 3u);
     EXPECT_EQ(r.decoder.position, 65000);
     r.player.Stop();
     r.player.PlayPause();
