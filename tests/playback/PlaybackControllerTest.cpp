@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <map>
 #include <set>
 
 #include "playback/PlaybackController.h"
@@ -92,70 +93,68 @@ struct Rig : PlaybackView, VolumeControl {
 std::string Mode(std::string_view suffix) { return std::string(kModePrefix) + std::string(suffix); }
 
 // Each command from a file playing at 50 s of 200 s (or from an empty queue), and the text it leaves.
+// Commands by letter: P play/pause, S stop, N next, V previous, L loop, R random, O normal, T time mode,
+// G segment, A and B the segment's points, t a progress tick, E the end of the file.
+void Press(Rig& r, std::string_view commands) {
+    for (const char c : commands) {
+        PlaybackController& p = r.player;
+        const std::map<char, std::function<void()>> actions = {
+            {'P', [&] { p.PlayPause(); }}, {'S', [&] { p.Stop(); }},     {'N', [&] { p.Next(); }},
+            {'V', [&] { p.Previous(); }},  {'L', [&] { p.ToggleLoop(); }}, {'R', [&] { p.SetRandom(); }},
+            {'O', [&] { p.SetNormal(); }}, {'T', [&] { p.ToggleTimeMode(); }}, {'G', [&] { p.SegmentCommand(); }},
+            {'A', [&] { p.SetA(); }},      {'B', [&] { p.SetB(); }},     {'t', [&] { p.ProgressTick(); }},
+            {'E', [&] { r.EndOfFile(); }}};
+        actions.at(c)();
+    }
+}
+
+// Each command from a file playing at 50 s of 200 s (or from an empty queue), and the text it leaves.
 TEST(PlaybackController, CommandsAndTheTextsTheyShow) {
-    using Field = std::string PlaybackTexts::*;
+    using T = PlaybackTexts;
     const struct {
         int entries;
-        std::function<void(Rig&)> act;
-        Field field;
+        const char* commands;
+        std::string PlaybackTexts::*field;
         std::string shown;
     } cases[] = {
-        {0, [](Rig& r) { r.player.PlayPause(); }, &PlaybackTexts::statusLine, "现在无文件播放"},
-        {0, [](Rig& r) { r.player.Next(); }, &PlaybackTexts::statusLine, "现在无文件播放"},
-        {0, [](Rig& r) { r.player.Previous(); }, &PlaybackTexts::statusLine, "现在无文件播放"},
-        {3, [](Rig&) {}, &PlaybackTexts::title, "s1.wma"},
-        {3, [](Rig&) {}, &PlaybackTexts::totalTime, "总时：00:03:20"},
-        {3, [](Rig&) {}, &PlaybackTexts::playCaption, "暂停"},
-        {3, [](Rig& r) { r.player.PlayPause(); }, &PlaybackTexts::playCaption, "播放"},
-        {3, [](Rig& r) { r.player.PlayPause(), r.player.PlayPause(); }, &PlaybackTexts::playCaption, "暂停"},
-        {3, [](Rig& r) { r.player.Stop(); }, &PlaybackTexts::playCaption, "播放"},
-        {3, [](Rig& r) { r.player.Stop(); }, &PlaybackTexts::time, "-"},
-        {3, [](Rig& r) { r.player.Stop(), r.player.PlayPause(); }, &PlaybackTexts::playCaption, "暂停"},
-        {3, [](Rig& r) { r.player.ProgressTick(); }, &PlaybackTexts::percent, "25%"},
-        {3, [](Rig& r) { r.player.ProgressTick(); }, &PlaybackTexts::time, "00:00:50"},
-        {3, [](Rig& r) { r.player.ProgressTick(); }, &PlaybackTexts::statusLine, "播放的进度为：25% 时间为：00:00:50"},
-        {3, [](Rig& r) { r.player.ToggleTimeMode(), r.player.ProgressTick(); }, &PlaybackTexts::time, "-00:02:30"},
-        {3, [](Rig& r) { r.player.ToggleTimeMode(); }, &PlaybackTexts::timeMode, "←"},
-        {3, [](Rig& r) { r.player.ToggleTimeMode(), r.player.ToggleTimeMode(); }, &PlaybackTexts::timeMode, "→"},
-        {3, [](Rig& r) { r.player.ToggleTimeMode(), r.EndOfFile(); }, &PlaybackTexts::time, "00:00-"},
-        {3, [](Rig&) {}, &PlaybackTexts::modeLabel, Mode(kSuffixNormal)},
-        {3, [](Rig& r) { r.player.ToggleLoop(); }, &PlaybackTexts::modeLabel, Mode(kSuffixRepeatOne)},
-        {3, [](Rig& r) { r.player.ToggleLoop(), r.player.ToggleLoop(); }, &PlaybackTexts::modeLabel,
-         Mode(kSuffixRepeatAll)},
-        {3, [](Rig& r) { r.player.ToggleLoop(), r.player.ToggleLoop(), r.player.ToggleLoop(); },
-         &PlaybackTexts::modeLabel, Mode(kSuffixRepeatOne)},
-        {3, [](Rig& r) { r.player.SetRandom(); }, &PlaybackTexts::modeLabel, Mode(kSuffixRandom)},
-        {3, [](Rig& r) { r.player.SetRandom(), r.player.SetNormal(); }, &PlaybackTexts::modeLabel, Mode(kSuffixNormal)},
-        {3, [](Rig& r) { r.player.SetRandom(), r.player.SegmentCommand(); }, &PlaybackTexts::modeLabel,
-         std::string(kSegmentPrefix)},
-        {3, [](Rig& r) { r.player.SegmentCommand(); }, &PlaybackTexts::segmentButton, "取消选段"},
-        {3, [](Rig& r) { r.player.SetRandom(), r.player.SegmentCommand(), r.player.SegmentCommand(); },
-         &PlaybackTexts::modeLabel, Mode(kSuffixRandom)},
-        {3, [](Rig& r) { r.player.SegmentCommand(), r.player.SetA(); }, &PlaybackTexts::segmentA, "A=00:00:50"},
-        {3, [](Rig& r) { r.player.SegmentCommand(), r.player.SetA(); }, &PlaybackTexts::segmentTip,
-         "当前A点（开始点）为00:00:50\r\n选择文件的一段进行循环播放。选择A点的位置。"},
-        {3, [](Rig& r) { r.player.SetA(); }, &PlaybackTexts::segmentA, "A=N/A"},  // not choosing a segment
-        {3, [](Rig& r) { r.player.SegmentCommand(), r.player.SetA(), r.player.SetB(); }, &PlaybackTexts::segmentB,
-         "B=00:00:50"},
-        {3, [](Rig& r) { r.player.SegmentCommand(), r.player.SetA(), r.player.PlayEntry(2); },
-         &PlaybackTexts::segmentA, "A=N/A"},
-        {3, [](Rig& r) { r.player.SetVolume(17); }, &PlaybackTexts::statusLine, "当前音量为：85%"},
-        {3, [](Rig& r) { r.player.SetVolume(25); }, &PlaybackTexts::volumeTip, "显示播放音量 -- 20  （0为MIN；20为MAX）"},
-        {3, [](Rig& r) { r.player.SetVolume(-3); }, &PlaybackTexts::statusLine, "当前音量为：0%"},
-        {3, [](Rig& r) { r.decoder.speedWorks = false, r.player.SetSpeed(50); }, &PlaybackTexts::statusLine,
-         "提示：有些媒体格式不支持此功能。"},
+        {0, "P", &T::statusLine, "现在无文件播放"}, {0, "N", &T::statusLine, "现在无文件播放"},
+        {0, "V", &T::statusLine, "现在无文件播放"}, {3, "", &T::title, "s1.wma"},
+        {3, "", &T::totalTime, "总时：00:03:20"},    {3, "", &T::playCaption, "暂停"},
+        {3, "P", &T::playCaption, "播放"},            {3, "PP", &T::playCaption, "暂停"},
+        {3, "S", &T::playCaption, "播放"},            {3, "S", &T::time, "-"},
+        {3, "SP", &T::playCaption, "暂停"},           {3, "t", &T::percent, "25%"},
+        {3, "t", &T::time, "00:00:50"},               {3, "t", &T::statusLine, "播放的进度为：25% 时间为：00:00:50"},
+        {3, "Tt", &T::time, "-00:02:30"},             {3, "T", &T::timeMode, "←"},
+        {3, "TT", &T::timeMode, "→"},                 {3, "TE", &T::time, "00:00-"},
+        {3, "", &T::modeLabel, Mode(kSuffixNormal)},  {3, "L", &T::modeLabel, Mode(kSuffixRepeatOne)},
+        {3, "LL", &T::modeLabel, Mode(kSuffixRepeatAll)}, {3, "LLL", &T::modeLabel, Mode(kSuffixRepeatOne)},
+        {3, "R", &T::modeLabel, Mode(kSuffixRandom)}, {3, "RO", &T::modeLabel, Mode(kSuffixNormal)},
+        {3, "RG", &T::modeLabel, std::string(kSegmentPrefix)}, {3, "G", &T::segmentButton, "取消选段"},
+        {3, "RGG", &T::modeLabel, Mode(kSuffixRandom)}, {3, "GA", &T::segmentA, "A=00:00:50"},
+        {3, "GA", &T::segmentTip, "当前A点（开始点）为00:00:50\r\n选择文件的一段进行循环播放。选择A点的位置。"},
+        {3, "A", &T::segmentA, "A=N/A"},  // not choosing a segment
+        {3, "GAB", &T::segmentB, "B=00:00:50"},       {3, "GAN", &T::segmentA, "A=N/A"},
     };
     for (const auto& c : cases) {
         Rig r(c.entries);
         if (c.entries) r.player.PlayEntry(1);
         r.decoder.position = 50000;
-        c.act(r);
-        EXPECT_EQ(r.last.*c.field, c.shown);
+        Press(r, c.commands);
+        EXPECT_EQ(r.last.*c.field, c.shown) << c.commands;
     }
+    Rig r(1);
+    r.player.PlayEntry(1);
+    for (const auto& [level, status] : {std::pair{17, "当前音量为：85%"}, {-3, "当前音量为：0%"}}) {
+        r.player.SetVolume(level);
+        EXPECT_EQ(r.last.statusLine, status);
+    }
+    r.player.SetVolume(25);
+    EXPECT_EQ(r.last.volumeTip, "显示播放音量 -- 20  （0为MIN；20为MAX）");
+    r.decoder.speedWorks = false;
+    r.player.SetSpeed(50);
+    EXPECT_EQ(r.last.statusLine, "提示：有些媒体格式不支持此功能。");
     const std::pair<int, int> numbers[] = {{250, 200}, {0, 1}, {150, 150}, {1, 1}};
     for (const auto& [asked, speed] : numbers) {
-        Rig r(1);
-        r.player.PlayEntry(1);
         r.player.SetSpeed(asked);
         EXPECT_EQ(r.last.speed, speed);
         EXPECT_EQ(r.decoder.speeds.back(), speed);
@@ -185,45 +184,34 @@ TEST(PlaybackController, ProgressSliderAndStopRestartsFromTheBeginning) {
 
 TEST(PlaybackController, EndOfFileByMode) {
     const struct {
-        const char* name;
         int entries, start;
-        std::function<void(PlaybackController&)> mode;
+        const char* mode;
         double draw;
-        std::string expectNext;  // "" = nothing new opened
+        std::string next;  // "" = nothing new opened
     } cases[] = {
-        {"normal goes on", 3, 1, [](PlaybackController&) {}, 0, "D:\\m\\s2.wma"},
-        {"normal stops after the last", 3, 3, [](PlaybackController&) {}, 0, ""},
-        {"repeat one", 3, 2, [](PlaybackController& p) { p.ToggleLoop(); }, 0, "D:\\m\\s2.wma"},
-        {"repeat all wraps to 1", 3, 3, [](PlaybackController& p) { p.ToggleLoop(), p.ToggleLoop(); }, 0,
-         "D:\\m\\s1.wma"},
-        {"repeat all goes on", 3, 2, [](PlaybackController& p) { p.ToggleLoop(), p.ToggleLoop(); }, 0,
-         "D:\\m\\s3.wma"},
-        {"random draws the last", 5, 1, [](PlaybackController& p) { p.SetRandom(); }, 0.99, "D:\\m\\s5.wma"},
-        {"random draws the first", 5, 3, [](PlaybackController& p) { p.SetRandom(); }, 0.0, "D:\\m\\s1.wma"},
-        {"random draws the middle", 3, 1, [](PlaybackController& p) { p.SetRandom(); }, 0.5, "D:\\m\\s2.wma"},
-        {"random with two stays", 2, 1, [](PlaybackController& p) { p.SetRandom(); }, 0.99, ""},
-        {"repeat all with one entry", 1, 1, [](PlaybackController& p) { p.ToggleLoop(), p.ToggleLoop(); }, 0,
-         "D:\\m\\s1.wma"},
+        {3, 1, "", 0, "s2"},   {3, 3, "", 0, ""},    {3, 2, "L", 0, "s2"},      {3, 3, "LL", 0, "s1"}, {3, 2, "LL", 0, "s3"},
+        {1, 1, "LL", 0, "s1"}, {5, 1, "R", 0.99, "s5"}, {5, 3, "R", 0.0, "s1"}, {3, 1, "R", 0.5, "s2"},
+        {2, 1, "R", 0.99, ""},  // random needs three entries
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
+        SCOPED_TRACE(std::string(c.mode) + " from " + std::to_string(c.start));
         Rig r(c.entries);
         r.draw = c.draw;
-        c.mode(r.player);
+        Press(r, c.mode);
         r.player.PlayEntry(c.start);
         const size_t opens = r.decoder.opened.size();
         r.decoder.position = 1000;
         r.EndOfFile();
-        ASSERT_EQ(r.decoder.opened.size(), opens + (c.expectNext.empty() ? 0 : 1));
-        EXPECT_EQ(r.last.playCaption, c.expectNext.empty() ? "播放" : "暂停");
-        if (!c.expectNext.empty()) {
-            EXPECT_EQ(r.Current(), c.expectNext);
+        ASSERT_EQ(r.decoder.opened.size(), opens + (c.next.empty() ? 0 : 1));
+        EXPECT_EQ(r.last.playCaption, c.next.empty() ? "播放" : "暂停");
+        if (!c.next.empty()) {
+            EXPECT_EQ(r.Current(), "D:\\m\\" + c.next + ".wma");
             EXPECT_EQ(r.decoder.position, 0);
         }
+        EXPECT_EQ(r.last.modeLabel, r.player.Texts().modeLabel);
     }
     Rig r(3);
-    r.player.ToggleLoop();
-    r.player.ToggleLoop();
+    Press(r, "LL");
     r.player.PlayEntry(3);
     r.EndOfFile();
     EXPECT_EQ(r.last.modeLabel, Mode(kSuffixRepeatAll));  // the mode survives the wrap
