@@ -47,6 +47,7 @@ TEST(LrcReader, TimesAfterOffsetsCorrectionAndLimits) {
         {"[00:10]a\n[offset:-1500]", false, {"00:11"}},
         {"[offset:+2000]\n[offset:0]\n[00:10]a", false, {"00:08"}},
         {"[offset:soon]\n[00:10]a", false, {"00:10"}},
+        {"[offset: 500 ]\n[00:10]a", false, {"00:09"}},
         {"[01:40]a", true, {"02:01"}},  // 100 s -> 122 - 1
         {"[-00:06.84]a\n[00:00.95]b", false, {"00:00", "00:00"}},
         {"[999999999999:00]a\n[00:1e5]b", false, {}},
@@ -72,6 +73,13 @@ TEST(LrcReader, TellsTheEncodingApart) {
         utf16 += static_cast<char>(unit >> 8);
     }
     EXPECT_EQ(Texts(ParseLrc(utf16, false)), expected);
+    std::string utf16be = "\xFE\xFF";
+    for (char16_t unit : Utf8ToUtf16(text)) {
+        utf16be += static_cast<char>(unit >> 8);
+        utf16be += static_cast<char>(unit & 0xFF);
+    }
+    EXPECT_EQ(Texts(ParseLrc(utf16be, false)), expected);
+    EXPECT_EQ(Texts(ParseLrc("[00:01]\xF0\x9F\x98\x80 smile", false)), Lines{"\xF0\x9F\x98\x80 smile"});  // UTF-8
 }
 
 TEST(LrcReader, CorpusFiles) {

@@ -48,7 +48,7 @@ public:
         played = 0;
     }
     long long PlayedSamples() override { return played; }
-    void Close() override {}
+    void Close() override { ++closes; }
     // The sound card finishes the oldest buffer.
     void FinishOne() {
         ASSERT_FALSE(queue.empty());
@@ -63,6 +63,7 @@ public:
     int sampleRate = 0;
     int channels = 0;
     bool paused = false;
+    int closes = 0;
 };
 
 struct Rig {
@@ -86,14 +87,19 @@ TEST(Mp3Player, KeepsFourBuffersQueuedAndEndsOnceEveryBufferCameBack) {
     EXPECT_EQ(r.player.PositionMs(), 8LL * 1152 * 1000 / 44100);
     r.out.FinishOne();
     EXPECT_FALSE(r.player.Finished());
+    EXPECT_FALSE(r.player.SoundingPcm().empty());  // what the spectrum shows
     ASSERT_TRUE(r.player.Pause());  // the card holds; the end is not reported while paused
     EXPECT_TRUE(r.out.paused);
+    EXPECT_TRUE(r.player.SoundingPcm().empty());
     r.out.FinishOne();
     EXPECT_FALSE(r.player.Finished());
     ASSERT_TRUE(r.player.Resume());
     EXPECT_FALSE(r.out.paused);
+    r.out.onDone(0);  // a buffer handed back twice counts once
     EXPECT_TRUE(r.player.Finished());
     EXPECT_EQ(r.decoder.decoded, 20);
+    ASSERT_TRUE(r.player.Open("D:\\a.mp3"));  // opening again closes the card first
+    EXPECT_EQ(r.out.closes, 1);
 
     Rig big(100);
     ASSERT_TRUE(big.player.Open("D:\\a.mp3"));

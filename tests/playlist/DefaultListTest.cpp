@@ -7,32 +7,12 @@
 #include "playlist/ListFile.h"
 #include "settings/SettingsStore.h"
 #include "support/Fakes.h"
+#include "support/NullViews.h"
 
 namespace lumora {
 namespace {
 
 using Lines = std::vector<std::string>;
-
-class TitleProgress : public FilterProgress {
-public:
-    void Open(std::string_view title) override { titles.emplace_back(title); }
-    void ShowStatus(std::string_view) override {}
-    void ShowCounters(std::string_view, std::string_view) override {}
-    void AddDroppedLine(std::string_view) override {}
-    bool KeepGoing() override { return true; }
-    void Close() override {}
-    Lines titles;
-};
-
-class RecordingView : public QueueView {
-public:
-    void ShowLines(const std::vector<std::string>& shown) override { lines = shown; }
-    void ShowTexts(const QueueTexts&) override {}
-    void SelectLine(int) override {}
-    void Play(const std::string& path) override { played.push_back(path); }
-    Lines lines;
-    Lines played;
-};
 
 class DefaultListTest : public testing::Test {
 protected:
@@ -50,8 +30,8 @@ protected:
     test::FakeFileSystem fs;
     const std::string kPath = fs.userDataFolder + "\\" + std::string(kDefaultListFileName);
     SettingsStore settings;
-    RecordingView view;
-    TitleProgress progress;
+    test::RecordingQueueView view;
+    test::RecordingProgress progress;
     QueueController queue{prompts, fs, view};
     ListFileController lists{prompts, fs, settings, queue, view, progress};
     DefaultList defaults{prompts, fs, settings, queue, lists, progress};
@@ -63,7 +43,7 @@ TEST_F(DefaultListTest, SavesTheQueueAlwaysFilteredInTheUserDataFolder) {
     EXPECT_EQ(defaults.SaveDefaultList(), SaveOutcome::Saved);
     EXPECT_EQ(fs.files.at(kPath), EncodeListFile(ListKind::Default, true, "D:\\歌", {"a.wma", "b.wma"}));
     EXPECT_EQ(prompts.messages, (std::vector<test::Message>{{"列表默认文件已保存完毕。", std::string(kFileSavedTitle)}}));
-    EXPECT_EQ(progress.titles, Lines{"保存默认列表文件"});
+    EXPECT_EQ(progress.events.front(), "open 保存默认列表文件");
 }
 
 TEST_F(DefaultListTest, RefusesQueuesOffFixedDisksAndSingleFilesWithoutTouchingTheOldList) {
@@ -94,7 +74,7 @@ TEST_F(DefaultListTest, StartUpPlaysAtOnceOrWaitsAsL15Says) {
     EXPECT_EQ(view.lines.size(), 2u);
     EXPECT_TRUE(view.played.empty());
     EXPECT_TRUE(prompts.messages.empty());
-    EXPECT_TRUE(progress.titles.empty());  // no window at start-up
+    EXPECT_TRUE(progress.events.empty());  // no window at start-up
 }
 
 TEST_F(DefaultListTest, DamagedListIsReportedAndDeletedMissingOneIsNot) {
@@ -135,7 +115,7 @@ TEST_F(DefaultListTest, ExitSavesQuietlyOnlyWhenL56IsOn) {
     EXPECT_FALSE(defaults.SaveDefaultListOnExit());
     EXPECT_EQ(Saved().size(), 2u);
     EXPECT_TRUE(prompts.messages.empty());
-    EXPECT_TRUE(progress.titles.empty());
+    EXPECT_TRUE(progress.events.empty());
 }
 
 }  // namespace

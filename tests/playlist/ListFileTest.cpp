@@ -9,6 +9,7 @@
 #include "playlist/ListFileController.h"
 #include "settings/SettingsStore.h"
 #include "support/Fakes.h"
+#include "support/NullViews.h"
 #include "support/MpegFrames.h"
 
 namespace lumora {
@@ -16,31 +17,6 @@ namespace {
 
 using test::Message;
 using Lines = std::vector<std::string>;
-
-class RecordingProgress : public FilterProgress {
-public:
-    void Open(std::string_view title) override { events.push_back("open " + std::string(title)); }
-    void ShowStatus(std::string_view text) override { events.push_back("status " + std::string(text)); }
-    void ShowCounters(std::string_view filtered, std::string_view remaining) override {
-        events.push_back("counters " + std::string(filtered) + " " + std::string(remaining));
-    }
-    void AddDroppedLine(std::string_view line) override { events.push_back("dropped " + std::string(line)); }
-    bool KeepGoing() override { return ++asked <= allowed; }
-    void Close() override { events.push_back("close"); }
-    Lines events;
-    int asked = 0;
-    int allowed = 1 << 30;
-};
-
-class RecordingView : public QueueView {
-public:
-    void ShowLines(const std::vector<std::string>& shown) override { lines = shown; }
-    void ShowTexts(const QueueTexts&) override {}
-    void SelectLine(int) override {}
-    void Play(const std::string& path) override { played.push_back(path); }
-    Lines lines;
-    Lines played;
-};
 
 // Counts what is read, to show that filtering never reads a whole file.
 class ReadCountingFileSystem : public test::FakeFileSystem {
@@ -87,6 +63,7 @@ TEST(ListFileCodec, EncodesInCp936WithCrLfAndEveryKindReadsBack) {
     EXPECT_EQ(FirstUnstorableText("D:\\m", {"a.mp3", "笑\xF0\x9F\x98\x80.mp3"}), "笑\xF0\x9F\x98\x80.mp3");
     EXPECT_EQ(EncodeListFile(ListKind::Main, true, "D:\\m", {"a*b.mp3"}), "");
     EXPECT_EQ(FirstUnstorableText("D:\\m", {"a.mp3"}), "");
+    EXPECT_EQ(FirstUnstorableText("D:\\m*", {"a.mp3"}), "D:\\m*");
 }
 
 TEST(ListFileCodec, OnlyTheThirdDashPieceIsTheMarker) {
@@ -134,7 +111,7 @@ TEST(ListFileCodec, RefusesWhatIsNotOneOfOurListsWhole) {
 // Existing media files stay, and MPEG audio only when it holds frames; only the start of a file is read.
 TEST(FilterNames, KeepsExistingMediaAndMpegFilesThatHoldFrames) {
     ReadCountingFileSystem fs;
-    RecordingProgress progress;
+    test::RecordingProgress progress;
     fs.files["D:\\m\\a.mp3"] = test::MpegFrames(8);
     fs.files["D:\\m\\notes.txt"] = "";
     fs.files["D:\\m\\fake.mp3"] = std::string(5000, 'x');
@@ -179,8 +156,8 @@ protected:
     test::FakePrompts prompts;
     test::FakeFileSystem fs;
     SettingsStore settings;
-    RecordingView view;
-    RecordingProgress progress;
+    test::RecordingQueueView view;
+    test::RecordingProgress progress;
     QueueController queue{prompts, fs, view};
     ListFileController lists{prompts, fs, settings, queue, view, progress};
 };

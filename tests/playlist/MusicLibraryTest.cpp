@@ -28,15 +28,6 @@ public:
     Lines proposed;
 };
 
-class RecordingView : public QueueView {
-public:
-    void ShowLines(const std::vector<std::string>& shown) override { lines = shown; }
-    void ShowTexts(const QueueTexts&) override {}
-    void SelectLine(int) override {}
-    void Play(const std::string&) override {}
-    Lines lines;
-};
-
 class CopyLog : public LibraryCopyView {
 public:
     void Open(std::string_view header) override { lines.emplace_back(header); }
@@ -82,7 +73,7 @@ protected:
     test::FakeFileSystem fs;
     test::FakeRegistry registry;
     SettingsStore settings;
-    RecordingView view;
+    test::RecordingQueueView view;
     test::NullFilterProgress progress;
     CopyLog copyLog;
     QueueController queue{prompts, fs, view};
@@ -94,6 +85,8 @@ TEST_F(MusicLibraryTest, FolderMustBeOnAFixedDiskAndIsKeptWithAFinalBackslash) {
     registry.keys.clear();
     fs.drives['G'] = DriveKind::Removable;
     fs.folders.push_back("C:\\新库");
+    EXPECT_FALSE(library.ChooseLibraryFolder());  // cancelled
+    prompts = {};
     prompts.folderScript = {"G:\\music", "C:\\新库"};
     EXPECT_TRUE(library.ChooseLibraryFolder());
     EXPECT_EQ(prompts.questions.size(), 2u);

@@ -5,25 +5,13 @@
 
 #include "playlist/QueueController.h"
 #include "support/Fakes.h"
+#include "support/NullViews.h"
 
 namespace lumora {
 namespace {
 
 using test::Message;
 using Lines = std::vector<std::string>;
-
-class RecordingView : public QueueView {
-public:
-    void ShowLines(const std::vector<std::string>& shown) override { lines = shown; }
-    void ShowTexts(const QueueTexts& shown) override { texts = shown; }
-    void SelectLine(int index) override { selected = index; }
-    void Play(const std::string& path) override { played.push_back(path); }
-
-    Lines lines;
-    QueueTexts texts;
-    int selected = 0;
-    Lines played;
-};
 
 class QueueControllerTest : public testing::Test {
 protected:
@@ -38,7 +26,7 @@ protected:
 
     test::FakePrompts prompts;
     test::FakeFileSystem fs;
-    RecordingView view;
+    test::RecordingQueueView view;
     QueueController controller{prompts, fs, view};
 };
 
@@ -46,6 +34,9 @@ TEST_F(QueueControllerTest, OpenDialogPlaysTheFirstOfTheFolderAndNames) {
     prompts.openManyAnswer = Lines{"D:\\音乐", "b.mp3", "歌.wma", "c.txt"};
     EXPECT_EQ(controller.AddFromOpenDialog().outcome, AddOutcome::Playing);
     EXPECT_EQ(prompts.openDialogs.at(0).title, "打开文件对话框，本播放器支持近50种文件类型");
+    for (const char* pattern : {"*.mp3;", "*.mpeg;", "*.cda"}) {  // undotted items get their dot here
+        EXPECT_NE(prompts.openDialogs.at(0).text.find(pattern), std::string::npos) << pattern;
+    }
     EXPECT_EQ(view.lines, (Lines{"001-(b.mp3)", "002-(歌.wma)", "003-(c.txt)"}));
     EXPECT_EQ(view.played, (Lines{"D:\\音乐\\b.mp3"}));
     EXPECT_EQ(view.texts.playingPanel, "正在播放001-(b.mp3)");
@@ -129,6 +120,8 @@ TEST_F(QueueControllerTest, DropsAndPendingPaths) {
     }
     EXPECT_EQ(controller.Queue().Count(), 2);
     EXPECT_EQ(prompts.messages.size(), 3u);
+    EXPECT_EQ(controller.AddPending({"C:\\a.mp3"}).outcome, AddOutcome::Playing);
+    EXPECT_EQ(controller.Queue().Folder(), "C:\\");
 }
 
 TEST_F(QueueControllerTest, RemoveAndMoveAnEntry) {

@@ -63,7 +63,7 @@ const std::vector<LoadCase> kLoadCases = {
     {"L25", std::string("\0\0\0\t", 4), "1"}, {"Vol", std::string("5\0 \0", 4), "5"},
     {"L25", std::string("a\0b", 3), "1"},  // control characters are no option text
     // Colours: a 24-bit colour or a system colour as a signed number.
-    {"L34B", "255", "255"}, {"L34B", "16777215", "16777215"}, {"L34B", "16777216", "14811135"},
+    {"L34B", "255", "255"}, {"L34B", "0", "0"}, {"L34B", "16777215", "16777215"}, {"L34B", "16777216", "14811135"},
     {"L34B", "-2147483643", "-2147483643"}, {"L1F", "red", "0"},
     // Window positions against the screen, in twips.
     {"TOP", "0", ""}, {"TOP", "1", "1"}, {"TOP", "11519", "11519"}, {"TOP", "11520", ""},
@@ -176,6 +176,14 @@ TEST(SaveSettings, StopsAtTheFirstFailure) {
     EXPECT_FALSE(SaveSettings(f.store, f.wrapper, "1.0", "C:\\L"));
     EXPECT_EQ(f.reg.log.size(), 1u);
     EXPECT_EQ(f.prompts.messages, (std::vector<Message>{{RegistryErrorText(1013), std::string(kKeyErrorTitle)}}));
+    struct RefusesTheProgramValue : FakeRegistry {
+        long WriteBinary(RegistryRoot root, const std::string& key, const std::string& name, std::string_view bytes) override {
+            return name == "TavrinPlayer" ? 5 : FakeRegistry::WriteBinary(root, key, name, bytes);
+        }
+    } refusing;
+    RegistryWrapper wrapper(refusing, f.prompts);
+    EXPECT_FALSE(SaveSettings(f.store, wrapper, "1.0", "C:\\L"));
+    EXPECT_EQ(refusing.Find(RegistryRoot::LocalMachine, kPlayer, "VER"), nullptr);
 }
 
 TEST(ParseDecimal, AcceptsOnlyWholeDecimalNumbers) {
