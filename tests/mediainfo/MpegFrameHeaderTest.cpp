@@ -15,35 +15,6 @@ MpegFrameHeader Decode(const HeaderBits& bits) {
     return header.value_or(MpegFrameHeader{});
 }
 
-// Each version and layer, by the lowest and highest bit rate index, the frequency index and the samples; the
-// corpus and ffprobe check the rest of the tables on real streams.
-TEST(MpegFrameHeader, TablesOfEveryVersionAndLayer) {
-    const struct {
-        unsigned version, layer, frequency;
-        int lowest, highest, hertz, samples;
-        MpegVersion expected;
-    } rows[] = {
-        {3, 3, 0, 32, 448, 44100, 384, MpegVersion::Mpeg1},  {3, 2, 1, 32, 384, 48000, 1152, MpegVersion::Mpeg1},
-        {3, 1, 2, 32, 320, 32000, 1152, MpegVersion::Mpeg1}, {2, 3, 0, 32, 256, 22050, 384, MpegVersion::Mpeg2},
-        {2, 2, 1, 8, 160, 24000, 1152, MpegVersion::Mpeg2},  {2, 1, 2, 8, 160, 16000, 576, MpegVersion::Mpeg2},
-        {0, 3, 0, 32, 256, 11025, 384, MpegVersion::Mpeg25}, {0, 2, 1, 8, 160, 12000, 1152, MpegVersion::Mpeg25},
-        {0, 1, 2, 8, 160, 8000, 576, MpegVersion::Mpeg25},
-    };
-    for (const auto& r : rows) {
-        SCOPED_TRACE(std::to_string(r.version) + "/" + std::to_string(r.layer));
-        const auto low = Decode({.version = r.version, .layer = r.layer, .bitRate = 1, .frequency = r.frequency});
-        EXPECT_EQ(low.bitRate, r.lowest * 1000);
-        EXPECT_EQ(Decode({.version = r.version, .layer = r.layer, .bitRate = 14}).bitRate, r.highest * 1000);
-        EXPECT_EQ(low.layer, static_cast<int>(4 - r.layer));
-        EXPECT_EQ(low.version, r.expected);
-        EXPECT_EQ(low.frequency, r.hertz);
-        EXPECT_EQ(low.SamplesPerFrame(), r.samples);
-        const auto free = Decode({.version = r.version, .layer = r.layer, .bitRate = 0});
-        EXPECT_TRUE(free.FreeFormat());
-        EXPECT_EQ(free.FrameSize(), 0);
-    }
-}
-
 // Frame sizes as they occur in the reference streams of the corpus.
 TEST(MpegFrameHeader, FrameSizeCountsLayerOneInFourByteSlots) {
     const struct {

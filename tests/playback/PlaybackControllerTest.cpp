@@ -257,24 +257,26 @@ TEST(PlaybackController, DecoderOneTakesMpegAudioUnderL25AndFallsBack) {
 }
 
 TEST(PlaybackController, UnplayableFileUnderL16) {
-    {
+    for (const char* l16 : {"0", "1"}) {  // "0": on to the next at once; "1": ask
         Rig r(3);
-        r.decoder.unplayable.insert("D:\\m\\s1.wma");
-        r.player.PlayEntry(1);  // "0": on to the next at once
-        EXPECT_EQ(r.Current(), "D:\\m\\s2.wma");
-        EXPECT_TRUE(r.prompts.questions.empty());
+        r.decoder.unplayable.insert("D:\\m\\s2.wma");
+        r.player.PlayEntry(1);
+        r.settings.SetText("L16", l16);
+        r.player.PlayEntry(2);
+        EXPECT_EQ(r.Current(), "D:\\m\\s3.wma");
+        EXPECT_EQ(r.prompts.questions.size(), *l16 == '1' ? 1u : 0u);
     }
-    for (const bool yes : {false, true}) {
+    {
         Rig r(3);
         r.settings.SetText("L16", "1");
         r.decoder.unplayable.insert("D:\\m\\s2.wma");
         r.player.PlayEntry(1);
-        r.prompts.yesNoAnswer = yes;
+        r.prompts.yesNoAnswer = false;
         r.player.PlayEntry(2);
         ASSERT_EQ(r.prompts.questions.size(), 1u);
         EXPECT_EQ(r.prompts.questions[0].title, "无法播放");
         EXPECT_EQ(r.prompts.questions[0].text.rfind("s2.wma 文件无法播放", 0), 0u);
-        EXPECT_EQ(r.Current(), yes ? "D:\\m\\s3.wma" : "D:\\m\\s1.wma");
+        EXPECT_EQ(r.Current(), "D:\\m\\s1.wma");  // "no": back to the previous
     }
     Rig r(2);
     r.decoder.unplayable = {"D:\\m\\s1.wma", "D:\\m\\s2.wma"};

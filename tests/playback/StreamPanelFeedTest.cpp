@@ -37,18 +37,5 @@ TEST(StreamPanelFeed, OpenFillsFromTheFileAndProgressCountsFrames) {
     EXPECT_EQ(feed.Texts(), StreamPanelTexts());
 }
 
-TEST(StreamPanelFeed, FilesWithoutMpegAudioKeepTheResetTexts) {
-    test::FakeFileSystem fs;
-    fs.files["D:\\v.avi"] = "RIFF....AVI LIST";
-    StreamPanelFeed feed(fs);
-    feed.Opened("D:\\v.avi", -1);
-    StreamPanelTexts expected;
-    ResetStreamPanel(expected);
-    ShowTagLine(expected, std::nullopt);
-    EXPECT_EQ(feed.Texts(), expected);
-    feed.Progress(5000);
-    EXPECT_EQ(feed.Texts(), expected);
-}
-
 }  // namespace
 }  // namespace lumora
