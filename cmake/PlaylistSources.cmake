@@ -12,7 +12,6 @@ set(LUMORA_PLAYLIST_SOURCES
 set(LUMORA_PLAYLIST_TESTS
     tests/playlist/DefaultListTest.cpp
     tests/playlist/ListFileTest.cpp
-    tests/playlist/MediaTestTest.cpp
     tests/playlist/MusicLibraryTest.cpp
     tests/playlist/PlayQueueTest.cpp
     tests/playlist/QueueControllerTest.cpp

@@ -1,20 +1,17 @@
-// Any command line: start-up never fails on it, hands it over or opens it, and the pending
-// drop list it makes splits back into the path it came from.
-#include <cstdint>
-#include <cstdlib>
-#include <string>
-
+// Any command line: start-up never fails on it, hands it over only to a running instance, and the argument
+// it opens exists and survives the pending drop list. The first byte's low bit: another instance runs.
+#include "FuzzChecks.h"
 #include "app/Startup.h"
 #include "settings/IniFiles.h"
 #include "settings/RegistryWrapper.h"
 #include "support/Fakes.h"
 
 using namespace lumora;
+using fuzz::Check;
 
 namespace {
 
-class EchoLookup : public PathLookup {
-public:
+struct EchoLookup : PathLookup {
     std::optional<std::string> NameOnDisk(const std::string& path) override {
         if (path == "D:\\a.mp3" || path == "d:\\A.MP3") return std::string("D:\\a.mp3");
         return std::nullopt;
@@ -30,10 +27,9 @@ struct Probe : InstanceProbe {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
     if (size == 0) return 0;
-    const bool secondInstance = (data[0] & 1) != 0;
-    const std::string line(reinterpret_cast<const char*>(data) + 1, size - 1);
+    const std::string line(fuzz::Bytes(data + 1, size - 1));
     const std::string tail = CommandTail(line);
-    if (tail.size() > line.size()) std::abort();
+    Check(tail.size() <= line.size());
 
     test::FakeFileSystem fs;
     fs.files["C:\\Lumora\\tooltip.dll"] = "MZ";
@@ -44,19 +40,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
     IniFiles ini(fs);
     EchoLookup lookup;
     Probe probe;
-    probe.running = secondInstance;
+    probe.running = (data[0] & 1) != 0;
     const StartupResult r = RunStartup({fs, ini, wrapper, probe, lookup}, {OsPlatform::NT, 5, 1}, tail, "C:\\Lumora");
-    if (r.marker.empty()) std::abort();
-    if (r.outcome == StartupOutcome::HandedOver && !secondInstance) std::abort();
-
-    // What a second instance wrote is what the first reads back (the INI loses only the
-    // surrounding blanks and one pair of quotation marks, as every private-profile reader does).
+    Check(!r.marker.empty() && (r.outcome != StartupOutcome::HandedOver || probe.running));
     (void)ReadScratchValue(ini);
-
     if (const auto path = ResolveArgument(tail, fs)) {
-        if (!fs.FileExists(*path) && !fs.FolderExists(*path)) std::abort();
-        const auto back = ParsePendingDropList(MakePendingDropList({*path}));
-        if (back.size() != 1 || back[0] != *path) std::abort();
+        Check(fs.FileExists(*path) || fs.FolderExists(*path));
+        Check(ParsePendingDropList(MakePendingDropList({*path})) == std::vector<std::string>{*path});
     }
     (void)ParsePendingDropList(tail);
     return 0;

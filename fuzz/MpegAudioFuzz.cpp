@@ -2,26 +2,17 @@
 // without overlap and each starts with a header of its stream; the scan agrees with the walk, and the stream
 // panel shows whatever it finds.
 #include <cmath>
-#include <cstdint>
-#include <cstdlib>
-#include <string_view>
 
+#include "FuzzChecks.h"
 #include "mediainfo/MpegAudioParser.h"
 #include "mediainfo/StreamPanel.h"
 #include "mediainfo/TrailingTags.h"
 
 using namespace lumora;
-
-namespace {
-
-void Check(bool ok) {
-    if (!ok) std::abort();
-}
-
-}  // namespace
+using fuzz::Check;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
-    const std::string_view file(reinterpret_cast<const char*>(data), size);
+    const std::string_view file = fuzz::Bytes(data, size);
     MpegFrameWalker walker(file);
     Check(walker.AudioStart() <= walker.AudioEnd() && walker.AudioEnd() <= file.size());
     Check(walker.AudioEnd() == LocateTrailingTags(file).audioEnd);

@@ -1,5 +1,7 @@
 // The information block written into a real MP3 file on disk, read back by ffprobe and decoded by ffmpeg:
-// another program finds the tag items, and the audio decodes to the same samples as before.
+// another program finds the tag items, and the audio decodes to the same samples as before. ffmpeg runs on
+// the build machine only, so the Windows build of the unit tests leaves this test out.
+#ifndef _WIN32
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -24,19 +26,14 @@ bool RunCommand(const std::string& command) { return std::system(command.c_str()
 class InfoBlockMpeg : public testing::Test {
 protected:
     void SetUp() override {
-#ifdef _WIN32
-        GTEST_SKIP() << "ffmpeg runs on the build machine only";
-#else
-        if (!RunCommand("command -v ffprobe >/dev/null 2>&1 && command -v ffmpeg >/dev/null 2>&1")) {
-            GTEST_SKIP() << "ffmpeg is not installed";
-        }
+        ASSERT_TRUE(RunCommand("command -v ffprobe >/dev/null 2>&1 && command -v ffmpeg >/dev/null 2>&1"))
+            << "ffmpeg is not installed";
         const std::string fixture = test::kMpegFixturesDir + "/l3_cbr128_44k_stereo.mp3";
-        if (!fsys::exists(fixture)) GTEST_SKIP() << "test media not made";
+        ASSERT_TRUE(fsys::exists(fixture)) << "test media not made";
         folder_ = fsys::temp_directory_path() / ("lumora-infoblock-" + std::to_string(std::random_device{}()));
         fsys::create_directories(folder_);
         mp3_ = (folder_ / "song.mp3").string();
         fsys::copy_file(fixture, mp3_);
-#endif
     }
     void TearDown() override {
         std::error_code ec;
@@ -102,3 +99,4 @@ TEST_F(InfoBlockMpeg, AnotherReaderFindsTheTagAndTheAudioIsUnchanged) {
 
 }  // namespace
 }  // namespace lumora
+#endif

@@ -19,11 +19,9 @@ Lines Texts(const LyricLists& lists) { return lists.texts.empty() ? Lines{} : Sp
 
 std::string Corpus(const std::string& name) {
     const auto bytes = test::ReadBytes(test::kCorpusDir + "/" + name);
+    EXPECT_TRUE(bytes) << "missing from the corpus: " << name;
     return bytes.value_or(std::string());
 }
-
-#define REQUIRE_CORPUS(bytes) \
-    if ((bytes).empty()) GTEST_SKIP() << "corpus not found"
 
 TEST(LrcReader, ExpandsStampsDropsFractionsAndSortsByTime) {
     const std::string lrc =
@@ -34,13 +32,32 @@ TEST(LrcReader, ExpandsStampsDropsFractionsAndSortsByTime) {
     EXPECT_EQ(LyricListsToText(lists), "[00:10]副歌\r\n[00:20]verse\r\n[00:30]word two\r\n[01:10]副歌");
 }
 
-TEST(LrcReader, OffsetCorrectionAndNegativeStamps) {
-    EXPECT_EQ(Times(ParseLrc("[offset:500]\n[00:10.2]a\n[00:00.3]b", false)), (Lines{"00:00", "00:09"}));
-    EXPECT_EQ(Times(ParseLrc("[00:10]a\n[offset:-1500]", false)), Lines{"00:11"});              // anywhere in the file
-    EXPECT_EQ(Times(ParseLrc("[offset:+2000]\n[offset:0]\n[00:10]a", false)), Lines{"00:08"});  // the first one
-    EXPECT_EQ(Times(ParseLrc("[offset:soon]\n[00:10]a", false)), Lines{"00:10"});
-    EXPECT_EQ(Times(ParseLrc("[01:40]a", true)), Lines{"02:01"});  // 100 s -> 122 - 1
-    EXPECT_EQ(Times(ParseLrc("[-00:06.84]a\n[00:00.95]b", false)), (Lines{"00:00", "00:00"}));
+// The first offset tag anywhere in the file shifts every stamp; negative stamps read as 0; "correct" stretches.
+TEST(LrcReader, TimesAfterOffsetsCorrectionAndLimits) {
+    std::string many = "[00:01]";
+    for (int i = 0; i < 1000; ++i) many += "[99999:99]";
+    std::string lines;
+    for (int i = 0; i < 30000; ++i) lines += "[00:01][00:02]a\n";
+    const struct {
+        std::string lrc;
+        bool correct;
+        Lines times;
+    } cases[] = {
+        {"[offset:500]\n[00:10.2]a\n[00:00.3]b", false, {"00:00", "00:09"}},
+        {"[00:10]a\n[offset:-1500]", false, {"00:11"}},
+        {"[offset:+2000]\n[offset:0]\n[00:10]a", false, {"00:08"}},
+        {"[offset:soon]\n[00:10]a", false, {"00:10"}},
+        {"[offset: 500 ]\n[00:10]a", false, {"00:09"}},
+        {"[01:40]a", true, {"02:01"}},  // 100 s -> 122 - 1
+        {"[-00:06.84]a\n[00:00.95]b", false, {"00:00", "00:00"}},
+        {"[999999999999:00]a\n[00:1e5]b", false, {}},
+        {std::string(3 << 20, '\xFF'), false, {}},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Times(ParseLrc(c.lrc, c.correct)), c.times) << c.lrc.substr(0, 40);
+    const Lines bounded = Times(ParseLrc(many + std::string(1000, 'x'), false));
+    EXPECT_EQ(bounded.size(), kMaxStampsPerLine);
+    EXPECT_EQ(bounded.back(), "100000:39");  // 99 seconds carry into the minutes
+    EXPECT_EQ(Times(ParseLrc(lines, false)).size(), kMaxLyricsEntries);
 }
 
 TEST(LrcReader, TellsTheEncodingApart) {
@@ -56,12 +73,17 @@ TEST(LrcReader, TellsTheEncodingApart) {
         utf16 += static_cast<char>(unit >> 8);
     }
     EXPECT_EQ(Texts(ParseLrc(utf16, false)), expected);
+    std::string utf16be = "\xFE\xFF";
+    for (char16_t unit : Utf8ToUtf16(text)) {
+        utf16be += static_cast<char>(unit >> 8);
+        utf16be += static_cast<char>(unit & 0xFF);
+    }
+    EXPECT_EQ(Texts(ParseLrc(utf16be, false)), expected);
+    EXPECT_EQ(Texts(ParseLrc("[00:01]\xF0\x9F\x98\x80 smile", false)), Lines{"\xF0\x9F\x98\x80 smile"});  // UTF-8
 }
 
 TEST(LrcReader, CorpusFiles) {
-    const std::string plain = Corpus("lrc/auld_lang_syne_plain.lrc");
-    REQUIRE_CORPUS(plain);
-    const LyricLists auld = ParseLrc(plain, false);
+    const LyricLists auld = ParseLrc(Corpus("lrc/auld_lang_syne_plain.lrc"), false);
     ASSERT_EQ(Times(auld).size(), 24u);
     EXPECT_EQ(Times(auld)[1], "00:04");  // 4.50: the fraction is dropped
     EXPECT_EQ(Times(auld)[23], "01:43");
@@ -76,21 +98,6 @@ TEST(LrcReader, CorpusFiles) {
     const LyricLists duplicate = ParseLrc(Corpus("lrc/untagged_lines_and_duplicate.lrc"), false);
     EXPECT_EQ(Times(duplicate).size(), 8u);  // "invail line" and "copy line" give nothing
     EXPECT_EQ(Texts(ParseLrc(Corpus("lrc/enhanced_word_timestamps.lrc"), false)).at(0), "Some lyrics here");
-}
-
-TEST(LrcReader, BoundedOnHostileInput) {
-    std::string many = "[00:01]";
-    for (int i = 0; i < 1000; ++i) many += "[99999:99]";
-    many += std::string(1000, 'x');
-    const LyricLists lists = ParseLrc(many, false);
-    EXPECT_EQ(Times(lists).size(), kMaxStampsPerLine);
-    EXPECT_EQ(Times(lists).back(), "100000:39");  // 99 seconds carry into the minutes
-
-    std::string lines;
-    for (int i = 0; i < 30000; ++i) lines += "[00:01][00:02]a\n";
-    EXPECT_EQ(Times(ParseLrc(lines, false)).size(), kMaxLyricsEntries);
-    EXPECT_EQ(ParseLrc(std::string(3 << 20, '\xFF'), false), LyricLists{});
-    EXPECT_EQ(ParseLrc("[999999999999:00]a\n[00:1e5]b", false), LyricLists{});
 }
 
 TEST(SmiReader, ReadsSyncLinesTheWayLumoraAlwaysHas) {
@@ -114,9 +121,7 @@ TEST(SmiReader, ReadsSyncLinesTheWayLumoraAlwaysHas) {
 }
 
 TEST(SmiReader, CorpusFiles) {
-    const std::string nova = Corpus("smi/nova_quoted_attrs_closing_tags.smi");
-    REQUIRE_CORPUS(nova);
-    const LyricLists lists = ParseSmi(nova, false);
+    const LyricLists lists = ParseSmi(Corpus("smi/nova_quoted_attrs_closing_tags.smi"), false);
     ASSERT_EQ(Times(lists).size(), 2186u);
     EXPECT_EQ(Times(lists).front(), "00:09");
     EXPECT_EQ(Times(lists).back(), "108:54");  // 6534.661 s

@@ -1,6 +1,6 @@
 #pragma once
 // Test media for the media information tests: the shared corpus of real-world files and the files the build
-// makes with lame and ffmpeg. Both are optional on a machine without them; the tests then skip.
+// makes with lame and ffmpeg. A test that needs them fails when they are missing.
 #include <fstream>
 #include <iterator>
 #include <optional>

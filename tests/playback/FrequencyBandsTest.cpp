@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <string>
 #include <numbers>
+#include <string>
 
 #include "playback/FrequencyBands.h"
 
@@ -15,38 +15,32 @@ std::string Sine(double hz, int rate, int channels, double amplitude, int frames
     std::string pcm;
     for (int i = 0; i < frames; ++i) {
         const auto v = static_cast<std::int16_t>(amplitude * 32767 * std::sin(2 * std::numbers::pi * hz * i / rate));
-        for (int c = 0; c < channels; ++c) {
-            pcm += static_cast<char>(v & 0xFF);
-            pcm += static_cast<char>((v >> 8) & 0xFF);
-        }
+        for (int c = 0; c < channels; ++c) pcm += {static_cast<char>(v & 0xFF), static_cast<char>((v >> 8) & 0xFF)};
     }
     return pcm;
 }
 
-int Loudest(const std::array<float, kSpectrumBands>& bands) {
-    return static_cast<int>(std::max_element(bands.begin(), bands.end()) - bands.begin());
+size_t Loudest(const std::array<float, kSpectrumBands>& bands) {
+    return static_cast<size_t>(std::max_element(bands.begin(), bands.end()) - bands.begin());
 }
 
-TEST(Spectrum, APitchLightsItsOwnBand) {
+// A pitch lights its own band, louder is higher; silence and too little audio show nothing.
+TEST(Spectrum, BandsFollowPitchAndLoudness) {
     const auto low = SpectrumBands(Sine(100, 44100, 2, 0.8), 2, 44100);
     const auto mid = SpectrumBands(Sine(1000, 44100, 2, 0.8), 2, 44100);
     const auto high = SpectrumBands(Sine(8000, 44100, 1, 0.8), 1, 44100);
     EXPECT_LT(Loudest(low), Loudest(mid));
     EXPECT_LT(Loudest(mid), Loudest(high));
-    EXPECT_GT(mid[static_cast<size_t>(Loudest(mid))], 0.9f);
-    EXPECT_LT(mid[0], 0.5f);  // far from the tone stays low
-}
-
-TEST(Spectrum, SilenceAndTooLittleAudioShowNothing) {
-    for (float v : SpectrumBands(std::string(8192, '\0'), 2, 44100)) EXPECT_EQ(v, 0.0f);
-    for (float v : SpectrumBands(Sine(1000, 44100, 2, 0.8, 100), 2, 44100)) EXPECT_EQ(v, 0.0f);
-    for (float v : SpectrumBands(Sine(1000, 44100, 2, 0.8), 0, 44100)) EXPECT_EQ(v, 0.0f);
-}
-
-TEST(Spectrum, LouderIsHigher) {
+    EXPECT_GT(mid[Loudest(mid)], 0.9f);
+    EXPECT_LT(mid[0], 0.5f);
     const auto soft = SpectrumBands(Sine(1000, 22050, 1, 0.05), 1, 22050);
     const auto loud = SpectrumBands(Sine(1000, 22050, 1, 0.8), 1, 22050);
-    EXPECT_LT(soft[static_cast<size_t>(Loudest(loud))], loud[static_cast<size_t>(Loudest(loud))]);
+    EXPECT_LT(soft[Loudest(loud)], loud[Loudest(loud)]);
+    for (const auto& none : {SpectrumBands(std::string(8192, '\0'), 2, 44100),
+                             SpectrumBands(Sine(1000, 44100, 2, 0.8, 100), 2, 44100),
+                             SpectrumBands(Sine(1000, 44100, 2, 0.8), 0, 44100)}) {
+        for (float v : none) EXPECT_EQ(v, 0.0f);
+    }
 }
 
 }  // namespace

@@ -1,211 +1,93 @@
 #include <gtest/gtest.h>
 
-#include <deque>
+#include <functional>
 #include <map>
 
+#include "playback/EngineDecoder.h"
 #include "playback/MediaEngine.h"
 
 namespace lumora {
 namespace {
 
-// Records every command; answers from a table of replies and error codes.
+using Lines = std::vector<std::string>;
+
+// Records every command; answers from a table of replies and error codes. The movie is 10001 frames or
+// 400 s long, in whichever time format was set last.
 class RecordingMci : public MciPort {
 public:
     unsigned long Send(const std::string& command, std::string* reply) override {
         sent.push_back(command);
         if (const auto it = errors.find(command); it != errors.end()) return it->second;
-        if (reply) {
-            const auto it = replies.find(command);
-            *reply = it == replies.end() ? std::string() : it->second;
-        }
         if (command.rfind("set movie1 time format ", 0) == 0) format = command.substr(23);
-        if (command == "status movie1 length") {
-            if (reply) *reply = format == "ms" ? std::to_string(lengthMs) : std::to_string(lengthFrames);
-        }
-        if (command == "status movie1 position" && reply) *reply = std::to_string(position);
+        std::string answer = replies.count(command) ? replies[command] : "";
+        if (command == "status movie1 length") answer = std::to_string(format == "ms" ? lengthMs : lengthFrames);
+        if (command == "status movie1 position") answer = std::to_string(position) + " \r\n";
+        if (reply) *reply = answer;
         return 0;
     }
     std::string ErrorText(unsigned long error) override { return "error " + std::to_string(error); }
     std::optional<std::string> ShortPath(const std::string& path) override {
-        if (noShortName) return path;
         if (path.find("missing") != std::string::npos) return std::nullopt;
+        if (path.find("long") != std::string::npos) return path;  // a volume without short names
         return "C:\\SHORT~1\\" + path.substr(path.find_last_of('\\') + 1);
     }
     PixelRect WindowRect(WindowId) override { return {10, 20, 640, 480}; }
 
-    std::vector<std::string> sent;
+    Lines sent;
     std::map<std::string, std::string> replies;
     std::map<std::string, unsigned long> errors;
     std::string format = "frames";
     long long lengthFrames = 10001;
     long long lengthMs = 400000;
     long long position = 0;
-    bool noShortName = false;
 };
 
-TEST(MciCommands, CommandTextsExactly) {
-    RecordingMci mci;
-    MciCommands c(mci);
-    EXPECT_EQ(c.OpenDevice(1234, "movie1", "MPEGVideo", "D:\\My Music\\a.mp3"), "Success");
-    EXPECT_EQ(c.PlaySegment("movie1", "10", "20"), "Success");
-    EXPECT_EQ(c.Pause("movie1"), "Success");
-    EXPECT_EQ(c.Stop("movie1"), "Success");
-    EXPECT_EQ(c.PlacePicture(1, "movie1", 0, 0, 320, 240), "Success");
-    EXPECT_EQ(c.SetSpeed("movie1", 150), "Success");
-    EXPECT_EQ(c.CloseAll(), "Success");
-    const std::vector<std::string> expected = {
-        "open C:\\SHORT~1\\a.mp3 type MPEGVideo Alias movie1 parent 1234 Style 1073741824",
-        "play movie1 from 10 to 20",
-        "Pause movie1",
-        "Stop movie1",
-        "put movie1 window at 0 0 320 240",
-        "set movie1 speed 1500",
-        "Close All",
-    };
-    EXPECT_EQ(mci.sent, expected);
-}
-
-TEST(MciCommands, ErrorsGiveTheSystemTextAndMinusOne) {
+TEST(MciCommands, EachCommandItsTextAndItsAnswer) {
     RecordingMci mci;
     mci.errors["Pause movie1"] = 263;
-    mci.errors["status movie1 position"] = 263;
-    mci.errors["set movie1 time format frames"] = 263;
-    MciCommands c(mci);
-    EXPECT_EQ(c.Pause("movie1"), "error 263");
-    EXPECT_EQ(c.Position("movie1"), -1);
-    EXPECT_EQ(c.LengthFrames("movie1"), -1);
-    EXPECT_EQ(c.FrameRate("movie1"), -1);  // never computed from a -1
-}
-
-TEST(MciCommands, LengthInMillisecondsLeavesTheDeviceInFrames) {
-    RecordingMci mci;
-    MciCommands c(mci);
-    EXPECT_EQ(c.LengthMs("movie1"), 400000);
-    EXPECT_EQ(mci.format, "frames");
-    EXPECT_EQ(c.LengthFrames("movie1"), 10001);
-    EXPECT_EQ(c.FrameRate("movie1"), 25);  // 10001 / 400 s, rounded
-}
-
-TEST(MciCommands, EmptySegmentPlaysTheWholeFile) {
-    RecordingMci mci;
-    MciCommands c(mci);
-    c.PlaySegment("movie1", "", "");
-    EXPECT_EQ(mci.sent.back(), "play movie1 from 0 to 10001");
-}
-
-TEST(MciCommands, PictureSizeAndWindowFill) {
-    RecordingMci mci;
     mci.replies["Where movie1 destination"] = "0 0 352 288";
     MciCommands c(mci);
+    const std::string style = " type MPEGVideo Alias movie1 parent 7 Style " + std::string(kChildStyle);
+    const Lines answers = {
+        c.OpenDevice(7, "movie1", "MPEGVideo", "D:\\My Music\\a.mp3"), c.OpenDevice(7, "movie1", "MPEGVideo", "D:\\long name.mp3"),
+        c.OpenDevice(7, "movie1", "MPEGVideo", "D:\\missing.mp3"),      c.PlaySegment("movie1", "10", "20"),
+        c.PlaySegment("movie1", "", ""),                                 c.Pause("movie1"),
+        c.Stop("movie1"),                                                c.PlacePicture(1, "movie1", 1, 2, 320, 240),
+        c.PlacePicture(1, "movie1", 0, 0, 320, 0),                       c.PlacePicture(1, "movie1", 0, 0, 0, 240),
+        c.SetSpeed("movie1", 150),                                       c.CloseAll(),
+    };
+    Lines expected(12, std::string(kSuccess));
+    expected[5] = "error 263";
+    EXPECT_EQ(answers, expected);
+    EXPECT_EQ(mci.sent, (Lines{"open C:\\SHORT~1\\a.mp3" + style, "open \"D:\\long name.mp3\"" + style, "open " + style,
+                               "play movie1 from 10 to 20", "set movie1 time format frames", "status movie1 length",
+                               "play movie1 from 0 to 10001", "Pause movie1", "Stop movie1",
+                               "put movie1 window at 1 2 320 240", "put movie1 window at 0 0 640 480",
+                               "put movie1 window at 0 0 640 480", "set movie1 speed 1500", "Close All"}));
+
+    EXPECT_EQ(c.LengthMs("movie1"), 400000);
+    EXPECT_EQ(mci.format, "frames");  // put back for every other command
+    EXPECT_EQ(c.FrameRate("movie1"), 25);  // 10001 frames in 400 s, rounded
+    mci.lengthFrames = 10201;
+    EXPECT_EQ(c.FrameRate("movie1"), 26);
     EXPECT_EQ(c.PictureSize("movie1", "cx"), 352);
     EXPECT_EQ(c.PictureSize("movie1", "CY"), 288);
-    c.PlacePicture(7, "movie1", 0, 0, 0, 0);
-    EXPECT_EQ(mci.sent.back(), "put movie1 window at 0 0 640 480");
-}
-
-TEST(MciCommands, PathsWithoutShortNamesAreQuotedAndMissingOnesSentEmpty) {
-    RecordingMci mci;
-    MciCommands c(mci);
-    c.OpenDevice(1, "movie1", "MPEGVideo", "D:\\missing file.mp3");
-    EXPECT_EQ(mci.sent.back(), "open  type MPEGVideo Alias movie1 parent 1 Style 1073741824");
-    mci.noShortName = true;
-    c.OpenDevice(1, "movie1", "MPEGVideo", "D:\\My Music\\a.mp3");
-    EXPECT_EQ(mci.sent.back().substr(0, 30), "open \"D:\\My Music\\a.mp3\" type ");
-}
-
-TEST(MediaEngine, DeviceTypeByEnding) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"a.avi", "AviVideo"},  {"A.AVI", "AviVideo"},  {"x.mid", "Sequencer"},  {"X.MID", "Sequencer"},
-        {"d.VOB", "MPEGVideo"}, {"s.mp3", "MPEGVideo"}, {"m.midi", "MPEGVideo"}, {"avi", "MPEGVideo"},
-    };
-    for (const auto& [path, type] : cases) EXPECT_EQ(DeviceTypeFor(path), type) << path;
-}
-
-TEST(MediaEngine, PositionStepFromTheLength) {
-    const std::pair<long long, long long> cases[] = {{4999, 1}, {5000, 1}, {10001, 2}, {25000, 5}};
-    for (const auto& [frames, step] : cases) {
-        RecordingMci mci;
-        mci.lengthFrames = frames;
-        MediaEngine e(mci);
-        ASSERT_TRUE(e.OpenMedia("D:\\v.avi", 1));
-        EXPECT_EQ(e.State().positionStep, step) << frames;
-    }
-}
-
-TEST(MediaEngine, PauseThenPlayContinuesFromThePausedFrame) {
-    RecordingMci mci;
-    MediaEngine e(mci);
-    ASSERT_TRUE(e.OpenMedia("D:\\v.avi", 1));
-    ASSERT_TRUE(e.Play("100", "900"));
-    EXPECT_EQ(e.State().segmentStart, 100);
-    EXPECT_EQ(e.State().segmentEnd, 900);
+    EXPECT_EQ(c.PictureSize("movie1", "x"), -1);
     mci.position = 345;
-    ASSERT_TRUE(e.Pause());
-    EXPECT_TRUE(e.State().paused);
-    ASSERT_TRUE(e.Play("100", "900"));
-    EXPECT_EQ(mci.sent.back(), "play movie1 from 345 to 900");
-    EXPECT_FALSE(e.State().paused);
-}
-
-TEST(MediaEngine, SameSpeedIsSentOnce) {
-    RecordingMci mci;
-    MediaEngine e(mci);
-    ASSERT_TRUE(e.OpenMedia("D:\\v.avi", 1));
-    const size_t before = mci.sent.size();
-    EXPECT_TRUE(e.SetSpeed(150, true));
-    EXPECT_FALSE(e.SetSpeed(150, true));
-    EXPECT_FALSE(e.SetSpeed(50, false));  // not allowed now
-    EXPECT_EQ(mci.sent.size(), before + 1);
-}
-
-TEST(MediaEngine, CloseAllResetsTheState) {
-    RecordingMci mci;
-    MediaEngine e(mci);
-    bool cdClosed = false;
-    e.onCloseCd = [&] { cdClosed = true; };
-    ASSERT_TRUE(e.OpenMedia("D:\\v.avi", 1));
-    e.Play("5", "10");
-    e.CloseAll();
-    EXPECT_TRUE(cdClosed);
-    EXPECT_EQ(e.State().segmentStart, 0);
-    EXPECT_EQ(mci.sent.back(), "Close All");
-}
-
-TEST(MediaEngine, AudioWithoutFramesIsKeptInMilliseconds) {
-    RecordingMci mci;
-    mci.lengthFrames = 0;  // what the MPEG device answers for a file without pictures
-    mci.lengthMs = 5000;
-    MediaEngine e(mci);
-    ASSERT_TRUE(e.OpenMedia("D:\\a.mp3", 1));
-    EXPECT_TRUE(e.State().unitIsMs);
-    EXPECT_EQ(e.Length(), 5000);
-    EXPECT_EQ(mci.format, "ms");
-    ASSERT_TRUE(e.Play("", ""));
-    EXPECT_EQ(mci.sent.back(), "play movie1 from 0 to 5000");
-}
-
-TEST(MediaEngine, OpenDispatchByExtension) {
-    struct Case {
-        const char* path;
-        bool decoder1;
-        OpenResult result;
-    } cases[] = {
-        {"D:\\a.mp3", true, OpenResult::ForDecoder1}, {"D:\\a.MP2", true, OpenResult::ForDecoder1},
-        {"D:\\a.mp3", false, OpenResult::Playing},    {"D:\\b.jpg", false, OpenResult::Picture},
-        {"D:\\t.cda", false, OpenResult::CdTrack},    {"D:\\f.swf", false, OpenResult::CannotPlay},
-        {"D:\\m.mid", false, OpenResult::Playing},    {"D:\\v.avi", false, OpenResult::Playing},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.path);
-        RecordingMci mci;
-        MediaEngine e(mci);
-        EXPECT_EQ(e.OpenDispatch(c.path, 1, c.decoder1), c.result);
-        EXPECT_EQ(mci.sent.front(), "Close All");  // every open closes everything first
+    EXPECT_EQ(c.Position("movie1"), 345);  // the device's trailing blanks are no part of the number
+    mci.replies["Where movie1 destination"] = "0 0 352";
+    EXPECT_EQ(c.PictureSize("movie1", "cy"), -1);
+    mci.lengthMs = 0;
+    EXPECT_EQ(c.FrameRate("movie1"), -1);  // never divided by a zero length
+    for (const char* failing : {"status movie1 position", "set movie1 time format frames", "status movie1 length"}) {
+        RecordingMci broken;
+        broken.errors[failing] = 263;
+        MciCommands b(broken);
+        const bool position = std::string(failing) == "status movie1 position";
+        EXPECT_EQ(b.Position("movie1") == -1, position) << failing;
+        EXPECT_EQ(b.LengthFrames("movie1") == -1, !position) << failing;
+        EXPECT_EQ(b.FrameRate("movie1") == -1, !position) << failing;
     }
-    RecordingMci mci;
-    mci.errors["open C:\\SHORT~1\\v.avi type AviVideo Alias movie1 parent 1 Style 1073741824"] = 275;
-    MediaEngine e(mci);
-    EXPECT_EQ(e.OpenDispatch("D:\\v.avi", 1, false), OpenResult::CannotPlay);
 }
 
 class FakeControls : public ControlPort {
@@ -219,11 +101,10 @@ public:
     }
     bool Call(int id) override {
         log.push_back("call " + std::to_string(id));
-        return true;
+        return callsWork;
     }
     std::optional<double> Number(int id) override {
-        if (id == kPlayerPositionProperty) return position;
-        return std::nullopt;
+        return id == kPlayerPositionProperty ? std::optional<double>(position) : std::nullopt;
     }
     bool SetNumber(int id, double value) override {
         log.push_back("set " + std::to_string(id) + " " + std::to_string(static_cast<int>(value * 10)));
@@ -238,91 +119,288 @@ public:
 
     bool installed = true;
     bool mediaPlayer = false;
+    bool opens = true;
+    bool callsWork = true;
     double position = 0;
     double playState = 2;
-    bool opens = true;
-    std::vector<std::string> log;
+    Lines log;
 };
 
-// A Flash movie goes to the hosted control, never to MCI; its pause and stop are the control's
-// method 113; without the control it cannot be played.
-TEST(MediaEngine, FlashMoviesGoToTheHostedControl) {
-    RecordingMci mci;
-    FakeControls controls;
-    MediaEngine e(mci);
-    e.SetControls(&controls);
-    EXPECT_EQ(e.OpenDispatch("D:\\片头.SWF", 7, false), OpenResult::Control);
-    EXPECT_EQ(e.Kind(), MediaKind::Flash);
-    EXPECT_EQ(mci.sent, (std::vector<std::string>{"Close All"}));
-    EXPECT_TRUE(e.Pause());
-    EXPECT_TRUE(e.State().paused);
-    EXPECT_TRUE(e.Stop());
-    EXPECT_EQ(controls.log, (std::vector<std::string>{"close", "open D:\\片头.SWF in 7", "call 113", "call 113"}));
-    e.CloseAll();
-    EXPECT_EQ(controls.log.back(), "close");
-    EXPECT_EQ(e.Kind(), MediaKind::None);
+std::string Call(int id) { return "call " + std::to_string(id); }
 
-    controls.installed = false;
-    EXPECT_EQ(e.OpenDispatch("D:\a.spl", 7, false), OpenResult::CannotPlay);
-    controls.installed = true;
-    controls.opens = false;
-    EXPECT_EQ(e.OpenDispatch("D:\a.swf", 7, false), OpenResult::CannotPlay);
-    MediaEngine without(mci);
-    EXPECT_EQ(without.OpenDispatch("D:\a.swf", 7, false), OpenResult::CannotPlay);
+// Every open closes everything first, then the ending (in any case) picks the player, the device type and
+// whether the picture is looked for.
+TEST(MediaEngine, OpenDispatchByEndingAndInstalledControls) {
+    const struct {
+        const char* path;
+        bool decoder1, flash, mediaPlayer;
+        OpenResult result;
+        MediaKind kind;
+        const char* device;  // the open command's device type; "" when MCI opens nothing
+    } cases[] = {
+        {"D:\\a.mp3", true, true, true, OpenResult::ForDecoder1, MediaKind::None, ""},
+        {"D:\\a.MP2", true, true, true, OpenResult::ForDecoder1, MediaKind::None, ""},
+        {"D:\\a.mp1", true, true, true, OpenResult::ForDecoder1, MediaKind::None, ""},
+        {"D:\\a.mp3", false, true, true, OpenResult::Playing, MediaKind::Mci, "MPEGVideo"},
+        {"D:\\v.AVI", false, true, true, OpenResult::Playing, MediaKind::Mci, "AviVideo"},
+        {"D:\\m.mid", false, true, true, OpenResult::Playing, MediaKind::Mci, "Sequencer"},
+        {"D:\\m.midi", false, true, true, OpenResult::Playing, MediaKind::Mci, "MPEGVideo"},
+        {"D:\\d.VOB", false, true, true, OpenResult::Playing, MediaKind::Mci, "MPEGVideo"},
+        {"D:\\avi", false, true, true, OpenResult::Playing, MediaKind::Mci, "MPEGVideo"},
+        {"D:\\t.cda", false, true, true, OpenResult::CdTrack, MediaKind::None, ""},
+        {"D:\\f.SWF", false, true, true, OpenResult::Control, MediaKind::Flash, ""},
+        {"D:\\f.spl", false, true, true, OpenResult::Control, MediaKind::Flash, ""},
+        {"D:\\f.swf", false, false, false, OpenResult::CannotPlay, MediaKind::None, ""},
+        {"D:\\歌.WMA", false, true, true, OpenResult::Playing, MediaKind::MediaPlayer, ""},
+        {"D:\\v.wmv", false, true, false, OpenResult::Playing, MediaKind::Mci, "MPEGVideo"},
+        {"D:\\p.wpl", false, true, true, OpenResult::Playing, MediaKind::MediaPlayer, ""},
+        {".wma", false, true, true, OpenResult::Playing, MediaKind::MediaPlayer, ""},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.path);
+        RecordingMci mci;
+        FakeControls controls;
+        controls.installed = c.flash;
+        controls.mediaPlayer = c.mediaPlayer;
+        MediaEngine e(mci);
+        e.SetControls(&controls);
+        EXPECT_EQ(e.OpenDispatch(c.path, 7, c.decoder1), c.result);
+        EXPECT_EQ(e.Kind(), c.kind);
+        EXPECT_EQ(mci.sent.front(), "Close All");
+        EXPECT_EQ(controls.log.front(), "close");
+        const bool opened = mci.sent.size() > 1;
+        EXPECT_EQ(opened, *c.device != '\0');
+        if (opened) {
+            EXPECT_NE(mci.sent[1].find(std::string(" type ") + c.device + " "), std::string::npos);
+        }
+    }
+    const std::string pictures[] = {"b.bmp", "b.JPG", "b.dib", "b.wmf", "b.emf", "b.ico", "b.cur"};
+    for (const auto& name : pictures) {
+        RecordingMci mci;
+        MediaEngine e(mci);
+        EXPECT_EQ(e.OpenDispatch("D:\\" + name, 7, false), OpenResult::Picture) << name;
+        EXPECT_EQ(e.Kind(), MediaKind::Picture);
+        EXPECT_EQ(mci.sent, Lines{"Close All"});
+        EXPECT_TRUE(e.Pause());
+        EXPECT_FALSE(e.Stop());
+    }
+    RecordingMci mci;
+    MediaEngine without(mci);  // no controls at all
+    EXPECT_EQ(without.OpenDispatch("D:\\a.swf", 7, false), OpenResult::CannotPlay);
+    FakeControls refusing;
+    refusing.opens = false;
+    without.SetControls(&refusing);
+    EXPECT_EQ(without.OpenDispatch("D:\\a.swf", 7, false), OpenResult::CannotPlay);
+    mci.errors["open C:\\SHORT~1\\v.avi type AviVideo Alias movie1 parent 7 Style " + std::string(kChildStyle)] = 275;
+    EXPECT_EQ(without.OpenDispatch("D:\\v.avi", 7, false), OpenResult::CannotPlay);
+    mci.errors = {{"play movie1 from 0 to 10001", 263}};
+    EXPECT_EQ(without.OpenDispatch("D:\\v.avi", 7, false), OpenResult::CannotPlay);
+    EXPECT_EQ(without.OpenDispatch("D:\\m.mid", 7, false), OpenResult::CannotPlay);
 }
 
-// Windows Media goes to the Media Player control where it is installed: its methods 2001-2003
-// play, pause and stop, its property 1027 is the position in seconds; elsewhere MCI plays it.
-TEST(MediaEngine, WindowsMediaGoesToTheMediaPlayerControlWhereInstalled) {
+TEST(MediaEngine, VideoAndAudioAfterOpening) {
+    RecordingMci mci;
+    mci.replies["Where movie1 destination"] = "0 0 352 288";
+    MediaEngine e(mci);
+    ASSERT_EQ(e.OpenDispatch("D:\\v.mpg", 3, false), OpenResult::Playing);
+    EXPECT_EQ(std::tuple(e.Picture().left, e.Picture().top, e.Picture().width, e.Picture().height),
+              std::tuple(0L, 0L, 352L, 288L));
+    EXPECT_EQ(e.Info().lines, (Lines{"该媒体文件为视频", "画面原始大小(X)：352  (Y)：288",
+                                     "画面实际大小(X)：352  (Y)：288", "总帧数：10001  帧速率：25"}));
+    EXPECT_NE(std::find(mci.sent.begin(), mci.sent.end(), "put movie1 window at 0 0 640 480"), mci.sent.end());
+    EXPECT_EQ(e.State().positionStep, 2);
+    EXPECT_EQ(e.State().segmentEnd, 10001);
+
+    RecordingMci audio;
+    audio.replies["Where movie1 destination"] = "0 0 0 288";
+    MediaEngine a(audio);
+    ASSERT_EQ(a.OpenDispatch("D:\\s.wav", 3, false), OpenResult::Playing);
+    EXPECT_EQ(a.Info().lines, Lines{"该媒体文件为音频"});
+    EXPECT_EQ(a.Picture().width, 0);
+    bool cdClosed = false;
+    a.onCloseCd = [&] { cdClosed = true; };
+    a.CloseAll();
+    EXPECT_TRUE(cdClosed);
+    EXPECT_TRUE(a.Info().lines.empty());
+    EXPECT_EQ(a.State().segmentEnd, 0);
+    EXPECT_EQ(a.Kind(), MediaKind::None);
+    EXPECT_FALSE(a.Pause());
+    EXPECT_EQ(a.Position(), -1);
+    EXPECT_EQ(a.Mode(), "");
+}
+
+TEST(MediaEngine, PositionStepSpeedAndFailedCommands) {
+    const std::pair<long long, long long> steps[] = {{4999, 1}, {5000, 1}, {10001, 2}, {25000, 5}};
+    for (const auto& [frames, step] : steps) {
+        RecordingMci mci;
+        mci.lengthFrames = frames;
+        MediaEngine e(mci);
+        ASSERT_TRUE(e.OpenMedia("D:\\v.avi", 1));
+        EXPECT_EQ(e.State().positionStep, step) << frames;
+    }
+    RecordingMci mci;
+    MediaEngine e(mci);
+    ASSERT_TRUE(e.OpenMedia("D:\\v.avi", 1));
+    ASSERT_TRUE(e.Play("100", "900"));
+    EXPECT_EQ(e.State().segmentStart, 100);
+    EXPECT_EQ(e.State().segmentEnd, 900);
+    const size_t before = mci.sent.size();
+    EXPECT_TRUE(e.SetSpeed(150, true));
+    EXPECT_FALSE(e.SetSpeed(150, true));  // unchanged: not sent again
+    EXPECT_FALSE(e.SetSpeed(50, false));  // not allowed now
+    EXPECT_EQ(mci.sent.size(), before + 1);
+    EXPECT_TRUE(e.PlacePicture(1, PixelRect{1, 2, 3, 4}));
+    EXPECT_EQ(mci.sent.back(), "put movie1 window at 1 2 3 4");
+    mci.errors = {{"Pause movie1", 263}, {"Stop movie1", 263}, {"play movie1 from 1 to 2", 263}};
+    EXPECT_FALSE(e.Pause());
+    EXPECT_FALSE(e.Stop());
+    EXPECT_FALSE(e.Play("1", "2"));
+}
+
+// Flash: pause and stop are the control's one stop method. Windows Media: play, pause and stop methods and
+// a position property in seconds; a play range ends where it was asked to, though the control plays on.
+TEST(MediaEngine, HostedControlsPlayTheirFiles) {
     RecordingMci mci;
     FakeControls controls;
     controls.mediaPlayer = true;
     MediaEngine e(mci);
     e.SetControls(&controls);
-    EXPECT_EQ(e.OpenDispatch("D:\\歌.WMA", 7, false), OpenResult::Playing);
-    EXPECT_EQ(e.Kind(), MediaKind::MediaPlayer);
+    ASSERT_EQ(e.OpenDispatch("D:\\片头.swf", 7, false), OpenResult::Control);
+    EXPECT_TRUE(e.Pause());
+    EXPECT_TRUE(e.State().paused);
+    EXPECT_TRUE(e.Stop());
+    EXPECT_EQ(controls.log, (Lines{"close", "open D:\\片头.swf in 7", Call(kFlashStopMethod), Call(kFlashStopMethod)}));
+
+    controls.log.clear();
+    ASSERT_EQ(e.OpenDispatch("D:\\歌.wma", 7, false), OpenResult::Playing);
     EXPECT_EQ(e.Length(), 42500);
     EXPECT_TRUE(e.State().unitIsMs);
     EXPECT_TRUE(e.Play("1500", ""));
+    EXPECT_EQ(e.State().segmentEnd, 42500);
     controls.position = 3.25;
     EXPECT_EQ(e.Position(), 3250);
     EXPECT_EQ(e.Mode(), "playing");
     EXPECT_TRUE(e.Pause());
     EXPECT_EQ(e.State().resumePosition, 3250);
+    EXPECT_EQ(e.Mode(), "paused");
     EXPECT_TRUE(e.Play("0", ""));  // continuing: the control's own play, no new position
     EXPECT_TRUE(e.Stop());
-    EXPECT_EQ(controls.log, (std::vector<std::string>{"close", "open D:\\歌.WMA in 7", "set 1027 15", "call 2001",
-                                                      "call 2002", "call 2001", "call 2003"}));
+    const std::string setStart = "set " + std::to_string(kPlayerPositionProperty) + " 15";
+    EXPECT_EQ(controls.log, (Lines{"close", "open D:\\歌.wma in 7", setStart, Call(kPlayerPlayMethod),
+                                   Call(kPlayerPauseMethod), Call(kPlayerPlayMethod), Call(kPlayerStopMethod)}));
+    controls.playState = 1;
+    EXPECT_EQ(e.Mode(), "paused");
     controls.playState = 0;
     EXPECT_EQ(e.Mode(), "stopped");
-    EXPECT_EQ(mci.sent, (std::vector<std::string>{"Close All"}));
-
-    // A play range ends where it was asked to, though the control plays on by itself.
     controls.playState = 2;
-    controls.log.clear();
     EXPECT_TRUE(e.Play("1000", "2000"));
+    controls.position = 1.99;
+    EXPECT_EQ(e.Mode(), "playing");
     controls.position = 2.0;
     EXPECT_EQ(e.Mode(), "stopped");
-    EXPECT_EQ(controls.log.back(), "call 2003");
-
-    controls.mediaPlayer = false;
-    RecordingMci other;
-    MediaEngine plain(other);
-    plain.SetControls(&controls);
-    EXPECT_EQ(plain.OpenDispatch("D:\\v.wmv", 7, false), OpenResult::Playing);
-    EXPECT_EQ(plain.Kind(), MediaKind::Mci);
+    EXPECT_EQ(controls.log.back(), Call(kPlayerStopMethod));
+    controls.position = 0;
+    EXPECT_EQ(e.Position(), 0);
+    controls.position = -1;
+    EXPECT_EQ(e.Position(), -1);
+    controls.callsWork = false;
+    EXPECT_FALSE(e.Pause());
+    EXPECT_FALSE(e.Play("0", ""));
+    EXPECT_EQ(mci.sent, (Lines{"Close All", "Close All"}));
 }
 
-TEST(MediaEngine, VideoInformationLines) {
+// Decoder 2 speaks milliseconds; the engine frames (10001 in 400 s here) or milliseconds for audio.
+TEST(EngineDecoder, TurnsMillisecondsIntoTheEnginesUnits) {
     RecordingMci mci;
     mci.replies["Where movie1 destination"] = "0 0 352 288";
-    MediaEngine e(mci);
-    ASSERT_EQ(e.OpenDispatch("D:\\v.mpg", 1, false), OpenResult::Playing);
-    ASSERT_GE(e.Info().lines.size(), 2u);
-    EXPECT_EQ(e.Info().lines[1], "画面原始大小(X)：352  (Y)：288");
+    MediaEngine engine(mci);
+    EngineDecoder d(engine, 7);
+    EXPECT_EQ(d.LengthMs(), -1);
+    ASSERT_TRUE(d.Open("D:\\v.avi"));
+    EXPECT_EQ(d.LengthMs(), 400000);
+    mci.position = 5000;
+    EXPECT_EQ(d.PositionMs(), 199980);
+    const struct {
+        std::function<bool()> run;
+        std::string sent;
+    } steps[] = {
+        {[&] { return d.Seek(200000); }, "play movie1 from 5000 to 10001"},
+        {[&] { return d.Seek(-5); }, "play movie1 from 0 to 10001"},
+        {[&] { return d.PlayRange(1000, 2000); }, "play movie1 from 25 to 50"},
+        {[&] { return d.Seek(1000); }, "play movie1 from 25 to 50"},  // the range's end stays
+        {[&] { return d.Pause(); }, "status movie1 position"},
+        {[&] { return d.Resume(); }, "play movie1 from 5000 to 50"},
+        {[&] { return d.PlayRange(0, -1); }, "play movie1 from 0 to 10001"},
+        {[&] { return d.Resume(); }, "play movie1 from 0 to 10001"},
+        {[&] { return d.SetSpeed(200); }, "set movie1 speed 2000"},
+    };
+    for (const auto& s : steps) {
+        EXPECT_TRUE(s.run()) << s.sent;
+        EXPECT_EQ(mci.sent.back(), s.sent);
+    }
+    const size_t sent = mci.sent.size();
+    EXPECT_TRUE(d.SetSpeed(200));  // already at that speed
+    EXPECT_EQ(mci.sent.size(), sent);
+
+    // A seek while paused stays paused at the new place.
+    ASSERT_TRUE(d.Pause());
+    ASSERT_TRUE(d.Seek(400000));
+    EXPECT_EQ(mci.sent[mci.sent.size() - 3], "play movie1 from 10001 to 10001");
+    EXPECT_EQ(mci.sent[mci.sent.size() - 2], "Pause movie1");
+    EXPECT_FALSE(d.Finished());  // paused: never the end
+    ASSERT_TRUE(d.Resume());
+    for (const auto& [mode, finished] : {std::pair{"stopped", true}, {"playing", false}, {"", false}}) {
+        mci.replies["status movie1 mode"] = mode;
+        EXPECT_EQ(d.Finished(), finished) << mode;
+    }
+    d.Stop();
+    EXPECT_EQ(mci.sent.back(), "Stop movie1");
+    mci.errors["status movie1 position"] = 263;
+    EXPECT_EQ(d.PositionMs(), -1);
+    mci.errors["play movie1 from 0 to 10001"] = 263;
+    EXPECT_FALSE(d.Seek(0));
+    d.Close();
+    EXPECT_EQ(mci.sent.back(), "Close All");
+
     RecordingMci audio;
-    MediaEngine a(audio);
-    ASSERT_EQ(a.OpenDispatch("D:\\s.wav", 1, false), OpenResult::Playing);
+    audio.lengthFrames = 0;
+    audio.lengthMs = 5000;
+    MediaEngine audioEngine(audio);
+    EngineDecoder a(audioEngine, 7);
+    ASSERT_TRUE(a.Open("D:\\a.wav"));
+    EXPECT_EQ(a.LengthMs(), 5000);
+    ASSERT_TRUE(a.Seek(1234));
+    EXPECT_EQ(audio.sent.back(), "play movie1 from 1234 to 5000");
+    audio.position = 777;
+    EXPECT_EQ(a.PositionMs(), 777);
+    EXPECT_FALSE(a.Open("D:\\missing.swf"));
+    EXPECT_EQ(a.LengthMs(), -1);
+}
+
+// Pictures and Flash movies are shown, not played on a time line.
+TEST(EngineDecoder, WhatHasNoTimeLine) {
+    RecordingMci mci;
+    FakeControls controls;
+    MediaEngine engine(mci);
+    engine.SetControls(&controls);
+    EngineDecoder d(engine, 7);
+    for (const char* path : {"D:\\b.jpg", "D:\\f.swf"}) {
+        SCOPED_TRACE(path);
+        ASSERT_TRUE(d.Open(path));
+        const size_t sent = mci.sent.size();
+        EXPECT_EQ(d.LengthMs(), 0);
+        EXPECT_EQ(d.PositionMs(), 0);
+        EXPECT_FALSE(d.Seek(10));
+        EXPECT_FALSE(d.PlayRange(0, 10));
+        EXPECT_FALSE(d.SetSpeed(150));
+        EXPECT_TRUE(d.Resume());
+        mci.replies["status movie1 mode"] = "stopped";
+        EXPECT_FALSE(d.Finished());
+        EXPECT_EQ(mci.sent.size(), sent);
+    }
+    ASSERT_TRUE(d.Open("D:\\v.avi"));  // a file with a time line again
+    EXPECT_EQ(d.LengthMs(), 400000);
+    EXPECT_TRUE(d.Finished());
 }
 
 }  // namespace

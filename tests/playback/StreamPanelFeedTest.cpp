@@ -28,21 +28,13 @@ TEST(StreamPanelFeed, OpenFillsFromTheFileAndProgressCountsFrames) {
     EXPECT_EQ(t.totalTime, "总时：00:00:02");
     feed.Progress(1000);  // about 38 frames of 26.1 ms
     EXPECT_NE(feed.Texts().framesRead.find("38"), std::string::npos) << feed.Texts().framesRead;
+    feed.Progress(0);  // back at the start
+    EXPECT_EQ(feed.Texts().framesRead.find("38"), std::string::npos) << feed.Texts().framesRead;
+    fs.files["D:\\v.avi"] = "RIFF....AVI LIST";
+    feed.Opened("D:\\v.avi", -1);  // the next file starts from the reset texts
+    EXPECT_EQ(feed.Texts().bitRate, StreamPanelTexts().bitRate);
     feed.Reset();
     EXPECT_EQ(feed.Texts(), StreamPanelTexts());
-}
-
-TEST(StreamPanelFeed, FilesWithoutMpegAudioKeepTheResetTexts) {
-    test::FakeFileSystem fs;
-    fs.files["D:\\v.avi"] = "RIFF....AVI LIST";
-    StreamPanelFeed feed(fs);
-    feed.Opened("D:\\v.avi", -1);
-    StreamPanelTexts expected;
-    ResetStreamPanel(expected);
-    ShowTagLine(expected, std::nullopt);
-    EXPECT_EQ(feed.Texts(), expected);
-    feed.Progress(5000);
-    EXPECT_EQ(feed.Texts(), expected);
 }
 
 }  // namespace

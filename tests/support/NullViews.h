@@ -1,6 +1,6 @@
 #pragma once
 // Views that take what the controllers show and drop it: for tests, fuzz targets and benchmarks
-// that drive the playlist code without looking at its windows.
+// that drive the playlist code without looking at its windows; and two that keep it, for unit tests.
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,6 +35,36 @@ public:
     void AddLine(std::string_view) override {}
     bool KeepGoing() override { return true; }
     void Close() override {}
+};
+
+// Keeps the last lines and texts shown, the line selected and every path played.
+class RecordingQueueView : public QueueView, public QueuePlayer {
+public:
+    void ShowLines(const std::vector<std::string>& shown) override { lines = shown; }
+    void ShowTexts(const QueueTexts& shown) override { texts = shown; }
+    void SelectLine(int index) override { selected = index; }
+    void Play(const std::string& path) override { played.push_back(path); }
+    std::vector<std::string> lines;
+    QueueTexts texts;
+    int selected = 0;
+    std::vector<std::string> played;
+};
+
+// Keeps what the filter's progress window showed, as "open <title>", "status <text>"...; cancels after
+// `allowed` questions.
+class RecordingProgress : public FilterProgress {
+public:
+    void Open(std::string_view title) override { events.push_back("open " + std::string(title)); }
+    void ShowStatus(std::string_view text) override { events.push_back("status " + std::string(text)); }
+    void ShowCounters(std::string_view filtered, std::string_view remaining) override {
+        events.push_back("counters " + std::string(filtered) + " " + std::string(remaining));
+    }
+    void AddDroppedLine(std::string_view line) override { events.push_back("dropped " + std::string(line)); }
+    bool KeepGoing() override { return ++asked <= allowed; }
+    void Close() override { events.push_back("close"); }
+    std::vector<std::string> events;
+    int asked = 0;
+    int allowed = 1 << 30;
 };
 
 }  // namespace lumora::test
