@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/TextCodec.h"
+#include "playlist/DefaultList.h"
 #include "playlist/ListFile.h"
 #include "playlist/ListFileController.h"
 #include "settings/SettingsStore.h"
@@ -59,7 +60,6 @@ TEST(ListFileCodec, EncodesInCp936WithCrLfAndReadsBack) {
     EXPECT_EQ(EncodeListFile(ListKind::Main, true, "D:\\m", {"a.mp3", "笑\xF0\x9F\x98\x80.mp3"}), "");
     EXPECT_EQ(EncodeListFile(ListKind::Main, true, "D:\\m", {"a*b.mp3"}), "");
     EXPECT_EQ(FirstUnstorableText("D:\\m", {"a.mp3", "笑\xF0\x9F\x98\x80.mp3"}), "笑\xF0\x9F\x98\x80.mp3");
-    EXPECT_EQ(FirstUnstorableText("D:\\m*", {"a.mp3"}), "D:\\m*");
     for (const char* header : {"x-y-测试版-z", "a-b-正式版"}) EXPECT_TRUE(HasEditionMarker(header)) << header;
     for (const char* header : {"a-正式版", "a-b-c-正式版", "a-b-正式版x", ""}) EXPECT_FALSE(HasEditionMarker(header)) << header;
 }
@@ -72,11 +72,6 @@ TEST(ListFileCodec, RefusesWhatIsNotOneOfOurListsWhole) {
         {ListBytes(kMain, "0*1", ""), ListReadStatus::NotAListFile},
         {Gbk(kMain) + "\r\n2*1\r\nD:\\m*\x81\x20.mp3\r\n", ListReadStatus::BadText},
         {Gbk(kMain) + "\r\n2\x81*1\r\nD:\\m*a.mp3\r\n", ListReadStatus::BadText},
-        {ListBytes(kMain, "1*1", "D:\\m*..\\..\\boot.ini"), ListReadStatus::BadName},
-        {ListBytes(kMain, "1*1", "D:\\m*sub/a.mp3"), ListReadStatus::BadName},
-        {ListBytes(kMain, "1*1", "D:\\m*.."), ListReadStatus::BadName},
-        {ListBytes(kMain, "1*1", "D:\\m*C:a.mp3"), ListReadStatus::BadName},
-        {ListBytes(kMain, "1*1", "D:\\m*a\x01.mp3"), ListReadStatus::BadName},
         {ListBytes(kMain, "1*1", "D:\\m*" + std::string(256, 'a')), ListReadStatus::BadName},
         {ListBytes(kMain, "1*1", "D:\\m*" + std::string(255, 'a')), ListReadStatus::Ok},
         {ListBytes(kMain, "1*1", "D:\\m?*a.mp3"), ListReadStatus::BadName},
@@ -84,6 +79,9 @@ TEST(ListFileCodec, RefusesWhatIsNotOneOfOurListsWhole) {
         {ListBytes(kMain, "1*1", "D:\\m*" + std::string(kMaxListFileBytes, 'a')), ListReadStatus::TooLarge},
     };
     for (const auto& [bytes, status] : cases) EXPECT_EQ(ParseListFile(bytes).status, status) << bytes.substr(0, 120);
+    for (const char* name : {"..\\..\\boot.ini", "sub/a.mp3", "..", "C:a.mp3", "a\x01.mp3"}) {
+        EXPECT_EQ(ParseListFile(ListBytes(kMain, "1*1", std::string("D:\\m*") + name)).status, ListReadStatus::BadName);
+    }
     test::FakeFileSystem fs;
     EXPECT_EQ(ReadListFile(fs, "C:\\none.qlb").status, ListReadStatus::Unreadable);
     fs.files["C:\\big.qlb"] = cases[std::size(cases) - 1].first;
@@ -128,14 +126,17 @@ protected:
         for (const auto& n : names) entries.push_back({JoinPath(folder, n), n});
         ASSERT_TRUE(queue.Queue().Replace(folder, entries));
     }
+    Lines Saved() { return ParseListFile(fs.files.at(kDefaultPath)).list.names; }
 
     test::FakePrompts prompts;
     test::FakeFileSystem fs;
+    const std::string kDefaultPath = fs.userDataFolder + "\\" + std::string(kDefaultListFileName);
     SettingsStore settings;
     test::RecordingQueueView view;
     test::RecordingProgress progress;
     QueueController queue{prompts, fs, view};
     ListFileController lists{prompts, fs, settings, queue, view, progress};
+    DefaultList defaults{prompts, fs, settings, queue, lists, progress};
 };
 
 TEST_F(ListFileControllerTest, SavesTheQueueFilteredOrAsItStands) {
@@ -233,6 +234,65 @@ TEST_F(ListFileControllerTest, RefusedLoadsKeepTheQueue) {
     EXPECT_EQ(queue.Queue().EntryAt(1)->name, "b.wma");
     EXPECT_EQ(queue.Queue().Count(), 2);
     EXPECT_TRUE(view.played.empty());
+}
+
+TEST_F(ListFileControllerTest, DefaultListSavesTheQueueAlwaysFilteredOnlyFromFixedDisks) {
+    settings.SetText(kFilterOption, "0");  // the filter option does not apply to the default list
+    OpenQueue("D:\\m", {"a.wma", "gone.wma", "b.wma"});
+    EXPECT_EQ(defaults.SaveDefaultList(), SaveOutcome::Saved);
+    EXPECT_EQ(fs.files.at(kDefaultPath), EncodeListFile(ListKind::Default, true, "D:\\m", {"a.wma", "b.wma"}));
+    EXPECT_EQ(prompts.messages, (std::vector<test::Message>{{"列表默认文件已保存完毕。", std::string(kFileSavedTitle)}}));
+    EXPECT_EQ(progress.events.front(), "open 保存默认列表文件");
+
+    fs.drives['N'] = DriveKind::Network;
+    OpenQueue("N:\\share", {"a.wma", "b.wma"});
+    EXPECT_EQ(defaults.SaveDefaultList(), SaveOutcome::Refused);
+    EXPECT_NE(prompts.messages.back().text.find("N盘，不是固定硬盘"), std::string::npos);
+    OpenQueue("D:\\m", {"a.wma", "x.txt"});
+    EXPECT_EQ(defaults.SaveDefaultList(), SaveOutcome::Refused);
+    EXPECT_EQ(prompts.messages.back().title, kNothingLeftTitle);
+    EXPECT_EQ(Saved(), (Lines{"a.wma", "b.wma"}));
+}
+
+TEST_F(ListFileControllerTest, DefaultListStartUpPlaysAtOnceOrWaits) {
+    fs.files[kDefaultPath] = EncodeListFile(ListKind::Default, true, "D:\\m", {"c.wma", "gone.wma", "a.wma"});
+    EXPECT_EQ(defaults.LoadDefaultList(), DefaultListLoad::Playing);
+    EXPECT_EQ(view.lines, (Lines{"001-(c.wma)", "002-(a.wma)"}));
+    EXPECT_EQ(view.played, Lines{"D:\\m\\c.wma"});
+    view = {};
+    settings.SetText(kDefaultListPlaysOption, "0");
+    EXPECT_EQ(defaults.LoadDefaultList(), DefaultListLoad::Waiting);
+    EXPECT_EQ(view.lines.size(), 2u);
+    EXPECT_TRUE(view.played.empty());
+    EXPECT_TRUE(progress.events.empty());  // no window at start-up
+}
+
+TEST_F(ListFileControllerTest, DefaultListDamagedListIsReportedAndDeletedMissingOneIsNot) {
+    EXPECT_EQ(defaults.LoadDefaultList(), DefaultListLoad::None);
+    fs.files[kDefaultPath] = EncodeListFile(ListKind::Default, true, "D:\\m", {"gone.wma", "x.txt"});
+    EXPECT_EQ(defaults.LoadDefaultList(), DefaultListLoad::Damaged);
+    EXPECT_EQ(fs.files.count(kDefaultPath), 0u);
+    EXPECT_EQ(prompts.messages, (std::vector<test::Message>{{
+        "默认列表文件已损坏或默认列表文件里的媒体文件不存在。单击“确定”删除默认列表文件。", "默认列表文件错误"}}));
+    EXPECT_EQ(defaults.DeleteDefaultList(), DefaultListDelete::NotSet);
+    fs.files[kDefaultPath] = "x";
+    fs.failRemoves = true;
+    EXPECT_EQ(defaults.DeleteDefaultList(), DefaultListDelete::Failed);
+    fs.failRemoves = false;
+    EXPECT_EQ(defaults.DeleteDefaultList(), DefaultListDelete::Deleted);
+}
+
+TEST_F(ListFileControllerTest, DefaultListExitSavesQuietlyOnlyWhenAskedTo) {
+    OpenQueue("D:\\m", {"a.wma", "b.wma"});
+    EXPECT_FALSE(defaults.SaveDefaultListOnExit());
+    EXPECT_EQ(fs.files.count(kDefaultPath), 0u);
+    settings.SetText(kSaveDefaultOnExitOption, "1");
+    EXPECT_TRUE(defaults.SaveDefaultListOnExit());
+    OpenQueue("D:\\m", {"a.wma"});  // cannot make a list: the last one stays
+    EXPECT_FALSE(defaults.SaveDefaultListOnExit());
+    EXPECT_EQ(Saved(), (Lines{"a.wma", "b.wma"}));
+    EXPECT_TRUE(prompts.messages.empty());
+    EXPECT_TRUE(progress.events.empty());
 }
 
 }  // namespace
