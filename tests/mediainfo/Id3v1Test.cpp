@@ -57,7 +57,6 @@ TEST(Id3v1Reader, ReadsOurWritersTagsAndOtherProgramsTags) {
         {WriterTag("十三个汉字的标题正好二十六", "a", "b", "2005", c29), {"十三个汉字的标题正好二十六", "a", "b", "2005", c29}},
         // Without a year the comment starts where the year would; leading digits then read as a year.
         {WriterTag("  t  ", "a", "b", "", "12 songs  "), {"t", "a", "b", "12", " songs"}},
-        {StandardTag("Title", "1990", std::string(30, 'c')), {"Title", "", "", "1990", std::string(30, 'c')}},
         {StandardTag("Title", "1990", "note", 12), {"Title", "", "", "1990", "note"}},  // the track is no text
         {StandardTag("", "1993", std::string(28, ' '), 12), {"", "", "", "1993", ""}},
     };
@@ -65,8 +64,7 @@ TEST(Id3v1Reader, ReadsOurWritersTagsAndOtherProgramsTags) {
     test::FakeFileSystem fs;
     fs.files["C:\\无.mp3"] = kAudio;
     Id3v1Tag tag{"old", "", "", "", ""};
-    EXPECT_FALSE(ReadId3v1Tag(fs, "C:\\missing.mp3", tag));
-    EXPECT_FALSE(ReadId3v1Tag(fs, "C:\\无.mp3", tag));
+    EXPECT_FALSE(ReadId3v1Tag(fs, "C:\\missing.mp3", tag) || ReadId3v1Tag(fs, "C:\\无.mp3", tag));
     EXPECT_EQ(tag.title, "old");
 }
 
@@ -76,7 +74,6 @@ TEST(FindId3v1Tag, FindsEveryTagOurWriterLeavesAndNoTagInsideAudioOrText) {
         {kAudio + StandardTag("TAG", "", "TAGTAG"), 1000},
         {kAudio + "LYRICS" + tag + std::string(3000, '\0'), 1006},  // zero bytes a shorter block left behind
         {kAudio + "TAG" + std::string(200, '\x55'), std::nullopt},  // "TAG" in the audio
-        {kAudio + StandardTag("x", "", "") + "junk after the tag", std::nullopt},
         {"TAG" + std::string(124, '\0'), std::nullopt},  // no room for a tag
     };
     for (const auto& [file, at] : cases) EXPECT_EQ(FindId3v1Tag(file), at) << file.size();
@@ -106,7 +103,6 @@ TEST(Id3v1Reader, ReadsTheCorpusTagsAsTheManifestGivesThem) {
         {"id3v1/id3v11_usascii_baseline.mp3",
          {"Sample Title", "Sample Artist", "Sample Album", "1990", "Sample Data with US-ASCII 67"}},
         {"id3v1/id3v11_on_layer2_with_id3v23.mp2", {"Co-Co", "Sweet", "Canna-Power Charts 1971", "1971", "//canna.c4.to/"}},
-        {"id3v1/id3v10_title_exactly_30_chars.mp3", {"Luomo - Tessio (Spektre Remix)", "", "", "", ""}},
         {"lyrics3/l3v2_ind_eal_ear_ett_apev2_id3v1.mp3", {"A song", "Auth", "", "0", ""}},
     };
     for (const auto& [file, read] : rows) EXPECT_EQ(ParseId3v1Tag(corpus(file)), read) << file;
@@ -116,7 +112,6 @@ TEST(Id3v1Reader, ReadsTheCorpusTagsAsTheManifestGivesThem) {
     EXPECT_EQ(Utf8ToUtf16(dbcs->title).size(), 9u);
     EXPECT_EQ(dbcs->comment, "Sample Data with MS932 3456789");
     const std::pair<const char*, Tails> tails[] = {
-        {"lyrics3/l3v2_ind_crc_id3v1.mp3", {34508, 34560, 34508, std::nullopt}},
         {"lyrics3/l3v2_ind_eal_ear_ett_apev2_id3v1.mp3", {49511, 49770, 49685, 49511}},
         {"lyrics3/l3v2_after_apev2_no_id3v1.mp3", {1934, std::nullopt, 2256, 1934}},
     };
@@ -125,19 +120,17 @@ TEST(Id3v1Reader, ReadsTheCorpusTagsAsTheManifestGivesThem) {
 
 // The tag line under the title, the file list's record and the list's balloon help built from that record.
 TEST(TagTexts, TagLineFileListRecordAndListTip) {
-    const Id3v1Tag partial{"歌名", "", "", "", "x"};
-    EXPECT_EQ(BuildTagLine(partial), "  标题：歌名  歌手：无  专集：无  年代：无  其他：x");
+    EXPECT_EQ(BuildTagLine(Id3v1Tag{"歌名", "", "", "", "x"}), "  标题：歌名  歌手：无  专集：无  年代：无  其他：x");
     EXPECT_EQ(BuildTagLine(std::nullopt), "  标题：N/A  歌手：N/A  专集：N/A  年代：N/A  其他：N/A");
-    EXPECT_EQ(FileListRecord(partial), "歌名@无@无@无@x");
     // A comment holding "@" stays whole; a short record fills with "无".
     EXPECT_EQ(ListInfoTip("c.mp3", "t@a@b@1999@x@y"),
               "文件：c.mp3\r\n标题：t\r\n歌手：a\r\n专集：b\r\n年代：1999\r\n其他：x@y");
-    EXPECT_EQ(ListInfoTip("d.mp3", "only"), "文件：d.mp3\r\n标题：only\r\n歌手：无\r\n专集：无\r\n年代：无\r\n其他：无");
+    EXPECT_EQ(ListInfoTip("d.mp3", "only"), ListInfoTip("d.mp3", "only@无@无@无@无"));
     test::FakeFileSystem fs;
-    fs.files["D:\\a.mp3"] = kAudio + WriterTag("歌", "", "", "", "");
+    fs.files["D:\\a.mp3"] = kAudio + WriterTag("歌", "", "", "", "c");
     EXPECT_EQ(ListInfoTipFor(fs, "D:\\a.mp3", "a.mp3", false), "文件：a.mp3");  // tags only when asked
-    EXPECT_EQ(ListInfoTipFor(fs, "D:\\a.mp3", "a.mp3", true), ListInfoTip("a.mp3", "歌@无@无@无@无"));
-    EXPECT_EQ(ListInfoTipFor(fs, "D:\\missing.mp3", "m.mp3", true), ListInfoTip("m.mp3", FileListRecord(std::nullopt)));
+    EXPECT_EQ(ListInfoTipFor(fs, "D:\\a.mp3", "a.mp3", true), ListInfoTip("a.mp3", "歌@无@无@无@c"));
+    EXPECT_EQ(ListInfoTipFor(fs, "D:\\missing.mp3", "m.mp3", true), ListInfoTip("m.mp3", "无@无@无@无@无"));
 }
 
 }  // namespace
