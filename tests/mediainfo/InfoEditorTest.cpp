@@ -66,6 +66,7 @@ TEST_F(InfoEditorTest, SavesOnlyAWritableFileWithValidFieldsAndShowsWhatItHoldsN
 
 TEST_F(InfoEditorTest, TimeTrackShiftIsAskedAndAppliedByTheSave) {
     EXPECT_FALSE(editor.ChooseTimeShift());  // no lyrics yet: nothing is asked
+    EXPECT_EQ(prompts.messages, (Messages{{"现在没有歌词因此无法进行时间轨偏移。", "错误"}}));
     EXPECT_TRUE(prompts.questions.empty());
     editor.SetFields({"", "", "", "", "", "[00:03]a\r\n[01:10]b\r\nc"});
     prompts.textScript = {"五", " -5 "};
