@@ -27,7 +27,6 @@ set(LUMORA_MEDIAINFO_TESTS
     tests/mediainfo/LyricsReadersTest.cpp
     tests/mediainfo/LyricsTimingTest.cpp
     tests/mediainfo/MpegAudioParserTest.cpp
-    tests/mediainfo/MpegFrameHeaderTest.cpp
     tests/mediainfo/StreamPanelTest.cpp
     tests/support/HostFileSystem.cpp
 )

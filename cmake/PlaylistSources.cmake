@@ -10,7 +10,6 @@ set(LUMORA_PLAYLIST_SOURCES
     playlist/QueueController.cpp
 )
 set(LUMORA_PLAYLIST_TESTS
-    tests/playlist/DefaultListTest.cpp
     tests/playlist/ListFileTest.cpp
     tests/playlist/MusicLibraryTest.cpp
     tests/playlist/PlayQueueTest.cpp

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <tuple>
 #include <vector>
 
 #include "mediainfo/Id3v1.h"
@@ -38,6 +39,13 @@ std::string StandardTag(std::string title, std::string year, std::string comment
 
 const std::string kAudio(1000, '\x55');
 
+using Tails = std::tuple<std::size_t, std::optional<std::size_t>, std::optional<std::size_t>, std::optional<std::size_t>>;
+
+Tails TailsOf(std::string_view file) {
+    const TrailingTags t = LocateTrailingTags(file);
+    return {t.audioEnd, t.id3v1, t.lyrics, t.ape};
+}
+
 TEST(Id3v1Reader, ReadsOurWritersTagsAndOtherProgramsTags) {
     const std::string c29(29, 'c');
     const struct {
@@ -45,73 +53,44 @@ TEST(Id3v1Reader, ReadsOurWritersTagsAndOtherProgramsTags) {
         Id3v1Tag read;
     } cases[] = {
         {"LYRICS" + WriterTag("歌名", "歌手甲", "专集乙", "2005", "abc"), {"歌名", "歌手甲", "专集乙", "2005", "abc"}},
-        {WriterTag("十三个汉字的标题正好二十六", "a", "b", "05", "x"), {"十三个汉字的标题正好二十六", "a", "b", "05", "x"}},
-        {WriterTag("", "", "", "", ""), {}},
         // A year and a comment of 30 bytes or more grow the tag; the whole comment still reads back.
-        {WriterTag("t", "a", "b", "2005", c29), {"t", "a", "b", "2005", c29}},
+        {WriterTag("十三个汉字的标题正好二十六", "a", "b", "2005", c29), {"十三个汉字的标题正好二十六", "a", "b", "2005", c29}},
         // Without a year the comment starts where the year would; leading digits then read as a year.
-        {WriterTag("t", "a", "b", "", "12 songs"), {"t", "a", "b", "12", " songs"}},
-        {WriterTag("  padded  ", "a", "b", "1999", "x  "), {"padded", "a", "b", "1999", "x"}},
-        {StandardTag("Title", "1990", std::string(30, 'c')), {"Title", "", "", "1990", std::string(30, 'c')}},
+        {WriterTag("  t  ", "a", "b", "", "12 songs  "), {"t", "a", "b", "12", " songs"}},
         {StandardTag("Title", "1990", "note", 12), {"Title", "", "", "1990", "note"}},  // the track is no text
-        {StandardTag("Title", "", "no year"), {"Title", "", "", "", "no year"}},
         {StandardTag("", "1993", std::string(28, ' '), 12), {"", "", "", "1993", ""}},
     };
     for (const auto& c : cases) EXPECT_EQ(ParseId3v1Tag(kAudio + c.tail), c.read) << c.read.title << "|" << c.read.comment;
-
     test::FakeFileSystem fs;
-    fs.files["C:\\有.mp3"] = kAudio + WriterTag("歌", "", "", "", "");
     fs.files["C:\\无.mp3"] = kAudio;
     Id3v1Tag tag{"old", "", "", "", ""};
-    EXPECT_FALSE(ReadId3v1Tag(fs, "C:\\missing.mp3", tag));
-    EXPECT_FALSE(ReadId3v1Tag(fs, "C:\\无.mp3", tag));
+    EXPECT_FALSE(ReadId3v1Tag(fs, "C:\\missing.mp3", tag) || ReadId3v1Tag(fs, "C:\\无.mp3", tag));
     EXPECT_EQ(tag.title, "old");
-    EXPECT_TRUE(ReadId3v1Tag(fs, "C:\\有.mp3", tag));
-    EXPECT_EQ(tag, (Id3v1Tag{"歌", "", "", "", ""}));
 }
 
 TEST(FindId3v1Tag, FindsEveryTagOurWriterLeavesAndNoTagInsideAudioOrText) {
     const std::string tag = WriterTag("TAG in the title", "a", "b", "2005", std::string(29, 'c'));  // 132 bytes
-    const struct {
-        std::string file;
-        std::optional<std::size_t> at;
-    } cases[] = {
+    const std::pair<std::string, std::optional<std::size_t>> cases[] = {
         {kAudio + StandardTag("TAG", "", "TAGTAG"), 1000},
-        {kAudio + tag, 1000},
         {kAudio + "LYRICS" + tag + std::string(3000, '\0'), 1006},  // zero bytes a shorter block left behind
         {kAudio + "TAG" + std::string(200, '\x55'), std::nullopt},  // "TAG" in the audio
-        {kAudio + StandardTag("x", "", "") + "junk after the tag", std::nullopt},
         {"TAG" + std::string(124, '\0'), std::nullopt},  // no room for a tag
-        {"", std::nullopt},
     };
-    for (const auto& c : cases) EXPECT_EQ(FindId3v1Tag(c.file), c.at) << c.file.size();
+    for (const auto& [file, at] : cases) EXPECT_EQ(FindId3v1Tag(file), at) << file.size();
 }
 
 TEST(LocateTrailingTags, EndsTheAudioAtTheFirstTagBehindIt) {
     const std::string tag = StandardTag("t", "", "");
     const std::string lyrics3v2 = "LYRICSBEGININD0000210000021LYRICS200";  // IND "10", size 21
     const std::string ape = "APETAGEX" + std::string("\xD0\x07\x00\x00\x28\x00\x00\x00", 8) + std::string(16, '\0');
-    const struct {
-        std::string file;
-        std::size_t audioEnd;
-        std::optional<std::size_t> id3v1, lyrics, apeAt;
-    } cases[] = {
-        {kAudio, 1000, std::nullopt, std::nullopt, std::nullopt},
-        {kAudio + "LYRICSBEGININD0000211LYR00007[00:01]" + tag, 1000, 1036, 1000, std::nullopt},
-        {kAudio + "LYRICS" + tag, 1000, 1006, 1000, std::nullopt},
-        {"LYRICS" + tag, 0, 6, 0, std::nullopt},
-        {kAudio + lyrics3v2 + tag, 1000, 1000 + lyrics3v2.size(), 1000, std::nullopt},
-        {kAudio + "LYRICSBEGINsome wordsLYRICSEND" + tag, 1000, 1030, 1000, std::nullopt},
-        {kAudio + lyrics3v2, 1000, std::nullopt, 1000, std::nullopt},
-        {kAudio + "12345678" + ape + lyrics3v2 + tag, 1000, 1000 + 40 + lyrics3v2.size(), 1040, 1000},
+    const std::pair<std::string, Tails> cases[] = {
+        {kAudio, {1000, std::nullopt, std::nullopt, std::nullopt}},
+        {"LYRICS" + tag, {0, 6, 0, std::nullopt}},
+        {kAudio + "LYRICSBEGINsome wordsLYRICSEND" + tag, {1000, 1030, 1000, std::nullopt}},
+        {kAudio + lyrics3v2, {1000, std::nullopt, 1000, std::nullopt}},
+        {kAudio + "12345678" + ape + lyrics3v2 + tag, {1000, 1040 + lyrics3v2.size(), 1040, 1000}},
     };
-    for (const auto& c : cases) {
-        const TrailingTags tags = LocateTrailingTags(c.file);
-        EXPECT_EQ(tags.audioEnd, c.audioEnd) << c.file.size();
-        EXPECT_EQ(tags.id3v1, c.id3v1) << c.file.size();
-        EXPECT_EQ(tags.lyrics, c.lyrics) << c.file.size();
-        EXPECT_EQ(tags.ape, c.apeAt) << c.file.size();
-    }
+    for (const auto& [file, tails] : cases) EXPECT_EQ(TailsOf(file), tails) << file.size();
 }
 
 TEST(Id3v1Reader, ReadsTheCorpusTagsAsTheManifestGivesThem) {
@@ -120,70 +99,38 @@ TEST(Id3v1Reader, ReadsTheCorpusTagsAsTheManifestGivesThem) {
         EXPECT_TRUE(bytes) << "missing from the corpus: " << name;
         return bytes.value_or(std::string());
     };
-    const struct {
-        const char* file;
-        Id3v1Tag read;
-    } rows[] = {
+    const std::pair<const char*, Id3v1Tag> rows[] = {
         {"id3v1/id3v11_usascii_baseline.mp3",
          {"Sample Title", "Sample Artist", "Sample Album", "1990", "Sample Data with US-ASCII 67"}},
-        {"id3v1/id3v11_space_padded_audio_crc.mp3", {"Test Title", "Test Artist", "Test Album", "2008", "Test Comment"}},
         {"id3v1/id3v11_on_layer2_with_id3v23.mp2", {"Co-Co", "Sweet", "Canna-Power Charts 1971", "1971", "//canna.c4.to/"}},
-        {"id3v1/id3v10_title_exactly_30_chars.mp3", {"Luomo - Tessio (Spektre Remix)", "", "", "", ""}},
-        {"lyrics3/l3v2_ind_crc_id3v1.mp3", {"Encore", "DJ Danger Mouse", "Grey Album", "2004", ""}},
         {"lyrics3/l3v2_ind_eal_ear_ett_apev2_id3v1.mp3", {"A song", "Auth", "", "0", ""}},
     };
-    for (const auto& row : rows) EXPECT_EQ(ParseId3v1Tag(corpus(row.file)), row.read) << row.file;
-
-    // Double-byte text: every byte of 128 or more starts a two-byte character, so the nine Shift-JIS characters
-    // of the title come out as nine characters, and the ASCII after them is untouched.
+    for (const auto& [file, read] : rows) EXPECT_EQ(ParseId3v1Tag(corpus(file)), read) << file;
+    // Double-byte text: every byte of 128 or more starts a two-byte character.
     const auto dbcs = ParseId3v1Tag(corpus("id3v1/id3v10_ms932_dbcs_space_padded.mp3"));
     ASSERT_TRUE(dbcs);
     EXPECT_EQ(Utf8ToUtf16(dbcs->title).size(), 9u);
     EXPECT_EQ(dbcs->comment, "Sample Data with MS932 3456789");
-
-    const struct {
-        const char* file;
-        std::size_t audioEnd;
-        std::optional<std::size_t> id3v1, lyrics, ape;
-    } tails[] = {
-        {"lyrics3/l3v2_ind_crc_id3v1.mp3", 34508, 34560, 34508, std::nullopt},
-        {"lyrics3/l3v2_ind_eal_ear_ett_apev2_id3v1.mp3", 49511, 49770, 49685, 49511},
-        {"lyrics3/l3v2_ind_emptylyr_at_eof_no_id3v1.mp3", 1934, std::nullopt, 1934, std::nullopt},
-        {"lyrics3/l3v2_after_apev2_no_id3v1.mp3", 1934, std::nullopt, 2256, 1934},
-        {"id3v1/id3v10_after_mpeg25_xing.mp3", 560 - 128, 560 - 128, std::nullopt, std::nullopt},
+    const std::pair<const char*, Tails> tails[] = {
+        {"lyrics3/l3v2_ind_eal_ear_ett_apev2_id3v1.mp3", {49511, 49770, 49685, 49511}},
+        {"lyrics3/l3v2_after_apev2_no_id3v1.mp3", {1934, std::nullopt, 2256, 1934}},
     };
-    for (const auto& t : tails) {
-        const TrailingTags tags = LocateTrailingTags(corpus(t.file));
-        EXPECT_EQ(tags.audioEnd, t.audioEnd) << t.file;
-        EXPECT_EQ(tags.id3v1, t.id3v1) << t.file;
-        EXPECT_EQ(tags.lyrics, t.lyrics) << t.file;
-        EXPECT_EQ(tags.ape, t.ape) << t.file;
-    }
+    for (const auto& [file, expected] : tails) EXPECT_EQ(TailsOf(corpus(file)), expected) << file;
 }
 
 // The tag line under the title, the file list's record and the list's balloon help built from that record.
 TEST(TagTexts, TagLineFileListRecordAndListTip) {
-    const Id3v1Tag full{"歌名", "歌手", "专集", "2005", "abc"};
-    const Id3v1Tag partial{"歌名", "", "", "", "x"};
-    EXPECT_EQ(BuildTagLine(full), "  标题：歌名  歌手：歌手  专集：专集  年代：2005  其他：abc");
-    EXPECT_EQ(BuildTagLine(partial), "  标题：歌名  歌手：无  专集：无  年代：无  其他：x");
+    EXPECT_EQ(BuildTagLine(Id3v1Tag{"歌名", "", "", "", "x"}), "  标题：歌名  歌手：无  专集：无  年代：无  其他：x");
     EXPECT_EQ(BuildTagLine(std::nullopt), "  标题：N/A  歌手：N/A  专集：N/A  年代：N/A  其他：N/A");
-    EXPECT_EQ(FileListRecord(full), "歌名@歌手@专集@2005@abc");
-    EXPECT_EQ(FileListRecord(partial), "歌名@无@无@无@x");
-    EXPECT_EQ(FileListRecord(std::nullopt), "无@无@无@无@无");
-    EXPECT_EQ(ListInfoTip("a.mp3", FileListRecord(full)),
-              "文件：a.mp3\r\n标题：歌名\r\n歌手：歌手\r\n专集：专集\r\n年代：2005\r\n其他：abc");
     // A comment holding "@" stays whole; a short record fills with "无".
     EXPECT_EQ(ListInfoTip("c.mp3", "t@a@b@1999@x@y"),
               "文件：c.mp3\r\n标题：t\r\n歌手：a\r\n专集：b\r\n年代：1999\r\n其他：x@y");
-    EXPECT_EQ(ListInfoTip("d.mp3", "only"), "文件：d.mp3\r\n标题：only\r\n歌手：无\r\n专集：无\r\n年代：无\r\n其他：无");
-
+    EXPECT_EQ(ListInfoTip("d.mp3", "only"), ListInfoTip("d.mp3", "only@无@无@无@无"));
     test::FakeFileSystem fs;
-    fs.files["D:\\a.mp3"] = kAudio + WriterTag("歌", "", "", "", "");
+    fs.files["D:\\a.mp3"] = kAudio + WriterTag("歌", "", "", "", "c");
     EXPECT_EQ(ListInfoTipFor(fs, "D:\\a.mp3", "a.mp3", false), "文件：a.mp3");  // tags only when asked
-    EXPECT_EQ(ListInfoTipFor(fs, "D:\\a.mp3", "a.mp3", true), ListInfoTip("a.mp3", "歌@无@无@无@无"));
-    EXPECT_EQ(ListInfoTipFor(fs, "D:\\missing.mp3", "missing.mp3", true),
-              ListInfoTip("missing.mp3", FileListRecord(std::nullopt)));
+    EXPECT_EQ(ListInfoTipFor(fs, "D:\\a.mp3", "a.mp3", true), ListInfoTip("a.mp3", "歌@无@无@无@c"));
+    EXPECT_EQ(ListInfoTipFor(fs, "D:\\missing.mp3", "m.mp3", true), ListInfoTip("m.mp3", "无@无@无@无@无"));
 }
 
 }  // namespace

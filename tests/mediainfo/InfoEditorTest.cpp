@@ -17,8 +17,6 @@ using test::Message;
 using Messages = std::vector<Message>;
 
 const std::string kPath = "D:\\音乐\\歌.mp3";
-const Message kSaved{"恭喜！媒体信息保存完毕！", "完毕"};
-const Message kSaveFailed{"媒体信息保存失败！原因：1、此媒体文件正在使用中。2、此媒体的文件属性为“只读”。", "错误"};
 
 std::string Gbk(std::string_view utf8) { return Utf8ToCp936(utf8).value(); }
 
@@ -45,87 +43,56 @@ protected:
     InfoEditor editor{fs, prompts, view, "1.2.3"};
 };
 
-TEST_F(InfoEditorTest, TakingAFileTestsItForWritingFirst) {
-    fs.readOnly.push_back(kPath);
-    EXPECT_FALSE(editor.TakeFile(kPath));
-    EXPECT_FALSE(editor.TakeFile("D:\\missing.mp3"));
-    const Message refused{"此文件正在被程序使用、不存在或此文件为只读，现在无法保持。", "错误"};
-    EXPECT_EQ(prompts.messages, (Messages{refused, refused}));
-    EXPECT_EQ(view.shown, std::vector<MediaInfoRecord>{MediaInfoRecord{}});  // only the first file's
-}
-
-TEST_F(InfoEditorTest, SavesAndShowsWhatTheFileHoldsNext) {
-    const MediaInfoRecord record{"标题", "歌手", "专集", "05", "其他", "[00:01]一\r\n[00:02]二"};
-    editor.SetFields(record);
-    EXPECT_EQ(editor.Save(), InfoSaveOutcome::Saved);
-    EXPECT_EQ(prompts.messages, Messages{kSaved});
-    EXPECT_EQ(view.refreshes, 1);
-    EXPECT_EQ(fs.files[kPath].substr(500, 6), "LYRICS");
-    ASSERT_TRUE(editor.TakeFile(kPath));
-    EXPECT_EQ(view.shown.back(), record);
-}
-
-TEST_F(InfoEditorTest, RefusesTheFirstBadFieldAndWritesNothing) {
+TEST_F(InfoEditorTest, SavesOnlyAWritableFileWithValidFieldsAndShowsWhatItHoldsNext) {
     const MediaInfoRecord bad{"", "", "", "205", std::string(30, 'c'), ""};
     editor.SetFields(bad);
     EXPECT_EQ(editor.Save(), InfoSaveOutcome::Invalid);
     EXPECT_EQ(prompts.messages, (Messages{{*ValidateMediaInfo(bad), std::string(kErrorTitle)}}));
     EXPECT_EQ(fs.files[kPath], std::string(500, 'a'));
-    EXPECT_EQ(view.refreshes, 0);
-}
 
-TEST_F(InfoEditorTest, ReadOnlyFilesSaveOnlyWithTheCheckBox) {
     fs.readOnly.push_back(kPath);
-    editor.SetFields({"t", "", "", "", "", ""});
+    const MediaInfoRecord record{"标题", "歌手", "专集", "05", "其他", "[00:01]一\r\n[00:02]二"};
+    editor.SetFields(record);
     EXPECT_EQ(editor.Save(), InfoSaveOutcome::WriteFailed);
-    EXPECT_EQ(prompts.messages, Messages{kSaveFailed});
-    EXPECT_EQ(editor.Fields().title, "t");  // kept for a retry
+    EXPECT_EQ(view.refreshes, 0);
     editor.SetRemoveReadOnly(true);
     EXPECT_EQ(editor.Save(), InfoSaveOutcome::Saved);
-    EXPECT_TRUE(fs.readOnly.empty());
+    EXPECT_EQ(prompts.messages.back(), (Message{"恭喜！媒体信息保存完毕！", "完毕"}));
+    EXPECT_EQ(view.refreshes, 1);
+    ASSERT_TRUE(editor.TakeFile(kPath));
+    EXPECT_EQ(view.shown.back(), record);
+
+    fs.readOnly.push_back(kPath);
+    EXPECT_FALSE(editor.TakeFile(kPath) || editor.TakeFile("D:\\missing.mp3"));
 }
 
 TEST_F(InfoEditorTest, TimeTrackShiftIsAskedAndAppliedByTheSave) {
     EXPECT_FALSE(editor.ChooseTimeShift());  // no lyrics yet: nothing is asked
     EXPECT_EQ(prompts.messages, (Messages{{"现在没有歌词因此无法进行时间轨偏移。", "错误"}}));
     EXPECT_TRUE(prompts.questions.empty());
-
     editor.SetFields({"", "", "", "", "", "[00:03]a\r\n[01:10]b\r\nc"});
     prompts.textScript = {"五", " -5 "};
     EXPECT_FALSE(editor.ChooseTimeShift());
-    EXPECT_EQ(prompts.messages.back(), (Message{"请输入整数秒数，例如“5”或“-5”。", "错误"}));
     EXPECT_TRUE(editor.ChooseTimeShift());
-    EXPECT_EQ(prompts.questions.back(), (Message{std::string(kTimeShiftPrompt) + "\r\n" + std::string(kTimeShiftNote),
-                                                 std::string(kTimeShiftTitle)}));
     EXPECT_EQ(view.shift, -5);
-
-    prompts.messages.clear();
     EXPECT_EQ(editor.Save(), InfoSaveOutcome::Saved);
     const std::string shifted = "[00:00]a\r\n[01:05]b\r\n[00:00]c";
-    EXPECT_EQ(editor.Fields().lyrics, shifted);
     EXPECT_EQ(view.shown.back().lyrics, shifted);
     EXPECT_EQ(view.shift, std::nullopt);
-    EXPECT_EQ(ReadEmbeddedLyrics(fs, kPath), shifted);
     EXPECT_EQ(editor.Save(), InfoSaveOutcome::Saved);  // saved again: not shifted twice
     EXPECT_EQ(ReadEmbeddedLyrics(fs, kPath), shifted);
-}
 
-TEST_F(InfoEditorTest, ShiftRefusalsLeaveTheFileAlone) {
     editor.SetFields({"", "", "", "", "", "[ab:cd]x"});
     prompts.textAnswer = "3";
     ASSERT_TRUE(editor.ChooseTimeShift());
     EXPECT_EQ(editor.Save(), InfoSaveOutcome::BadTimeTrack);
-    EXPECT_EQ(prompts.messages.back(), (Message{"请确定“时间轨”格式，是否合法。", "错误"}));
-
-    // Stamps the shift adds can take the lyrics over their limit.
-    std::string lyrics;
+    std::string lyrics;  // stamps the shift adds can take the lyrics over their limit
     for (int i = 0; i < 500; ++i) lyrics += "xxxxx\r\n";
     editor.SetFields({"", "", "", "", "", lyrics});
     EXPECT_EQ(editor.Save(), InfoSaveOutcome::Invalid);
-
     editor.SetFields({});
     EXPECT_EQ(editor.Save(), InfoSaveOutcome::NoLyricsToShift);
-    EXPECT_EQ(fs.files[kPath], std::string(500, 'a'));
+    EXPECT_EQ(ReadEmbeddedLyrics(fs, kPath), shifted);
 }
 
 TEST_F(InfoEditorTest, ExportsAndImportsQgcFiles) {
@@ -137,29 +104,15 @@ TEST_F(InfoEditorTest, ExportsAndImportsQgcFiles) {
               Gbk("[文件信息]\r\n说明=这是“Lumora”的媒体信息文件\r\n版本=1.2.3\r\n\r\n"
                   "[媒体信息]\r\n标题=标题\r\n歌手=歌手\r\n专集=专集\r\n年代=2005\r\n其他=其他\r\n\r\n"
                   "[媒体歌词]\r\n行数=3\r\n歌词1=[00:01]一\r\n歌词2=\r\n歌词3=[00:02]二\r\n"));
-    EXPECT_EQ(prompts.messages, (Messages{{"导出完毕！", "完毕"}}));
-
     editor.SetFields({});
     prompts.openAnswer = "D:\\导出.QGC";
     EXPECT_TRUE(editor.ImportQgc());
-    EXPECT_EQ(editor.Fields(), record);
     EXPECT_EQ(view.shown.back(), record);
-    EXPECT_EQ(prompts.messages.back(), (Message{"导入完毕！", "完毕"}));
     EXPECT_EQ(fs.files[kPath], std::string(500, 'a'));  // an import writes nothing to the media file
-
-    prompts.openAnswer.reset();
-    EXPECT_FALSE(editor.ImportQgc());
     prompts.openAnswer = "D:\\none.QGC";
     EXPECT_FALSE(editor.ImportQgc());
-    EXPECT_EQ(prompts.messages.back(), (Message{"导入失败！无法读取此文件。", "错误"}));
-
-    editor.SetFields({"😀", "", "", "", "", ""});
-    EXPECT_FALSE(editor.ExportQgc());
-    EXPECT_EQ(prompts.messages.back().text, ValidateMediaInfo({"😀", "", "", "", "", ""}));
     fs.failWrites = true;
-    editor.SetFields(record);
     EXPECT_FALSE(editor.ExportQgc());
-    EXPECT_EQ(prompts.messages.back(), (Message{"导出失败！无法写入此文件。", "错误"}));
 }
 
 // The lines of the lyrics section by number up to its count, empty ones kept; the lookup leaves those out.
@@ -167,7 +120,6 @@ TEST(QgcFile, LyricsLinesByNumberUpToTheCount) {
     const std::string file = Gbk("[媒体歌词]\r\n行数=4\r\n歌词3=third\r\n歌词01=not a line\r\n歌词1=first\r\n歌词2=\r\n");
     EXPECT_EQ(ParseQgcFile(file).lyrics, "first\r\n\r\nthird\r\n");
     EXPECT_EQ(QgcLyricsText(file), "first\r\nthird");
-    EXPECT_EQ(ParseQgcFile(Gbk("[媒体歌词]\r\n行数=abc\r\n歌词1=x")).lyrics, "");
     EXPECT_EQ(ParseQgcFile(Gbk("[媒体歌词]\r\n行数=999999999\r\n歌词1=x")).lyrics.size(), 1 + 2 * (kMaxQgcLines - 1));
     EXPECT_EQ(ParseQgcFile("\xFF\xFE"), MediaInfoRecord{});
 }

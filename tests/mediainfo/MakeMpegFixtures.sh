@@ -21,17 +21,11 @@ done
 tone() {  # rate channels file
     sox -n -r "$1" -c "$2" -b 16 "$3" synth 2 sine 440 sine 660 gain -3
 }
-tone 44100 2 s44.wav
-tone 44100 1 m44.wav
-tone 48000 2 s48.wav
-tone 32000 2 s32.wav
-tone 22050 2 s22.wav
-tone 22050 1 m22.wav
-tone 24000 2 s24.wav
-tone 16000 1 m16.wav
-tone 12000 2 s12.wav
-tone 11025 1 m11.wav
-tone 8000 1 m8.wav
+for spec in "44100 2 s44" "44100 1 m44" "48000 2 s48" "32000 2 s32" "22050 2 s22" "22050 1 m22" "24000 2 s24" \
+    "16000 1 m16" "12000 2 s12" "11025 1 m11" "8000 1 m8"; do
+    set -- $spec
+    tone "$1" "$2" "$3.wav"
+done
 
 # name | encoder command (input and output appended) | input | what we asked for: mode number, CRC
 fixtures=(

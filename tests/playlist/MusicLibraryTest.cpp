@@ -46,12 +46,6 @@ const std::string kList = kLib + std::string(kLibraryListName);
 const Message kAdded{"文件已成功的加入“我的音乐库”。", "文件加入成功"};
 const Message kFailed{"文件加入“我的音乐库”失败。", "文件加入失败"};
 
-std::string Id3v1(std::string_view title) {
-    std::string tag = "TAG" + Utf8ToCp936(title).value();
-    tag.resize(128, '\0');
-    return tag;
-}
-
 class MusicLibraryTest : public testing::Test {
 protected:
     void SetUp() override {
@@ -86,51 +80,23 @@ TEST_F(MusicLibraryTest, FolderMustBeOnAFixedDiskAndIsKeptWithAFinalBackslash) {
     registry.keys.clear();
     fs.drives['G'] = DriveKind::Removable;
     fs.folders.push_back("C:\\新库");
-    EXPECT_FALSE(library.ChooseLibraryFolder());  // cancelled
-    prompts = {};
     prompts.folderScript = {"G:\\music", "C:\\新库"};
     EXPECT_TRUE(library.ChooseLibraryFolder());
-    EXPECT_EQ(prompts.questions.size(), 2u);
     EXPECT_EQ(prompts.messages.size(), 1u);
     const RegistryValue* value = registry.Find(RegistryRoot::LocalMachine, kSubKey, std::string(kLibraryValueName));
     ASSERT_NE(value, nullptr);
-    EXPECT_EQ(value->kind, RegistryValue::Kind::Text);
     EXPECT_EQ(value->data, "C:\\新库\\");
-
-    prompts = {};
-    prompts.yesNoAnswer = false;
-    EXPECT_FALSE(library.ChangeLibraryFolder());
-    EXPECT_EQ(prompts.questions.size(), 1u);
-    EXPECT_EQ(library.Folder(), "C:\\新库\\");
-}
-
-TEST_F(MusicLibraryTest, DeletingForgetsTheFolderButKeepsEveryFile) {
-    fs.files[kList] = EncodeListFile(ListKind::Library, true, kLib, {"x.mp3"});
-    fs.files[kLib + "x.mp3"] = "x";
-    prompts.yesNoScript = {false, true};
-    EXPECT_FALSE(library.DeleteLibrary());
-    EXPECT_TRUE(library.DeleteLibrary());
-    EXPECT_FALSE(library.DeleteLibrary());
-    EXPECT_EQ(prompts.questions.size(), 2u);
-    EXPECT_EQ(prompts.messages.size(), 2u);
-    EXPECT_EQ(fs.files.count(kList), 1u);
-    EXPECT_EQ(fs.files.count(kLib + "x.mp3"), 1u);
 }
 
 TEST_F(MusicLibraryTest, AddsThePlayingFileToANewListThenKnowsItIsThere) {
     EXPECT_EQ(library.AddCurrentToLibrary(), LibraryAdd::Added);
     EXPECT_EQ(fs.files.at(kLib + "a.mp3"), "aaaa");
-    EXPECT_EQ(fs.files.at(kList), EncodeListFile(ListKind::Library, true, kLib, {"a.mp3"}));
     EXPECT_EQ(library.AddCurrentToLibrary(), LibraryAdd::AlreadyThere);
-
     fs.files[kLib + "b.wma"] = "bb";  // same name and length, but not listed
     ASSERT_TRUE(queue.Queue().SetCurrent(2));
     EXPECT_EQ(library.AddCurrentToLibrary(), LibraryAdd::AddedExisting);
-    EXPECT_EQ(Listed(), (Lines{"a.mp3", "b.wma"}));
-    ASSERT_EQ(prompts.messages.size(), 3u);
-    EXPECT_EQ(prompts.messages[0], kAdded);
-    EXPECT_EQ(prompts.messages[2].title, "文件已存在");
-    EXPECT_TRUE(prompts.questions.empty());
+    EXPECT_EQ(fs.files.at(kList), EncodeListFile(ListKind::Library, true, kLib, {"a.mp3", "b.wma"}));
+    EXPECT_EQ(prompts.messages.at(0), kAdded);
 }
 
 TEST_F(MusicLibraryTest, SameNameOtherLengthAsksThenRenamesWithTheFilesExtension) {
@@ -140,20 +106,15 @@ TEST_F(MusicLibraryTest, SameNameOtherLengthAsksThenRenamesWithTheFilesExtension
     prompts.yesNoAnswer = true;
     prompts.textAnswer = " 新歌 ";
     EXPECT_EQ(library.AddCurrentToLibrary(), LibraryAdd::AddedRenamed);
-    EXPECT_EQ(fs.files.at(kLib + "新歌.mp3"), "aaaa");
-    EXPECT_EQ(fs.files.at(kLib + "a.mp3"), "different");
+    EXPECT_EQ(fs.files.at(kLib + "新歌.mp3") + fs.files.at(kLib + "a.mp3"), "aaaadifferent");
     EXPECT_EQ(Listed(), Lines{"新歌.mp3"});
-    ASSERT_EQ(prompts.questions.size(), 3u);
-    EXPECT_EQ(prompts.questions[0].title, "文件重名");
-    EXPECT_EQ(prompts.questions[2].text.rfind("请重新为 a.mp3 命名。", 0), 0u);
     EXPECT_EQ(prompts.proposed, Lines{"a"});
-    EXPECT_EQ(prompts.messages, Messages{kAdded});
 }
 
-TEST_F(MusicLibraryTest, L32AsksForEveryNameAndL33ProposesTheTitle) {
+TEST_F(MusicLibraryTest, EveryNameCanBeAskedWithTheTitleProposed) {
     settings.SetText(opt::kLibraryRenameBox, "1");
     settings.SetText(opt::kLibraryNameIsTitle, "1");
-    fs.files["E:\\in\\a.mp3"] = std::string(5000, 'x') + Id3v1("晴天");
+    fs.files["E:\\in\\a.mp3"] = std::string(5000, 'x') + "TAG" + Utf8ToCp936("晴天").value() + std::string(121, '\0');
     prompts.textScript = {std::nullopt, "..\\..\\Windows\\evil", "晴天"};
     EXPECT_EQ(library.AddCurrentToLibrary(), LibraryAdd::SkippedByUser);
     EXPECT_EQ(library.AddCurrentToLibrary(), LibraryAdd::Failed);
@@ -162,31 +123,18 @@ TEST_F(MusicLibraryTest, L32AsksForEveryNameAndL33ProposesTheTitle) {
     EXPECT_EQ(Listed(), Lines{"晴天.mp3"});
     EXPECT_EQ(prompts.messages, (Messages{kFailed, kAdded}));
     for (const auto& [path, bytes] : fs.files) EXPECT_EQ(path.find("evil"), std::string::npos) << path;
-
-    ASSERT_TRUE(queue.Queue().SetCurrent(2));  // no tag: the name without its extension
-    prompts.textAnswer.reset();
-    EXPECT_EQ(library.AddCurrentToLibrary(), LibraryAdd::SkippedByUser);
-    EXPECT_EQ(prompts.proposed.back(), "b");
 }
 
 TEST_F(MusicLibraryTest, DamagedListIsRecreatedAndAMissingLibraryIsOfferedFirst) {
     fs.files[kList] = EncodeListFile(ListKind::Library, true, "C:\\elsewhere\\", {"z.mp3"});
     EXPECT_EQ(library.AddCurrentToLibrary(), LibraryAdd::Added);
     EXPECT_EQ(Listed(), Lines{"a.mp3"});
-    EXPECT_EQ(prompts.messages.front().title, "文件损坏");
-
     // Same folder in another letter case and without the final "\": not damaged.
     fs.files[kList] = EncodeListFile(ListKind::Library, true, "d:\\库", {"a.mp3"});
     EXPECT_EQ(library.AddCurrentToLibrary(), LibraryAdd::AlreadyThere);
-
-    prompts = {};
     registry.keys.clear();
     prompts.yesNoAnswer = false;
     EXPECT_EQ(library.AddCurrentToLibrary(), LibraryAdd::NoLibrary);
-    EXPECT_EQ(prompts.questions.size(), 1u);
-    fs.files.erase("E:\\in\\a.mp3");
-    EXPECT_EQ(library.AddCurrentToLibrary(), LibraryAdd::Missing);
-    EXPECT_EQ(prompts.messages.size(), 1u);
 }
 
 TEST_F(MusicLibraryTest, AddAllLogsEveryFileWithItsMarker) {
@@ -203,10 +151,9 @@ TEST_F(MusicLibraryTest, AddAllLogsEveryFileWithItsMarker) {
                      "b.wma <==（文件已存在）==> ", "gone.wma <==（文件不存在）==> ",
                      "c.wma <==（用户中止复制该文件）==> ", "d.wma <==（文件已存在，并且成功加入）==> ", "close"}));
     EXPECT_EQ(Listed(), (Lines{"b.wma", "a.mp3", "d.wma"}));
-    EXPECT_EQ(prompts.questions.size(), 1u);
 }
 
-TEST_F(MusicLibraryTest, AddAllCancelKeepsWhatWasCopiedAndFailuresAreLogged) {
+TEST_F(MusicLibraryTest, AddAllCancelKeepsWhatWasCopied) {
     copyLog.allowed = 2;
     fs.files[kLib + "b.wma"] = "other";
     prompts.textAnswer = "b2";
@@ -215,33 +162,21 @@ TEST_F(MusicLibraryTest, AddAllCancelKeepsWhatWasCopiedAndFailuresAreLogged) {
               (Lines{"<==（建立“我的音乐库”文件列表）==>", "a.mp3 <==（文件成功加入）==> ",
                      "b.wma <==（文件重新命名，并且成功加入）==> ", "c.wma <==（用户取消复制）==> ", "close"}));
     EXPECT_EQ(Listed(), (Lines{"a.mp3", "b2.wma"}));
-    EXPECT_EQ(fs.files.count(kLib + "c.wma"), 0u);
-
-    copyLog = {};
-    fs.failCopies = true;
-    EXPECT_TRUE(library.AddAllToLibrary());
-    EXPECT_EQ(copyLog.lines.at(3), "c.wma <==（文件加入失败）==> ");
-
     Open({"a.mp3"});
     EXPECT_FALSE(library.AddAllToLibrary());
-    EXPECT_EQ(prompts.messages.back().title, "一个文件文件");
 }
 
-TEST_F(MusicLibraryTest, AListThatCannotBeMadeIsReported) {
-    fs.failWrites = true;
-    EXPECT_EQ(library.AddCurrentToLibrary(), LibraryAdd::NoLibrary);
-    EXPECT_EQ(prompts.messages, Messages{kFailed});
-}
-
-TEST_F(MusicLibraryTest, LoadsTheLibraryListOrSaysItIsEmpty) {
-    EXPECT_EQ(library.LoadLibrary(), AddOutcome::Refused);
+TEST_F(MusicLibraryTest, LoadsTheListOrRefusesAnEmptyOneAndDeletingKeepsEveryFile) {
     fs.files[kList] = EncodeListFile(ListKind::Library, true, kLib, {});
     EXPECT_EQ(library.LoadLibrary(), AddOutcome::Refused);
-    ASSERT_EQ(prompts.messages.size(), 2u);
-    EXPECT_EQ(prompts.messages[0], prompts.messages[1]);
     fs.files[kList] = EncodeListFile(ListKind::Library, true, kLib, {"x.mp3", "y.wma"});
     EXPECT_EQ(library.LoadLibrary(), AddOutcome::Playing);
     EXPECT_EQ(view.lines, (Lines{"001-(x.mp3)", "002-(y.wma)"}));
+    prompts.yesNoScript = {false, true};
+    EXPECT_FALSE(library.DeleteLibrary());
+    EXPECT_TRUE(library.DeleteLibrary());
+    EXPECT_FALSE(library.DeleteLibrary());
+    EXPECT_EQ(fs.files.count(kList), 1u);
 }
 
 }  // namespace
