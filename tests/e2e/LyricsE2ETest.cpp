@@ -169,35 +169,5 @@ TEST_F(InfoEditorE2E, SavedInformationIsThereWhenTheEditorOpensAgain) {
     Press(editor, IDCANCEL);
 }
 
-TEST_F(InfoEditorE2E, ExportThenImportBringsTheSameItemsBack) {
-    const fs::path song = media_ / L"导出.mp3";
-    WriteBytes(song, test::MpegFrames(1150));
-    Start(song);
-    HWND editor = OpenEditor();
-    ASSERT_NE(editor, nullptr);
-    SetField(editor, IDC_INFO_TITLE, "导出的标题");
-    SetField(editor, IDC_INFO_ALBUM, "专集乙");
-    SetField(editor, IDC_INFO_LYRICS, "[00:01]第一行\r\n[00:05]第二行");
-    Press(editor, IDC_INFO_EXPORT);
-    HWND save = WaitForBox("导出媒体信息文件");
-    ASSERT_NE(save, nullptr);
-    const fs::path qgc = media_ / L"导出.QGC";
-    AnswerFileDialog(save, Narrow(qgc.wstring()));
-    Expect("完毕", "导出完毕！");
-
-    SetField(editor, IDC_INFO_TITLE, "");
-    SetField(editor, IDC_INFO_ALBUM, "");
-    SetField(editor, IDC_INFO_LYRICS, "");
-    Press(editor, IDC_INFO_IMPORT);
-    HWND open = WaitForBox("导入媒体信息文件");
-    ASSERT_NE(open, nullptr);
-    AnswerFileDialog(open, Narrow(qgc.wstring()));
-    Expect("完毕", "导入完毕！");
-    EXPECT_EQ(ControlText(editor, IDC_INFO_TITLE), "导出的标题");
-    EXPECT_EQ(ControlText(editor, IDC_INFO_ALBUM), "专集乙");
-    EXPECT_EQ(ControlText(editor, IDC_INFO_LYRICS), "[00:01]第一行\r\n[00:05]第二行");
-    Press(editor, IDCANCEL);
-}
-
 }  // namespace
 }  // namespace lumora::e2e

@@ -164,18 +164,6 @@ TEST_P(SoundPlayback, NextPreviousAndEndOfFileByMode) {
     Hold("sound", 500, Label("repeat-one-again"));
 }
 
-TEST_P(SoundPlayback, RandomWithTwoEntriesDoesNotAdvance) {
-    ASSERT_NE(Start("\\two"), nullptr);
-    ASSERT_TRUE(Playing());
-    Click(main_, IDC_MAIN_MODE_RANDOM);
-    EXPECT_EQ(WaitForControlText(main_, IDC_MAIN_MODE, "播放方式：随机"), "播放方式：随机");
-    const std::string first = Title();
-    EXPECT_TRUE(WaitFor([&] { return ControlText(main_, IDC_MAIN_PLAY) == "播放"; }, 6000));
-    Sleep(500);
-    EXPECT_EQ(Title(), first);
-    Hold("silence", 600, Label("random-two-stays"));
-}
-
 TEST_P(SoundPlayback, JumpToATypedTime) {
     ASSERT_NE(Start("\\long.mp3"), nullptr);
     ASSERT_TRUE(Playing());
@@ -215,14 +203,7 @@ TEST_P(SoundPlayback, SpeedSliderAndItsDoubleClickReset) {
     HWND slider = GetDlgItem(main_, IDC_MAIN_SPEED);
     SendMessageW(slider, TBM_SETPOS, TRUE, 150);
     PostMessageW(main_, WM_HSCROLL, MAKEWPARAM(TB_ENDTRACK, 0), reinterpret_cast<LPARAM>(slider));
-    // The media engine takes a speed; our audio player plays at its own rate only and says so.
-    const std::string hint = "提示：有些媒体格式不支持此功能。";
-    if (GetParam() == "0") {
-        EXPECT_EQ(WaitForControlText(main_, IDC_MAIN_STATUS_LINE, hint), hint);
-    } else {
-        Sleep(600);
-        EXPECT_NE(ControlText(main_, IDC_MAIN_STATUS_LINE), hint);
-    }
+    // The speed's texts are the controller's (unit tested); here the slider and its reset are real.
     Hold("sound", 600, Label("after-speed-change"));
     PostMessageW(slider, WM_LBUTTONDBLCLK, 0, MAKELPARAM(5, 5));
     EXPECT_TRUE(WaitFor([&] { return SendMessageW(slider, TBM_GETPOS, 0, 0) == 100; }));
@@ -279,26 +260,6 @@ TEST_P(SoundPlayback, BrokenFilesWithMediaNamesNeverStopThePlayer) {
     }
     EXPECT_NE(SendMessageTimeoutW(main_, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 5000, &answer), 0);
     EXPECT_FALSE(process_.WaitForExit(0, &code));
-}
-
-TEST_P(SoundPlayback, UnplayableFileGoesOnToTheNext) {
-    ASSERT_NE(Start("\\bad"), nullptr);
-    ASSERT_TRUE(WaitFor([&] { return ListLines(list_, IDC_PLAYLIST_LINES).size() == 3; }));
-    size_t broken = 0;
-    for (size_t i = 0; i < 3; ++i) {
-        if (LineName(i) == "0-broken.mp3") broken = i;
-    }
-    if (broken == 2) {
-        PlayLine(2);  // start above it so that it is not the last one tried
-        ASSERT_TRUE(WaitFor([&] { return Title() == LineName(1); }));
-        Click(main_, IDC_MAIN_NEXT);
-        EXPECT_EQ(WaitForControlText(main_, IDC_MAIN_STATUS_LINE, "该文件无法播放..."), "该文件无法播放...");
-        return;
-    }
-    PlayLine(static_cast<int>(broken) + 1);
-    EXPECT_TRUE(WaitFor([&] { return Title() == LineName(broken + 1); })) << Title();
-    EXPECT_TRUE(Playing());
-    EXPECT_EQ(FindWindowOf(0, L"#32770", "无法播放"), nullptr);  // "0": no question asked
 }
 
 INSTANTIATE_TEST_SUITE_P(Sound, SoundPlayback, ::testing::Values("1", "0"),

@@ -20,8 +20,6 @@ mkdir -p "$work/media/bad"
 echo "this is not audio" > "$work/media/bad/0-broken.mp3"
 cp "$work/media/tones/tone1.mp3" "$work/media/bad/1-good.mp3"
 cp "$work/media/tones/tone2.mp3" "$work/media/bad/2-good.mp3"
-mkdir -p "$work/media/two"
-cp "$work/media/tones/tone1.mp3" "$work/media/tones/tone2.mp3" "$work/media/two/"
 # A short video (a codec Windows and Wine both have) and a still picture.
 ffmpeg -loglevel error -y -f lavfi -i testsrc=size=320x240:rate=15 -f lavfi -i sine=frequency=600:sample_rate=22050 \
     -t 4 -c:v msvideo1 -c:a pcm_s16le -shortest "$work/media/clip.avi"

@@ -82,27 +82,5 @@ TEST(IniPlatform, FileLockedByAnotherProgramIsLeftIntact) {
     DeleteFileW(Widen(file).c_str());
 }
 
-TEST(IniPlatform, ReplacingLeavesNoTemporaryFileBehind) {
-    const std::string folder = TempFolder() + "lumora-ini-dir";
-    CreateDirectoryW(Widen(folder).c_str(), nullptr);
-    const std::string file = folder + "\\书签.ini";
-    WinFileSystem fs;
-    IniFiles ini(fs);
-    ASSERT_TRUE(ini.Write(file, "书签", "1", "a"));
-    ASSERT_TRUE(ini.Write(file, "书签", "2", "b"));
-    EXPECT_EQ(ini.Read(file, "书签", "1"), "a");
-    WIN32_FIND_DATAW found;
-    const HANDLE h = FindFirstFileW(Widen(folder + "\\*").c_str(), &found);
-    ASSERT_NE(h, INVALID_HANDLE_VALUE);
-    int files = 0;
-    do {
-        if (!(found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) ++files;
-    } while (FindNextFileW(h, &found));
-    FindClose(h);
-    EXPECT_EQ(files, 1);
-    DeleteFileW(Widen(file).c_str());
-    RemoveDirectoryW(Widen(folder).c_str());
-}
-
 }  // namespace
 }  // namespace lumora
