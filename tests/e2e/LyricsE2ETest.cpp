@@ -118,55 +118,40 @@ TEST_F(LyricsE2E, LineLimitSettingShowsItsLabelAndPreviewAndIsKept) {
     EXPECT_TRUE(WaitFor([] { return ReadOption("Gc1Long").value_or(RegistryValue{}).data == "10"; }));
 }
 
-class InfoEditorE2E : public LyricsE2E {
-protected:
-    HWND OpenEditor() {
-        PostMessageW(main_, WM_COMMAND, IDM_MEDIA_INFO, 0);
-        HWND editor = WaitForBox(kInfoEditorTitle);
-        EXPECT_NE(editor, nullptr);
-        return editor;
-    }
-    void SetField(HWND editor, int id, const std::string& text) {
-        SendMessageW(GetDlgItem(editor, id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Widen(text).c_str()));
-    }
-    void Press(HWND editor, int id) {
-        PostMessageW(editor, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(editor, id)));
-    }
-    void Expect(const std::string& title, const std::string& text) {
-        HWND box = WaitForBox(title);
-        ASSERT_NE(box, nullptr) << title;
-        EXPECT_EQ(BoxText(box), text);
-        AnswerBox(box, IDOK);
-    }
-};
-
-TEST_F(InfoEditorE2E, SavedInformationIsThereWhenTheEditorOpensAgain) {
+// Saved items are in the file's tail, the audio untouched, and the editor shows them when it opens again.
+TEST_F(LyricsE2E, SavedInformationIsThereWhenTheEditorOpensAgain) {
     const fs::path song = media_ / L"编辑.mp3";
     const std::string audio = test::MpegFrames(1150);
     WriteBytes(song, audio);
     Start(song);
-    HWND editor = OpenEditor();
+    const std::pair<int, std::string> items[] = {
+        {IDC_INFO_TITLE, "新的标题"}, {IDC_INFO_ARTIST, "歌手甲"}, {IDC_INFO_YEAR, "2005"},
+        {IDC_INFO_LYRICS, "[00:01]一\r\n[00:02]二"}};  // the lyrics box is filled last
+    const auto openEditor = [&] {
+        PostMessageW(main_, WM_COMMAND, IDM_MEDIA_INFO, 0);
+        return WaitForBox(kInfoEditorTitle);
+    };
+    HWND editor = openEditor();
     ASSERT_NE(editor, nullptr);
-    SetField(editor, IDC_INFO_TITLE, "新的标题");
-    SetField(editor, IDC_INFO_ARTIST, "歌手甲");
-    SetField(editor, IDC_INFO_YEAR, "2005");
-    SetField(editor, IDC_INFO_LYRICS, "[00:01]一\r\n[00:02]二");
-    Press(editor, IDC_INFO_SAVE);
-    Expect("完毕", "恭喜！媒体信息保存完毕！");
-    Press(editor, IDCANCEL);
+    for (const auto& [id, text] : items) {
+        SendMessageW(GetDlgItem(editor, id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Widen(text).c_str()));
+    }
+    Click(editor, IDC_INFO_SAVE);
+    HWND done = WaitForBox("完毕");
+    ASSERT_NE(done, nullptr);
+    EXPECT_EQ(BoxText(done), "恭喜！媒体信息保存完毕！");
+    AnswerBox(done, IDOK);
+    Click(editor, IDCANCEL);
     ASSERT_TRUE(WaitFor([&] { return !IsWindow(editor); }));
     const std::string bytes = ReadBytes(song);
-    EXPECT_EQ(bytes.substr(0, audio.size()), audio);  // the audio is untouched
+    EXPECT_EQ(bytes.substr(0, audio.size()), audio);
     EXPECT_EQ(bytes.substr(bytes.size() - 128, 3), "TAG");
 
-    editor = OpenEditor();
+    editor = openEditor();
     ASSERT_NE(editor, nullptr);
-    // The boxes are filled as the dialog opens: the lyrics box last.
-    EXPECT_EQ(WaitForControlText(editor, IDC_INFO_LYRICS, "[00:01]一\r\n[00:02]二"), "[00:01]一\r\n[00:02]二");
-    EXPECT_EQ(ControlText(editor, IDC_INFO_TITLE), "新的标题");
-    EXPECT_EQ(ControlText(editor, IDC_INFO_ARTIST), "歌手甲");
-    EXPECT_EQ(ControlText(editor, IDC_INFO_YEAR), "2005");
-    Press(editor, IDCANCEL);
+    EXPECT_EQ(WaitForControlText(editor, IDC_INFO_LYRICS, items[3].second), items[3].second);
+    for (const auto& [id, text] : items) EXPECT_EQ(ControlText(editor, id), text);
+    Click(editor, IDCANCEL);
 }
 
 }  // namespace
