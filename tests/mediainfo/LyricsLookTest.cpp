@@ -18,11 +18,11 @@ TEST(LyricsLook, SavedValuesLoadBackAndBadOnesKeepTheDefaults) {
 
     LyricsDisplaySettings s;
     s.lineByteLimit = 20;
-    s.look = {0x010203, 0x0000FF, 0xFF0000, 6, 72, true, false, "C:\\bg.jpg"};
+    s.look = {0, 0x0000FF, 0xFF0000, 6, 72, true, false, "C:\\bg.jpg"};
     ASSERT_TRUE(SaveLyricsDisplaySettings(registry, s));
     const LyricsDisplaySettings back = LoadLyricsDisplaySettings(registry);
     EXPECT_EQ(back.lineByteLimit, 20);
-    EXPECT_EQ(back.look.background, 0x010203u);
+    EXPECT_EQ(back.look.background, 0u);  // black is a colour too
     EXPECT_EQ(back.look.current, 0x0000FFu);
     EXPECT_EQ(back.look.next, 0xFF0000u);
     EXPECT_EQ(back.look.currentPoints, 6);
@@ -42,8 +42,17 @@ TEST(LyricsLook, SavedValuesLoadBackAndBadOnesKeepTheDefaults) {
     EXPECT_EQ(bad.currentPoints, defaults.look.currentPoints);
     EXPECT_EQ(bad.nextPoints, defaults.look.nextPoints);
 
-    raw.failWith = 5;  // a refused write: the dialog's values are not taken
+    raw.failWith = 5;  // a refused key: the dialog's values are not taken
     EXPECT_FALSE(SaveLyricsDisplaySettings(registry, s));
+}
+
+TEST(LyricsLook, ARefusedValueFailsTheSave) {
+    struct RefusingWrites : test::FakeRegistry {
+        long WriteBinary(RegistryRoot, const std::string&, const std::string&, std::string_view) override { return 5; }
+    } raw;
+    test::FakePrompts prompts;
+    RegistryWrapper registry(raw, prompts);
+    EXPECT_FALSE(SaveLyricsDisplaySettings(registry, {}));
 }
 
 }  // namespace

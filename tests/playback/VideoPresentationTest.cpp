@@ -46,6 +46,12 @@ TEST(VideoPresentation, WhatAnOpenedFileShows) {
         EXPECT_EQ(p.hideWindow, c.hide);
         EXPECT_EQ(p.showInfoLines, c.infoLines);
     }
+    // Too wide for the screen is too big, even when the height fits.
+    SettingsStore fullScreenWhenTooBig;
+    fullScreenWhenTooBig.SetText("L47", "0");
+    EXPECT_EQ(PlaceVideo(1100, 100, 1024, 768, fullScreenWhenTooBig).kind, VideoPlacement::Kind::FullScreen);
+    // A picture without height is sound.
+    EXPECT_EQ(PresentVideo({MediaKind::Mci, false, 320, 0, false, 1024, 768}, SettingsStore()).content, C::Sound);
 }
 
 }  // namespace

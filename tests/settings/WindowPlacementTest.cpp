@@ -31,7 +31,7 @@ TEST(WindowPlacement, KeptPlacesComeBackOnlyOnAScreen) {
     // The main window keeps its own size.
     values = {{"LEFT", 0}, {"TOP", 0}};
     EXPECT_EQ(KeptPlace(kMainWindowPlace, read, dpi, kMonitors, {5, 5, 465, 305}), (WindowRect{0, 0, 460, 300}));
-    values["LEFT"] = -1440 * 10;
+    values["LEFT"] = -460 * 15;  // ends exactly where the first monitor begins
     EXPECT_FALSE(KeptPlace(kMainWindowPlace, read, dpi, kMonitors, {5, 5, 465, 305}));
 }
 
@@ -43,6 +43,7 @@ TEST(WindowPlacement, ValuesAreTwipsAtTheScreensDpi) {
     EXPECT_EQ(PlaceValues(kMainWindowPlace, {144, 0, 500, 300}, {144, 96}).size(), 2u);
     EXPECT_EQ(PlaceValues(kMainWindowPlace, {144, 0, 500, 300}, {144, 96})[0].second, "1440");
     EXPECT_EQ(TwipsToPixels(PixelsToTwips(300, 120), 120), 300);
+    EXPECT_EQ(PixelsToTwips(96, 0), 1440);  // a screen that tells no DPI counts as 96
 }
 
 }  // namespace
