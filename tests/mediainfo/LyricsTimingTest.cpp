@@ -47,14 +47,6 @@ TEST(ChooseDisplayLines, TheLineReachedAndTheNext) {
 TEST(LineByteLimit, WrapsNeverSplittingACharacter) {
     EXPECT_EQ(WrapToLineBytes("ab一cd", 3), "ab\r\n一c\r\nd");
     EXPECT_EQ(WrapToLineBytes("一二", 1), "一\r\n二");  // wider than the limit: alone on its line
-    std::string joined;
-    const std::string preview = LineByteLimitPreview(10);
-    for (auto line : SplitLyricsLines(preview)) {
-        EXPECT_LE(InfoByteLength(line), 10u) << line;
-        joined += line;
-    }
-    EXPECT_EQ(joined, LineByteLimitPreview(0));  // nothing lost
-    EXPECT_EQ(LineByteLimitLabel(0), "当前设置：不进行调整");
     EXPECT_EQ(LineByteLimitLabel(20), "当前设置每行：20 个字节(一个汉字占两个字节)");
     const std::pair<std::string_view, int> stored[] = {{"20", 20}, {"21", 0}, {"-2", 0}, {"2 ", 0}, {"9998", 9998}, {"10000", 0}};
     for (const auto& [text, limit] : stored) EXPECT_EQ(ParseLineByteLimit(text), limit) << text;
@@ -72,14 +64,6 @@ TEST(ShiftTimeTrack, ShiftsClampsAndAddsStamps) {
     };
     for (const auto& [text, shifted] : cases) EXPECT_EQ(ShiftTimeTrack(text, 5), shifted) << text;
     EXPECT_EQ(ShiftTimeTrack("[00:03]a", -5), "[00:00]a");
-}
-
-TEST(LyricLists, JoinSplitTextAndCorrection) {
-    const std::string times = JoinLyricsList({"00:01", "01:05"});
-    EXPECT_EQ(SplitLyricsList(times), (Lines{"00:01", "01:05"}));
-    EXPECT_EQ(LyricListsToText({times, "only one"}), "");
-    EXPECT_EQ(FormatStamp(6005) + FormatStamp(-3), "100:0500:00");
-    EXPECT_EQ(CorrectLyricsSeconds(90), 108);
 }
 
 }  // namespace
