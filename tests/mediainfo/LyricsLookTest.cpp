@@ -17,9 +17,7 @@ TEST(LyricsLook, SavedValuesLoadBackAndBadOnesKeepTheDefaults) {
     const LyricsDisplaySettings defaults = LoadLyricsDisplaySettings(registry);
     EXPECT_EQ(std::tuple(defaults.lineByteLimit, defaults.look.stretchPicture), std::tuple(0, true));
 
-    LyricsDisplaySettings s;
-    s.lineByteLimit = 20;
-    s.look = {0x010203, 0x0000FF, 0xFF0000, 6, 72, true, false, "C:\\bg.jpg"};
+    const LyricsDisplaySettings s{20, {0x010203, 0x0000FF, 0xFF0000, 6, 72, true, false, "C:\\bg.jpg"}};
     ASSERT_TRUE(SaveLyricsDisplaySettings(registry, s));
     const auto fields = [](const LyricsDisplaySettings& d) {
         const LyricsLook& l = d.look;

@@ -119,9 +119,7 @@ TEST(MpegStreamFactsOnCorpus, MatchTheManifest) {
             << (!facts->vbr ? "-" : facts->vbr->frames ? std::to_string(*facts->vbr->frames) : "?");
         EXPECT_EQ(got.str(), row);
     }
-    for (const char* none : {"mpeg/not_mpeg_5_ascii_bytes.mp3", "mpeg/id3v2_only_no_audio.mp3"}) {
-        EXPECT_FALSE(ScanMpegAudio(test::ReadBytes(test::kCorpusDir + "/" + none).value_or(""))) << none;
-    }
+    EXPECT_FALSE(ScanMpegAudio(test::ReadBytes(test::kCorpusDir + "/mpeg/id3v2_only_no_audio.mp3").value()));
 }
 
 // Files made by lame and ffmpeg at build time, against what ffprobe reports for the same files. ffprobe's

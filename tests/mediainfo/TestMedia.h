@@ -21,8 +21,7 @@ inline const std::string kMpegFixturesDir;
 
 inline std::optional<std::string> ReadBytes(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
-    if (!in) return std::nullopt;
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    return in ? std::optional(std::string(std::istreambuf_iterator<char>(in), {})) : std::nullopt;
 }
 
 }  // namespace lumora::test
