@@ -19,7 +19,6 @@ set(LUMORA_MEDIAINFO_SOURCES
 )
 set(LUMORA_MEDIAINFO_TESTS
     tests/mediainfo/Id3v1Test.cpp
-    tests/mediainfo/InfoBlockMpegTest.cpp
     tests/mediainfo/InfoBlockTest.cpp
     tests/mediainfo/InfoEditorTest.cpp
     tests/mediainfo/LyricsLookTest.cpp
@@ -28,7 +27,6 @@ set(LUMORA_MEDIAINFO_TESTS
     tests/mediainfo/LyricsTimingTest.cpp
     tests/mediainfo/MpegAudioParserTest.cpp
     tests/mediainfo/StreamPanelTest.cpp
-    tests/support/HostFileSystem.cpp
 )
 
 # Test media for the frame parser: small files made in the build tree by lame and ffmpeg, with ffprobe's

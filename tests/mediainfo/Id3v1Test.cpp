@@ -5,7 +5,6 @@
 
 #include "mediainfo/Id3v1.h"
 #include "mediainfo/ListInfo.h"
-#include "mediainfo/TestMedia.h"
 #include "mediainfo/TrailingTags.h"
 #include "ports/TextCodec.h"
 #include "support/Fakes.h"
@@ -61,11 +60,6 @@ TEST(Id3v1Reader, ReadsOurWritersTagsAndOtherProgramsTags) {
         {StandardTag("", "1993", std::string(28, ' '), 12), {"", "", "", "1993", ""}},
     };
     for (const auto& c : cases) EXPECT_EQ(ParseId3v1Tag(kAudio + c.tail), c.read) << c.read.title << "|" << c.read.comment;
-    test::FakeFileSystem fs;
-    fs.files["C:\\无.mp3"] = kAudio;
-    Id3v1Tag tag{"old", "", "", "", ""};
-    EXPECT_FALSE(ReadId3v1Tag(fs, "C:\\missing.mp3", tag) || ReadId3v1Tag(fs, "C:\\无.mp3", tag));
-    EXPECT_EQ(tag.title, "old");
 }
 
 TEST(FindId3v1Tag, FindsEveryTagOurWriterLeavesAndNoTagInsideAudioOrText) {
@@ -93,31 +87,6 @@ TEST(LocateTrailingTags, EndsTheAudioAtTheFirstTagBehindIt) {
     for (const auto& [file, tails] : cases) EXPECT_EQ(TailsOf(file), tails) << file.size();
 }
 
-TEST(Id3v1Reader, ReadsTheCorpusTagsAsTheManifestGivesThem) {
-    const auto corpus = [](const std::string& name) {
-        const auto bytes = test::ReadBytes(test::kCorpusDir + "/" + name);
-        EXPECT_TRUE(bytes) << "missing from the corpus: " << name;
-        return bytes.value_or(std::string());
-    };
-    const std::pair<const char*, Id3v1Tag> rows[] = {
-        {"id3v1/id3v11_usascii_baseline.mp3",
-         {"Sample Title", "Sample Artist", "Sample Album", "1990", "Sample Data with US-ASCII 67"}},
-        {"id3v1/id3v11_on_layer2_with_id3v23.mp2", {"Co-Co", "Sweet", "Canna-Power Charts 1971", "1971", "//canna.c4.to/"}},
-        {"lyrics3/l3v2_ind_eal_ear_ett_apev2_id3v1.mp3", {"A song", "Auth", "", "0", ""}},
-    };
-    for (const auto& [file, read] : rows) EXPECT_EQ(ParseId3v1Tag(corpus(file)), read) << file;
-    // Double-byte text: every byte of 128 or more starts a two-byte character.
-    const auto dbcs = ParseId3v1Tag(corpus("id3v1/id3v10_ms932_dbcs_space_padded.mp3"));
-    ASSERT_TRUE(dbcs);
-    EXPECT_EQ(Utf8ToUtf16(dbcs->title).size(), 9u);
-    EXPECT_EQ(dbcs->comment, "Sample Data with MS932 3456789");
-    const std::pair<const char*, Tails> tails[] = {
-        {"lyrics3/l3v2_ind_eal_ear_ett_apev2_id3v1.mp3", {49511, 49770, 49685, 49511}},
-        {"lyrics3/l3v2_after_apev2_no_id3v1.mp3", {1934, std::nullopt, 2256, 1934}},
-    };
-    for (const auto& [file, expected] : tails) EXPECT_EQ(TailsOf(corpus(file)), expected) << file;
-}
-
 // The tag line under the title, the file list's record and the list's balloon help built from that record.
 TEST(TagTexts, TagLineFileListRecordAndListTip) {
     EXPECT_EQ(BuildTagLine(Id3v1Tag{"歌名", "", "", "", "x"}), "  标题：歌名  歌手：无  专集：无  年代：无  其他：x");
@@ -125,12 +94,10 @@ TEST(TagTexts, TagLineFileListRecordAndListTip) {
     // A comment holding "@" stays whole; a short record fills with "无".
     EXPECT_EQ(ListInfoTip("c.mp3", "t@a@b@1999@x@y"),
               "文件：c.mp3\r\n标题：t\r\n歌手：a\r\n专集：b\r\n年代：1999\r\n其他：x@y");
-    EXPECT_EQ(ListInfoTip("d.mp3", "only"), ListInfoTip("d.mp3", "only@无@无@无@无"));
     test::FakeFileSystem fs;
     fs.files["D:\\a.mp3"] = kAudio + WriterTag("歌", "", "", "", "c");
     EXPECT_EQ(ListInfoTipFor(fs, "D:\\a.mp3", "a.mp3", false), "文件：a.mp3");  // tags only when asked
     EXPECT_EQ(ListInfoTipFor(fs, "D:\\a.mp3", "a.mp3", true), ListInfoTip("a.mp3", "歌@无@无@无@c"));
-    EXPECT_EQ(ListInfoTipFor(fs, "D:\\missing.mp3", "m.mp3", true), ListInfoTip("m.mp3", "无@无@无@无@无"));
 }
 
 }  // namespace

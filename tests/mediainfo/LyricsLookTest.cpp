@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "mediainfo/LyricsLook.h"
 #include "settings/RegistryWrapper.h"
 #include "settings/SettingsStore.h"
@@ -13,35 +15,24 @@ TEST(LyricsLook, SavedValuesLoadBackAndBadOnesKeepTheDefaults) {
     test::FakePrompts prompts;
     RegistryWrapper registry(raw, prompts);
     const LyricsDisplaySettings defaults = LoadLyricsDisplaySettings(registry);
-    EXPECT_EQ(defaults.lineByteLimit, 0);
-    EXPECT_TRUE(defaults.look.stretchPicture);
+    EXPECT_EQ(std::tuple(defaults.lineByteLimit, defaults.look.stretchPicture), std::tuple(0, true));
 
-    LyricsDisplaySettings s;
-    s.lineByteLimit = 20;
-    s.look = {0, 0x0000FF, 0xFF0000, 6, 72, true, false, "C:\\bg.jpg"};
+    const LyricsDisplaySettings s{20, {0, 0x0000FF, 0xFF0000, 6, 72, true, false, "C:\\bg.jpg"}};
     ASSERT_TRUE(SaveLyricsDisplaySettings(registry, s));
-    const LyricsDisplaySettings back = LoadLyricsDisplaySettings(registry);
-    EXPECT_EQ(back.lineByteLimit, 20);
-    EXPECT_EQ(back.look.background, 0u);  // black is a colour too
-    EXPECT_EQ(back.look.current, 0x0000FFu);
-    EXPECT_EQ(back.look.next, 0xFF0000u);
-    EXPECT_EQ(back.look.currentPoints, 6);
-    EXPECT_EQ(back.look.nextPoints, 72);
-    EXPECT_TRUE(back.look.usePicture);
-    EXPECT_FALSE(back.look.stretchPicture);
-    EXPECT_EQ(back.look.picturePath, "C:\\bg.jpg");
-
+    const auto fields = [](const LyricsDisplaySettings& d) {
+        const LyricsLook& l = d.look;
+        return std::tuple(d.lineByteLimit, l.background, l.current, l.next, l.currentPoints, l.nextPoints, l.usePicture,
+                          l.stretchPicture, l.picturePath);
+    };
+    EXPECT_EQ(fields(LoadLyricsDisplaySettings(registry)), fields(s));
     for (const auto& [name, text] : {std::pair{"F8_BC", "16777216"}, {"F8_1_YY", "-1"}, {"F8_GcLab1", "5"},
                                      {"F8_GcLab2", "73"}, {"F8_2_YY", "abc"}}) {
         registry.WriteValue(kSetupKeyPath, name, text);
     }
-    const LyricsLook bad = LoadLyricsDisplaySettings(registry).look;
-    EXPECT_EQ(bad.background, defaults.look.background);
-    EXPECT_EQ(bad.current, defaults.look.current);
-    EXPECT_EQ(bad.next, defaults.look.next);
-    EXPECT_EQ(bad.currentPoints, defaults.look.currentPoints);
-    EXPECT_EQ(bad.nextPoints, defaults.look.nextPoints);
-
+    const LyricsLook& d = defaults.look;
+    LyricsDisplaySettings kept = s;  // the colours and sizes fall back; the rest stays as saved
+    kept.look = {d.background, d.current, d.next, d.currentPoints, d.nextPoints, true, false, "C:\\bg.jpg"};
+    EXPECT_EQ(fields(LoadLyricsDisplaySettings(registry)), fields(kept));
     raw.failWith = 5;  // a refused key: the dialog's values are not taken
     EXPECT_FALSE(SaveLyricsDisplaySettings(registry, s));
 }

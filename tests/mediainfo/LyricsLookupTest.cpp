@@ -52,24 +52,9 @@ TEST_F(LyricsLookupTest, TriesEachSourceInOrder) {
     EXPECT_EQ(AssignLyricsFile(fs, kMedia, "E:\\x.lrc"), AssignResult::Failed);
 }
 
-TEST_F(LyricsLookupTest, OnlyTheFileNameDecidesTheSiblingsAndAFoundSourceEndsTheLookup) {
-    fs.files["D:\\my.music\\song"] = "a";
-    fs.files["D:\\my.qgc"] = Qgc("歌词1=[00:01]wrong");
-    EXPECT_EQ(LookupLyrics(fs, "D:\\my.music\\song"), FoundLyrics{});
-    fs.files["D:\\音乐\\歌.qgc"] = Qgc("");
-    fs.files["D:\\音乐\\歌.lrc"] = "[00:02]lrc";
-    fs.files[kMedia] += "LYRICSBEGININD0000200" + std::string(128, '\0');  // a short block is no lyrics
-    EXPECT_EQ(LookupLyrics(fs, kMedia), (FoundLyrics{LyricsOrigin::Beside, "D:\\音乐\\歌.qgc", ""}));
-}
-
 TEST(LyricsRecordKey, TheFileNameAsAnIniKeyCanHoldIt) {
     test::FakeFileSystem fs;
-    for (const auto& [media, key] : {std::pair{"D:\\a=b.mp3", "a＝b.mp3"}, {"D:\\[live] a.mp3", "［live] a.mp3"}}) {
-        EXPECT_EQ(LyricsRecordKey(media), key);
-        EXPECT_EQ(AssignLyricsFile(fs, media, "D:\\a.lrc"), AssignResult::Assigned);
-        fs.files["D:\\a.lrc"] = "[00:01]a";
-        EXPECT_EQ(LookupLyrics(fs, media).text, "[00:01]a");
-    }
+    EXPECT_EQ(LyricsRecordKey("D:\\a=b.mp3") + LyricsRecordKey("D:\\[live] a.mp3"), "a＝b.mp3［live] a.mp3");
     EXPECT_EQ(AssignLyricsFile(fs, "D:\\😀.mp3", "D:\\a.lrc"), AssignResult::NotStorable);
 }
 

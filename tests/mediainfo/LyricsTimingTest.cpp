@@ -35,9 +35,7 @@ TEST(ChooseDisplayLines, TheLineReachedAndTheNext) {
         {12, {"ten", "one\r\ntwo"}}, {20, {"one\r\ntwo", "end"}}, {29, {"one\r\ntwo", "end"}}, {40, {"end", "end"}},
     };
     for (const auto& [p, shown] : cases) EXPECT_EQ(ChooseDisplayLines(lyrics, p), shown) << p;
-    TimedLyrics uneven = lyrics;
-    uneven.texts.pop_back();
-    EXPECT_FALSE(ChooseDisplayLines(TimedLyrics{}, 5) || ChooseDisplayLines(lyrics, -1) || ChooseDisplayLines(uneven, 5));
+    EXPECT_FALSE(ChooseDisplayLines(TimedLyrics{}, 5) || ChooseDisplayLines(lyrics, -1));
     EXPECT_EQ(ChooseDisplayLines(BuildTimedLyrics("[00:05]zero\r\n[00:05]five\r\n[00:09]nine"), 1),
               (DisplayLines{"five", "five"}));
     EXPECT_EQ(ChooseDisplayLines(BuildTimedLyrics("[00:00]\r\n[00:01]一二三四五\r\n[00:02]ab一cd"), 1, 4),
@@ -47,14 +45,6 @@ TEST(ChooseDisplayLines, TheLineReachedAndTheNext) {
 TEST(LineByteLimit, WrapsNeverSplittingACharacter) {
     EXPECT_EQ(WrapToLineBytes("ab一cd", 3), "ab\r\n一c\r\nd");
     EXPECT_EQ(WrapToLineBytes("一二", 1), "一\r\n二");  // wider than the limit: alone on its line
-    std::string joined;
-    const std::string preview = LineByteLimitPreview(10);
-    for (auto line : SplitLyricsLines(preview)) {
-        EXPECT_LE(InfoByteLength(line), 10u) << line;
-        joined += line;
-    }
-    EXPECT_EQ(joined, LineByteLimitPreview(0));  // nothing lost
-    EXPECT_EQ(LineByteLimitLabel(0), "当前设置：不进行调整");
     EXPECT_EQ(LineByteLimitLabel(20), "当前设置每行：20 个字节(一个汉字占两个字节)");
     const std::pair<std::string_view, int> stored[] = {{"20", 20}, {"21", 0}, {"-2", 0}, {"2 ", 0}, {"9998", 9998}, {"10000", 0}};
     for (const auto& [text, limit] : stored) EXPECT_EQ(ParseLineByteLimit(text), limit) << text;
@@ -72,14 +62,6 @@ TEST(ShiftTimeTrack, ShiftsClampsAndAddsStamps) {
     };
     for (const auto& [text, shifted] : cases) EXPECT_EQ(ShiftTimeTrack(text, 5), shifted) << text;
     EXPECT_EQ(ShiftTimeTrack("[00:03]a", -5), "[00:00]a");
-}
-
-TEST(LyricLists, JoinSplitTextAndCorrection) {
-    const std::string times = JoinLyricsList({"00:01", "01:05"});
-    EXPECT_EQ(SplitLyricsList(times), (Lines{"00:01", "01:05"}));
-    EXPECT_EQ(LyricListsToText({times, "only one"}), "");
-    EXPECT_EQ(FormatStamp(6005) + FormatStamp(-3), "100:0500:00");
-    EXPECT_EQ(CorrectLyricsSeconds(90), 108);
 }
 
 }  // namespace

@@ -21,8 +21,7 @@ inline const std::string kMpegFixturesDir;
 
 inline std::optional<std::string> ReadBytes(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
-    if (!in) return std::nullopt;
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    return in ? std::optional(std::string(std::istreambuf_iterator<char>(in), {})) : std::nullopt;
 }
 
 }  // namespace lumora::test
@@ -32,18 +31,10 @@ namespace lumora::test {
 // The fields of an MPEG audio frame header as coded. Defaults: MPEG-1 layer III, 128 kbit/s, 44.1 kHz,
 // stereo, no CRC.
 struct HeaderBits {
-    unsigned version = 3;     // 3 MPEG-1, 2 MPEG-2, 0 MPEG-2.5
-    unsigned layer = 1;       // 3 layer I, 2 layer II, 1 layer III
-    unsigned protection = 1;  // 0: a CRC follows the header
-    unsigned bitRate = 9;     // table index; 0 free format
-    unsigned frequency = 0;   // table index
-    unsigned padding = 0;
-    unsigned privateBit = 0;
-    unsigned mode = 0;
-    unsigned modeExtension = 0;
-    unsigned copyright = 0;
-    unsigned original = 0;
-    unsigned emphasis = 0;
+    unsigned version = 3, layer = 1;  // version 3 MPEG-1, 2 MPEG-2, 0 MPEG-2.5; layer 3 I, 2 II, 1 III
+    unsigned protection = 1;          // 0: a CRC follows the header
+    unsigned bitRate = 9, frequency = 0, padding = 0, privateBit = 0, mode = 0, modeExtension = 0;  // bitRate 0: free
+    unsigned copyright = 0, original = 0, emphasis = 0;
 };
 
 inline std::string HeaderBytes(const HeaderBits& b) {
