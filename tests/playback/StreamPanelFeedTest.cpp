@@ -21,10 +21,9 @@ TEST(StreamPanelFeed, OpenFillsFromTheFileAndProgressCountsFrames) {
     StreamPanelFeed feed(fs);
     feed.Opened("D:\\a.mp3", 2612);
     const StreamPanelTexts& t = feed.Texts();
-    EXPECT_NE(t.bitRate, StreamPanelTexts().bitRate);
-    EXPECT_NE(t.bitRate.find("128"), std::string::npos);
-    EXPECT_NE(t.totalFrames.find("100"), std::string::npos);
-    EXPECT_NE(t.title.find("Song"), std::string::npos);
+    for (const auto& [text, part] : {std::pair{t.bitRate, "128"}, {t.totalFrames, "100"}, {t.title, "Song"}}) {
+        EXPECT_NE(text.find(part), std::string::npos) << text;
+    }
     EXPECT_EQ(t.totalTime, "总时：00:00:02");
     feed.Progress(1000);  // about 38 frames of 26.1 ms
     EXPECT_NE(feed.Texts().framesRead.find("38"), std::string::npos) << feed.Texts().framesRead;
