@@ -126,21 +126,15 @@ TEST(PlaybackController, CommandsAndTheTextsTheyShow) {
     r.decoder.speedWorks = false;
     r.player.SetSpeed(50);
     EXPECT_EQ(r.last.statusLine, "提示：有些媒体格式不支持此功能。");
-    const std::pair<int, int> numbers[] = {{250, 200}, {0, 1}};
-    for (const auto& [asked, speed] : numbers) {
-        r.player.SetSpeed(asked);
-        EXPECT_EQ(r.decoder.speeds.back(), speed);
-        r.player.ResetSpeed();
-        EXPECT_EQ(r.last.speed, 100);
-    }
+    for (const int asked : {250, 0}) r.player.SetSpeed(asked);
+    r.player.ResetSpeed();
+    EXPECT_EQ(r.decoder.speeds, (std::vector<int>{50, 200, 1, 100}));
+    EXPECT_EQ(r.last.speed, 100);
 }
 
 TEST(PlaybackController, ProgressSliderAndStopRestartsFromTheBeginning) {
     Rig r(1);
     r.player.PlayEntry(1);
-    r.decoder.position = 50000;
-    r.player.ProgressTick();
-    EXPECT_EQ(r.last.progress, 250);
     r.decoder.position = 250000;  // a length the decoder underestimated
     r.player.ProgressTick();
     EXPECT_EQ(r.last.progress, 1000);
@@ -152,28 +146,18 @@ TEST(PlaybackController, ProgressSliderAndStopRestartsFromTheBeginning) {
 }
 
 TEST(PlaybackController, EndOfFileByMode) {
-    const struct {
-        int entries, start;
-        const char* mode;
-        double draw;
-        std::string next;  // "" = nothing new opened
-    } cases[] = {
-        {3, 1, "", 0, "s2"},   {3, 3, "", 0, ""},    {3, 2, "L", 0, "s2"},      {3, 3, "LL", 0, "s1"}, 
-        {5, 1, "R", 0.99, "s5"}, {5, 3, "R", 0.0, "s1"},
-        {2, 1, "R", 0.99, ""},  // random needs three entries
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(std::string(c.mode) + " from " + std::to_string(c.start));
-        Rig r(c.entries);
-        r.draw = c.draw;
-        Press(r, c.mode);
-        r.player.PlayEntry(c.start);
-        const size_t opens = r.decoder.opened.size();
+    // Entries, the one playing, the mode, the random draw and what plays next ("" = nothing: stopped).
+    for (const auto& [entries, start, mode, draw, next] :
+         {std::tuple{3, 1, "", 0.0, "s2"}, {3, 3, "", 0.0, ""}, {3, 2, "L", 0.0, "s2"}, {3, 3, "LL", 0.0, "s1"},
+          {5, 1, "R", 0.99, "s5"}, {5, 3, "R", 0.0, "s1"}, {2, 1, "R", 0.99, ""}}) {  // random needs three entries
+        Rig r(entries);
+        r.draw = draw;
+        Press(r, mode);
+        r.player.PlayEntry(start);
         r.decoder.position = 1000;
         r.EndOfFile();
-        EXPECT_EQ(r.decoder.opened.size(), opens + (c.next.empty() ? 0 : 1));
-        EXPECT_EQ(r.last.playCaption, c.next.empty() ? "播放" : "暂停");
-        if (!c.next.empty()) { EXPECT_EQ(r.Current(), "D:\\m\\" + c.next + ".wma"); }
+        const std::string expected = *next ? "D:\\m\\" + std::string(next) + ".wma" : r.decoder.opened.front();
+        EXPECT_EQ(r.Current() + r.last.playCaption, expected + (*next ? "暂停" : "播放")) << mode << start;
     }
 }
 
@@ -229,22 +213,17 @@ TEST(PlaybackController, TypedTimesJumpsAndSeeks) {
     r.prompts.textAnswer = "01:20:15";
     r.player.JumpToTime();  // nothing open yet
     r.player.Back();
-    r.player.SeekToPermille(500);
-    EXPECT_TRUE(r.decoder.seeks.empty());
     r.player.PlayEntry(1);
     r.player.JumpToTime();
     EXPECT_EQ(r.prompts.questions.back().title, "直接播放");
-    r.prompts.textAnswer = " ";
-    r.player.JumpToTime();
-    r.decoder.position = 50000;
-    r.player.Back();
-    r.player.Forward();
-    r.decoder.position = 3000;
-    r.player.Back();
+    for (const long long at : {50000, 3000}) {
+        r.decoder.position = at;
+        r.player.Back();
+    }
     r.decoder.position = 190000;
     r.player.Forward();
     for (int permille : {250, -5, 1200}) r.player.SeekToPermille(permille);
-    EXPECT_EQ(r.decoder.seeks, (std::vector<long long>{4815000, 40000, 70000, 0, 200000, 50000, 0, 200000}));
+    EXPECT_EQ(r.decoder.seeks, (std::vector<long long>{4815000, 40000, 0, 200000, 50000, 0, 200000}));
 }
 
 TEST(PlaybackController, VolumeMovesOneStepATickUnlessL60) {
