@@ -4,44 +4,25 @@
 #include "FuzzChecks.h"
 #include "playlist/ListFile.h"
 #include "playlist/ListFileController.h"
-#include "settings/SettingsStore.h"
-#include "support/Fakes.h"
-#include "support/NullViews.h"
 
-using namespace lumora;
-using fuzz::Check;
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
-    const std::string_view bytes = fuzz::Bytes(data, size);
+LUMORA_FUZZ(bytes) {
     const ListFileRead read = ParseListFile(bytes);
-    test::FakeFileSystem fs;
+    const ListFileData& list = read.list;
+    Ports p;
     if (read.status == ListReadStatus::Ok) {
-        const ListFileData& list = read.list;
         Check(HasEditionMarker(list.header) && !list.folder.empty() && list.names.size() <= kMaxListNames);
-        for (const std::string& name : list.names) {
-            Check(IsSafeListName(name) && name.find_first_of("\\/") == std::string::npos);
-        }
+        for (const std::string& name : list.names) Check(IsSafeListName(name) && name.find_first_of("\\/") == name.npos);
         const std::string again = EncodeListFile(ListKind::Main, list.flag == "1", list.folder, list.names);
         const ListFileRead back = ParseListFile(again);
         Check(again.empty() ? !FirstUnstorableText(list.folder, list.names).empty()
-                            : back.status == ListReadStatus::Ok && back.list.folder == list.folder &&
-                                  back.list.names == list.names &&
-                                  back.list.countText == std::to_string(list.names.size()));
-        const std::string contents(bytes.substr(0, 2 * kMpegProbeBytes));
-        for (size_t i = 0; i < list.names.size() && i < 64; ++i) fs.files[JoinPath(list.folder, list.names[i])] = contents;
+                            : back.status == ListReadStatus::Ok && back.list.folder == list.folder && back.list.names == list.names);
+        const std::string head(bytes.substr(0, 2 * kMpegProbeBytes));
+        for (size_t i = 0; i < list.names.size() && i < 64; ++i) p.fs.files[JoinPath(list.folder, list.names[i])] = head;
     }
-    test::FakePrompts prompts;
-    SettingsStore settings;
-    test::NullQueueView view;
-    test::NullFilterProgress progress;
-    fs.files["C:\\l.qlb"] = std::string(bytes);
-    fs.drives['D'] = DriveKind::Removable;  // every list on D: is filtered
-    QueueController queue(prompts, fs, view, view);
-    ListFileController lists(prompts, fs, settings, queue, progress);
-    const AddOutcome outcome = lists.LoadListFile("C:\\l.qlb");
-    const PlayQueue& q = queue.Queue();
-    fuzz::CheckQueue(q);
-    Check((outcome == AddOutcome::Playing) == (q.Count() > 0));
-    for (int i = 1; i <= q.Count(); ++i) Check(q.EntryAt(i)->path == JoinPath(q.Folder(), q.EntryAt(i)->name));
-    return 0;
+    p.fs.files["C:\\l.qlb"] = std::string(bytes);
+    p.fs.drives['D'] = DriveKind::Removable;  // every list on D: is filtered
+    QueueController queue(p.prompts, p.fs, p.view);
+    ListFileController lists(p.prompts, p.fs, p.settings, queue, p.view, p.progress);
+    Check((lists.LoadListFile("C:\\l.qlb") == AddOutcome::Playing) == (queue.Queue().Count() > 0));
+    CheckQueue(queue.Queue());
 }

@@ -3,16 +3,11 @@
 #include "FuzzChecks.h"
 #include "mediainfo/LyricsLookup.h"
 
-using namespace lumora;
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
-    const std::string_view bytes = fuzz::Bytes(data, size);
-    for (const bool correct : {false, true}) fuzz::CheckLyricLists(ParseLrc(bytes, correct), true);
-    const std::string text = DecodeLyricsFileText(bytes.substr(0, 4096));
+LUMORA_FUZZ(input) {
+    for (const bool correct : {false, true}) CheckLyricLists(ParseLrc(input, correct), true);
+    const std::string text = DecodeLyricsFileText(input.substr(0, 4096));
     (void)ShiftTimeTrack(text, -5);
     (void)OneStampPerLine(text);
     const TimedLyrics timed = BuildTimedLyrics(text);
-    fuzz::Check(timed.times.size() == timed.texts.size());
-    (void)ChooseDisplayLines(timed, 10, 2);
-    return 0;
+    Check(timed.times.size() == timed.texts.size() && (ChooseDisplayLines(timed, 10, 2), true));
 }

@@ -2,7 +2,6 @@
 #include "FuzzChecks.h"
 #include "mediainfo/SmiReader.h"
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
-    for (const bool correct : {false, true}) lumora::fuzz::CheckLyricLists(lumora::ParseSmi(lumora::fuzz::Bytes(data, size), correct), false);
-    return 0;
+LUMORA_FUZZ(input) {
+    for (const bool correct : {false, true}) CheckLyricLists(ParseSmi(input, correct), false);
 }

@@ -9,9 +9,7 @@ namespace {
 TEST(VideoSizing, PlacementByTheThreeOptions) {
     using K = VideoPlacement::Kind;
     struct Case {
-        const char* l45;
-        const char* l46;
-        const char* l47;
+        const char *l45, *l46, *l47;
         long w, h;
         K kind;
         long width, height;
@@ -34,10 +32,7 @@ TEST(VideoSizing, PlacementByTheThreeOptions) {
         s.SetText("L47", c.l47);
         const VideoPlacement p = PlaceVideo(c.w, c.h, 1024, 768, s);
         EXPECT_EQ(p.kind, c.kind);
-        if (c.kind == K::Size) {
-            EXPECT_EQ(p.width, c.width);
-            EXPECT_EQ(p.height, c.height);
-        }
+        if (c.kind == K::Size) { EXPECT_EQ(std::pair(p.width, p.height), std::pair(c.width, c.height)); }
     }
     EXPECT_EQ(VideoScale(99), 1.0);
 }

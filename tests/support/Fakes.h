@@ -1,5 +1,7 @@
 #pragma once
 // In-memory stand-ins for the ports, for unit tests of the portable code.
+#include <algorithm>
+#include <cctype>
 #include <deque>
 #include <functional>
 #include <map>
@@ -16,8 +18,7 @@
 namespace lumora::test {
 
 struct Message {
-    std::string text;
-    std::string title;
+    std::string text, title;
     bool operator==(const Message&) const = default;
 };
 
@@ -35,46 +36,33 @@ public:
         return openManyAnswer;
     }
     std::optional<std::string> AskFolder(std::string_view prompt) override {
-        questions.push_back({std::string(prompt), ""});
-        if (!folderScript.empty()) {
-            auto answer = folderScript.front();
-            folderScript.pop_front();
-            return answer;
-        }
-        return folderAnswer;
+        return Answer(folderScript, folderAnswer, prompt, "");
     }
     std::optional<std::string> AskText(std::string_view prompt, std::string_view title, std::string_view) override {
-        questions.push_back({std::string(prompt), std::string(title)});
-        if (!textScript.empty()) {
-            auto answer = textScript.front();
-            textScript.pop_front();
-            return answer;
-        }
-        return textAnswer;
+        return Answer(textScript, textAnswer, prompt, title);
     }
     bool AskYesNo(std::string_view text, std::string_view title) override {
+        return Answer(yesNoScript, yesNoAnswer, text, title);
+    }
+    // Notes the question and takes the next scripted answer, or the fixed one when the script has run out.
+    template <typename T>
+    T Answer(std::deque<T>& script, const T& fixed, std::string_view text, std::string_view title) {
         questions.push_back({std::string(text), std::string(title)});
-        if (!yesNoScript.empty()) {
-            const bool answer = yesNoScript.front();
-            yesNoScript.pop_front();
-            return answer;
-        }
-        return yesNoAnswer;
+        if (script.empty()) return fixed;
+        T answer = script.front();
+        script.pop_front();
+        return answer;
     }
 
     std::vector<Message> messages;     // boxes shown
     std::vector<Message> questions;    // folder prompts, input boxes and yes/no questions asked
     std::vector<Message> openDialogs;  // multi-file open dialogs shown: the filter as text, and the title
-    std::optional<std::string> saveAnswer;
-    std::optional<std::string> openAnswer;
+    std::optional<std::string> saveAnswer, openAnswer, folderAnswer, textAnswer;
     std::optional<std::vector<std::string>> openManyAnswer;
-    std::optional<std::string> folderAnswer;
-    std::optional<std::string> textAnswer;
     bool yesNoAnswer = true;
     // Scripted answers, taken in order before the fixed ones above are used.
     std::deque<bool> yesNoScript;
-    std::deque<std::optional<std::string>> textScript;
-    std::deque<std::optional<std::string>> folderScript;
+    std::deque<std::optional<std::string>> textScript, folderScript;
 };
 
 // Keys are (root, sub-key) with case kept; values are what the real registry would hold.
@@ -82,18 +70,58 @@ class FakeRegistry : public Registry {
 public:
     using KeyId = std::pair<RegistryRoot, std::string>;
 
-    long CreateKey(RegistryRoot root, const std::string& subKey) override;
-    long WriteBinary(RegistryRoot root, const std::string& subKey, const std::string& name,
-                     std::string_view bytes) override;
-    long WriteText(RegistryRoot root, const std::string& subKey, const std::string& name,
-                   std::string_view utf8) override;
-    long Read(RegistryRoot root, const std::string& subKey, const std::string& name, RegistryValue& value) override;
-    long DeleteValue(RegistryRoot root, const std::string& subKey, const std::string& name) override;
-    long DeleteKey(RegistryRoot root, const std::string& subKey) override;
+    long CreateKey(RegistryRoot root, const std::string& subKey) override {
+
+        log.push_back("create " + subKey);
+
+        return failWith ? failWith : (keys[{root, subKey}], regerr::kSuccess);
+
+    }
+    long WriteBinary(RegistryRoot root, const std::string& subKey, const std::string& name, std::string_view bytes) override {
+        return Write(root, subKey, name, {RegistryValue::Kind::Binary, std::string(bytes)});
+    }
+    long WriteText(RegistryRoot root, const std::string& subKey, const std::string& name, std::string_view utf8) override {
+        return Write(root, subKey, name, {RegistryValue::Kind::Text, std::string(utf8)});
+    }
+    long Write(RegistryRoot root, const std::string& subKey, const std::string& name, RegistryValue value) {
+        log.push_back("write " + name);
+        const auto it = keys.find({root, subKey});
+        if (failWith || it == keys.end()) return failWith ? failWith : regerr::kFileNotFound;
+        it->second[name] = std::move(value);
+        return regerr::kSuccess;
+    }
+    long Read(RegistryRoot root, const std::string& subKey, const std::string& name, RegistryValue& value) override {
+        log.push_back("read " + name);
+        if (failWith) return failWith;
+        const RegistryValue* found = Find(root, subKey, name);
+        if (!found) return regerr::kFileNotFound;
+        value = *found;
+        return regerr::kSuccess;
+    }
+    long DeleteValue(RegistryRoot root, const std::string& subKey, const std::string& name) override {
+        log.push_back("delete " + name);
+        if (failWith) return failWith;
+        const auto it = keys.find({root, subKey});
+        return it == keys.end() || !it->second.erase(name) ? regerr::kFileNotFound : regerr::kSuccess;
+    }
+    long DeleteKey(RegistryRoot root, const std::string& subKey) override {
+        log.push_back("delete key " + subKey);
+        if (failWith) return failWith;
+        if (!keys.count({root, subKey})) return regerr::kFileNotFound;
+        std::erase_if(keys, [&](const auto& k) {
+            return k.first.first == root && (k.first.second == subKey || k.first.second.rfind(subKey + "\\", 0) == 0);
+        });
+        return regerr::kSuccess;
+    }
 
     // Test set-up: a raw CP936 (or other) value as another tool would have left it.
-    void Put(RegistryRoot root, const std::string& subKey, const std::string& name, RegistryValue value);
-    const RegistryValue* Find(RegistryRoot root, const std::string& subKey, const std::string& name) const;
+    void Put(RegistryRoot root, const std::string& subKey, const std::string& name, RegistryValue value) {
+        keys[{root, subKey}][name] = std::move(value);
+    }
+    const RegistryValue* Find(RegistryRoot root, const std::string& subKey, const std::string& name) const {
+        const auto it = keys.find({root, subKey});
+        return it == keys.end() || !it->second.count(name) ? nullptr : &it->second.at(name);
+    }
 
     std::map<KeyId, std::map<std::string, RegistryValue>> keys;
     std::vector<std::string> log;  // "create <sub-key>", "write <name>", "read <name>", ...
@@ -102,21 +130,54 @@ public:
 
 class FakeFileSystem : public FileSystem {
 public:
-    FileRead ReadFile(const std::string& path) override;
-    bool WriteFileAtomic(const std::string& path, std::string_view bytes) override;
-    bool CreateEmptyFile(const std::string& path) override;
+    FileRead ReadFile(const std::string& path) override {
+        if (std::count(unreadable.begin(), unreadable.end(), path)) return {FileRead::Status::Failed, {}};
+        const auto it = files.find(path);
+        if (it == files.end()) return {FileRead::Status::Missing, {}};
+        return {FileRead::Status::Ok, it->second};
+    }
+    bool WriteFileAtomic(const std::string& path, std::string_view bytes) override {
+        return !failWrites && (files[path] = std::string(bytes), true);
+    }
+    bool CreateEmptyFile(const std::string& path) override { return WriteFileAtomic(path, {}); }
     bool FileExists(const std::string& path) override { return files.count(path) != 0; }
     bool FolderExists(const std::string& path) override;
     std::vector<std::string> ListFiles(const std::string& folder) override;
-    long long FileSize(const std::string& path) override;
+    long long FileSize(const std::string& path) override {
+        return files.count(path) ? static_cast<long long>(files[path].size()) : -1;
+    }
     std::string WindowsDirectory() override { return "C:\\WINDOWS"; }
-    DriveKind DriveType(const std::string& path) override;
-    FileRead ReadFilePart(const std::string& path, long long offset, size_t maxBytes) override;
-    bool WriteFilePart(const std::string& path, long long offset, std::string_view bytes) override;
-    bool CopyNewFile(const std::string& from, const std::string& to) override;
-    bool RemoveFile(const std::string& path) override;
-    bool ClearAttributes(const std::string& path) override;
-    bool CanOpenForWriting(const std::string& path) override;
+    DriveKind DriveType(const std::string& path) override {
+        if (path.size() < 2 || path[1] != ':' || !std::isalpha(static_cast<unsigned char>(path[0]))) return DriveKind::Unknown;
+        const auto it = drives.find(static_cast<char>(std::toupper(static_cast<unsigned char>(path[0]))));
+        return it == drives.end() ? DriveKind::Fixed : it->second;
+    }
+    FileRead ReadFilePart(const std::string& path, long long offset, size_t maxBytes) override {
+        FileRead whole = ReadFile(path);
+        if (whole.status != FileRead::Status::Ok || offset < 0) return {offset < 0 ? FileRead::Status::Failed : whole.status, {}};
+        return {FileRead::Status::Ok, whole.bytes.substr(std::min(whole.bytes.size(), static_cast<size_t>(offset)), maxBytes)};
+    }
+    bool WriteFilePart(const std::string& path, long long offset, std::string_view bytes) override {
+        const auto it = files.find(path);
+        if (failWrites || it == files.end() || offset < 0 || !CanOpenForWriting(path)) return false;
+        std::string& data = it->second;
+        const size_t at = static_cast<size_t>(offset);
+        if (data.size() < at + bytes.size()) data.resize(at + bytes.size(), '\0');
+        data.replace(at, bytes.size(), bytes);
+        return true;
+    }
+    bool CopyNewFile(const std::string& from, const std::string& to) override {
+        if (failCopies || !files.count(from) || files.count(to)) return false;
+        const std::string bytes = files[from];
+        files[to] = bytes;
+        return true;
+    }
+    bool RemoveFile(const std::string& path) override { return !failRemoves && files.erase(path) != 0; }
+    bool ClearAttributes(const std::string& path) override {
+        std::erase(readOnly, path);
+        return files.count(path) != 0;
+    }
+    bool CanOpenForWriting(const std::string& path) override { return files.count(path) && !std::count(readOnly.begin(), readOnly.end(), path); }
     bool CreateFolder(const std::string& path) override;
     std::string UserDataFolder() override { return userDataFolder; }
 
@@ -128,9 +189,7 @@ public:
     std::vector<std::string> readOnly;    // paths that refuse writing until their attributes are cleared
     std::map<char, DriveKind> drives;     // by upper-case letter; a letter not listed is a fixed disk
     std::string userDataFolder = "C:\\Users\\u\\AppData\\Roaming\\Lumora";
-    bool failWrites = false;
-    bool failCopies = false;
-    bool failRemoves = false;
+    bool failWrites = false, failCopies = false, failRemoves = false;
 };
 
 class FakeProcessRunner : public ProcessRunner {
@@ -138,10 +197,9 @@ public:
     std::optional<unsigned long> RunAndWait(const std::string& commandLine, bool minimised) override {
         runs.emplace_back(commandLine, minimised);
         if (onRun) onRun(commandLine);
-        return exitCode;
+        return 0;
     }
     std::vector<std::pair<std::string, bool>> runs;
-    std::optional<unsigned long> exitCode = 0;
     std::function<void(const std::string&)> onRun;
 };
 

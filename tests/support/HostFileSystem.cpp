@@ -10,19 +10,15 @@ namespace {
 
 namespace fsys = std::filesystem;
 
+std::error_code ec;  // every call below sets it; the tests are single-threaded
+
 fsys::path PathOf(const std::string& utf8) { return fsys::path(std::u8string(utf8.begin(), utf8.end())); }
 
-bool IsFile(const std::string& path) {
-    std::error_code ec;
-    return fsys::is_regular_file(PathOf(path), ec);
-}
+bool IsFile(const std::string& path) { return fsys::is_regular_file(PathOf(path), ec); }
 
 }  // namespace
 
-FileRead HostFileSystem::ReadFile(const std::string& path) {
-    if (!IsFile(path)) return {FileRead::Status::Missing, {}};
-    return ReadFilePart(path, 0, static_cast<size_t>(FileSize(path)));
-}
+FileRead HostFileSystem::ReadFile(const std::string& path) { return ReadFilePart(path, 0, static_cast<size_t>(FileSize(path))); }
 
 bool HostFileSystem::WriteFileAtomic(const std::string& path, std::string_view bytes) {
     const std::string temporary = path + ".tmp";
@@ -30,23 +26,14 @@ bool HostFileSystem::WriteFileAtomic(const std::string& path, std::string_view b
         std::ofstream out(PathOf(temporary), std::ios::binary | std::ios::trunc);
         if (!out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush()) return false;
     }
-    std::error_code ec;
     fsys::rename(PathOf(temporary), PathOf(path), ec);
     return !ec;
 }
 
-bool HostFileSystem::CreateEmptyFile(const std::string& path) { return WriteFileAtomic(path, {}); }
-
-bool HostFileSystem::FileExists(const std::string& path) { return IsFile(path); }
-
-bool HostFileSystem::FolderExists(const std::string& path) {
-    std::error_code ec;
-    return fsys::is_directory(PathOf(path), ec);
-}
+bool HostFileSystem::FolderExists(const std::string& path) { return fsys::is_directory(PathOf(path), ec); }
 
 std::vector<std::string> HostFileSystem::ListFiles(const std::string& folder) {
     std::vector<std::string> names;
-    std::error_code ec;
     for (const auto& entry : fsys::directory_iterator(PathOf(folder), ec)) {
         if (!entry.is_regular_file()) continue;
         const std::u8string name = entry.path().filename().u8string();
@@ -56,7 +43,6 @@ std::vector<std::string> HostFileSystem::ListFiles(const std::string& folder) {
 }
 
 long long HostFileSystem::FileSize(const std::string& path) {
-    std::error_code ec;
     const auto size = fsys::file_size(PathOf(path), ec);
     return ec ? -1 : static_cast<long long>(size);
 }
@@ -74,39 +60,24 @@ FileRead HostFileSystem::ReadFilePart(const std::string& path, long long offset,
 }
 
 bool HostFileSystem::WriteFilePart(const std::string& path, long long offset, std::string_view bytes) {
-    if (!IsFile(path) || offset < 0) return false;
     std::fstream out(PathOf(path), std::ios::binary | std::ios::in | std::ios::out);
-    if (!out) return false;
-    out.seekp(offset);
-    return static_cast<bool>(out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush());
+    return IsFile(path) && offset >= 0 && out.seekp(offset) && out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush();
 }
 
 bool HostFileSystem::CopyNewFile(const std::string& from, const std::string& to) {
-    std::error_code ec;
     return fsys::copy_file(PathOf(from), PathOf(to), fsys::copy_options::none, ec) && !ec;
 }
 
-bool HostFileSystem::RemoveFile(const std::string& path) {
-    std::error_code ec;
-    return fsys::remove(PathOf(path), ec);
-}
+bool HostFileSystem::RemoveFile(const std::string& path) { return fsys::remove(PathOf(path), ec); }
 
 bool HostFileSystem::ClearAttributes(const std::string& path) {
-    std::error_code ec;
-    fsys::permissions(PathOf(path), fsys::perms::owner_read | fsys::perms::owner_write, fsys::perm_options::add, ec);
-    return !ec;
+    return fsys::permissions(PathOf(path), fsys::perms::owner_read | fsys::perms::owner_write, fsys::perm_options::add, ec), !ec;
 }
 
 bool HostFileSystem::CanOpenForWriting(const std::string& path) {
-    if (!IsFile(path)) return false;
-    std::fstream out(PathOf(path), std::ios::binary | std::ios::in | std::ios::out);
-    return static_cast<bool>(out);
+    return IsFile(path) && std::fstream(PathOf(path), std::ios::binary | std::ios::in | std::ios::out).is_open();
 }
 
-bool HostFileSystem::CreateFolder(const std::string& path) {
-    std::error_code ec;
-    fsys::create_directories(PathOf(path), ec);
-    return FolderExists(path);
-}
+bool HostFileSystem::CreateFolder(const std::string& path) { return fsys::create_directories(PathOf(path), ec), FolderExists(path); }
 
 }  // namespace lumora::test

@@ -16,8 +16,8 @@ public:
 
     FileRead ReadFile(const std::string& path) override;
     bool WriteFileAtomic(const std::string& path, std::string_view bytes) override;
-    bool CreateEmptyFile(const std::string& path) override;
-    bool FileExists(const std::string& path) override;
+    bool CreateEmptyFile(const std::string& path) override { return WriteFileAtomic(path, {}); }
+    bool FileExists(const std::string& path) override { return FileSize(path) >= 0 && !FolderExists(path); }
     bool FolderExists(const std::string& path) override;
     std::vector<std::string> ListFiles(const std::string& folder) override;
     long long FileSize(const std::string& path) override;

@@ -6,11 +6,7 @@
 namespace lumora::test {
 
 inline std::string MpegFrames(int count) {
-    std::string frame(417, '\0');
-    frame[0] = '\xFF';
-    frame[1] = '\xFB';
-    frame[2] = '\x90';
-    frame[3] = '\x64';
+    const std::string frame = "\xFF\xFB\x90\x64" + std::string(413, '\0');
     std::string out;
     for (int i = 0; i < count; ++i) out += frame;
     return out;

@@ -1,6 +1,6 @@
 #pragma once
-// Views that take what the controllers show and drop it: for tests, fuzz targets and benchmarks
-// that drive the playlist code without looking at its windows; and two that keep it, for unit tests.
+// Views that keep what the controllers show, for unit tests, and the ones tests, fuzz targets and benchmarks
+// use when they do not look at the windows; a copy view that drops everything.
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,26 +11,7 @@
 
 namespace lumora::test {
 
-class NullQueueView : public QueueView, public QueuePlayer {
-public:
-    void ShowLines(const std::vector<std::string>&) override {}
-    void ShowTexts(const QueueTexts&) override {}
-    void SelectLine(int) override {}
-    void Play(const std::string&) override {}
-};
-
-class NullFilterProgress : public FilterProgress {
-public:
-    void Open(std::string_view) override {}
-    void ShowStatus(std::string_view) override {}
-    void ShowCounters(std::string_view, std::string_view) override {}
-    void AddDroppedLine(std::string_view) override {}
-    bool KeepGoing() override { return true; }
-    void Close() override {}
-};
-
-class NullCopyView : public LibraryCopyView {
-public:
+struct NullCopyView : LibraryCopyView {
     void Open(std::string_view) override {}
     void AddLine(std::string_view) override {}
     bool KeepGoing() override { return true; }
@@ -38,8 +19,7 @@ public:
 };
 
 // Keeps the last lines and texts shown, the line selected and every path played.
-class RecordingQueueView : public QueueView, public QueuePlayer {
-public:
+struct RecordingQueueView : QueueView, QueuePlayer {
     void ShowLines(const std::vector<std::string>& shown) override { lines = shown; }
     void ShowTexts(const QueueTexts& shown) override { texts = shown; }
     void SelectLine(int index) override { selected = index; }
@@ -52,8 +32,7 @@ public:
 
 // Keeps what the filter's progress window showed, as "open <title>", "status <text>"...; cancels after
 // `allowed` questions.
-class RecordingProgress : public FilterProgress {
-public:
+struct RecordingProgress : FilterProgress {
     void Open(std::string_view title) override { events.push_back("open " + std::string(title)); }
     void ShowStatus(std::string_view text) override { events.push_back("status " + std::string(text)); }
     void ShowCounters(std::string_view filtered, std::string_view remaining) override {
@@ -66,5 +45,8 @@ public:
     int asked = 0;
     int allowed = 1 << 30;
 };
+
+using NullQueueView = RecordingQueueView;
+using NullFilterProgress = RecordingProgress;
 
 }  // namespace lumora::test
