@@ -6,24 +6,13 @@
 namespace lumora {
 namespace {
 
-TEST(Commands, StateQueriesFollowWhatTheUserSees) {
-    const UiState none{};
-    const UiState shown{true, true, 3};
-    EXPECT_FALSE(CheckedWhileLyricsWindowShown(none).checked);
-    EXPECT_TRUE(CheckedWhileLyricsWindowShown(shown).checked);
-    EXPECT_FALSE(CheckedWhilePlaylistShown(UiState{true, false, 0}).checked);
-    EXPECT_TRUE(CheckedWhilePlaylistShown(shown).checked);
-    EXPECT_FALSE(NeedsSelectedEntry(none).enabled);
-    EXPECT_TRUE(NeedsSelectedEntry(shown).enabled);
-    EXPECT_TRUE(AlwaysEnabled(none).enabled);
-}
-
 TEST(Commands, OneTableRunsCommandsAndBuildsMenus) {
     std::vector<int> ran;
     CommandTable table;
     table.Add({1, "a", [&](const UiState& ui) { ran.push_back(ui.selectedEntry); }});
     table.Add({2, "b", [&](const UiState&) { ran.push_back(-2); }, NeedsSelectedEntry});
     table.Add({3, "c", [&](const UiState&) { ran.push_back(-3); }, CheckedWhilePlaylistShown});
+    table.Add({4, "d", [&](const UiState&) {}, CheckedWhileLyricsWindowShown});
     table.Add({1, "A", [&](const UiState&) { ran.push_back(-1); }});  // replaces the first
     const UiState selected{false, true, 5};
 
@@ -35,15 +24,17 @@ TEST(Commands, OneTableRunsCommandsAndBuildsMenus) {
 
     using K = MenuSlot::Kind;
     const MenuSlot layout[] = {{K::Item, 1}, {K::Separator}, {K::SubmenuBegin, 0, "sub"}, {K::Item, 2},
-                               {K::Item, 42}, {K::SubmenuEnd}, {K::Item, 3}};
+                               {K::Item, 42}, {K::SubmenuEnd}, {K::Item, 3}, {K::Item, 4}};
     const auto lines = table.Menu(layout, UiState{false, true, 0});
-    ASSERT_EQ(lines.size(), 6u);  // the unknown 42 is left out
+    ASSERT_EQ(lines.size(), 7u);  // the unknown 42 is left out
     EXPECT_EQ(lines[0].text, "A");
     EXPECT_EQ(lines[1].kind, K::Separator);
     EXPECT_EQ(lines[2].text, "sub");
     EXPECT_FALSE(lines[3].state.enabled);
     EXPECT_EQ(lines[4].kind, K::SubmenuEnd);
     EXPECT_TRUE(lines[5].state.checked);
+    EXPECT_FALSE(lines[6].state.checked);
+    EXPECT_TRUE(table.Menu(layout, UiState{true, false, 0})[6].state.checked);
 }
 
 TEST(TimerPlan, OnlyTimersWithWorkRun) {

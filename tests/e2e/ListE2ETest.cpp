@@ -136,17 +136,14 @@ TEST_F(ListE2E, DefaultListPlaysAtStartOrWaitsAsTheOptionSays) {
     fs::create_directories(DefaultListPath().parent_path());
     WriteBytes(DefaultListPath(), ListBytes("这是ZEV-Lumora-正式版-的默认列表文件请不要修改以下参数，以免造成错误。",
                                             "2*1", media_.Text() + "*two.mp3*three.mp3"));
-    StoreOption("L15", "1");
-    Start("");
-    EXPECT_TRUE(lumora_.WaitForLines({"001-(two.mp3)", "002-(three.mp3)"}));
-    EXPECT_TRUE(lumora_.Playing());
-    lumora_.process.Kill();
-
-    StoreOption("L15", "0");
-    Start("");
-    EXPECT_TRUE(lumora_.WaitForLines({"001-(two.mp3)", "002-(three.mp3)"}));
-    Sleep(500);
-    EXPECT_EQ(ControlText(lumora_.main, IDC_MAIN_PLAY), "播放");
+    for (const auto& [option, playCaption] : {std::pair{"1", "暂停"}, {"0", "播放"}}) {
+        StoreOption("L15", option);
+        Start("");
+        EXPECT_TRUE(lumora_.WaitForLines({"001-(two.mp3)", "002-(three.mp3)"}));
+        Sleep(500);  // a list that waits must still be waiting a moment later
+        EXPECT_EQ(WaitForControlText(lumora_.main, IDC_MAIN_PLAY, playCaption), playCaption) << option;
+        lumora_.process.Kill();
+    }
 }
 
 TEST_F(ListE2E, DamagedDefaultListIsReportedAndDeleted) {

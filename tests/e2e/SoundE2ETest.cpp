@@ -164,17 +164,6 @@ TEST_P(SoundPlayback, NextPreviousAndEndOfFileByMode) {
     Hold("sound", 500, Label("repeat-one-again"));
 }
 
-TEST_P(SoundPlayback, JumpToATypedTime) {
-    ASSERT_NE(Start("\\long.mp3"), nullptr);
-    ASSERT_TRUE(Playing());
-    Command(main_, IDM_JUMP_TO_TIME);
-    HWND box = WaitForBox("直接播放");
-    ASSERT_NE(box, nullptr);
-    TypeAndConfirm(box, "00:00:08");
-    EXPECT_TRUE(WaitFor([&] { return Time() >= 8; }, 3000)) << ControlText(main_, IDC_MAIN_TIME);
-    Hold("sound", 600, Label("after-jump"));
-}
-
 TEST_P(SoundPlayback, SegmentLoopKeepsThePositionInside) {
     ASSERT_NE(Start("\\long.mp3"), nullptr);
     ASSERT_TRUE(Playing());
@@ -223,15 +212,6 @@ TEST_P(SoundPlayback, MpegVideoPlaysWithItsPictureAndSound) {
     ExpectVideoWindow(352, 240);
     Sleep(1000);  // the MPEG filters take a moment before the sound flows
     Hold("sound", 1000, Label("mpeg-video"));
-}
-
-TEST_P(SoundPlayback, StillPictureShowsInTheVideoWindow) {
-    ASSERT_NE(Start("\\picture.jpg"), nullptr);
-    HWND video = WaitForWindow(process_.Id(), L"LumoraVideo");
-    ASSERT_NE(video, nullptr);
-    EXPECT_TRUE(WaitFor([&] { return IsWindowVisible(video) != FALSE; }));
-    EXPECT_EQ(Title(), "picture.jpg");
-    EXPECT_NE(ControlText(main_, IDC_MAIN_STATUS_LINE), "该文件无法播放...");
 }
 
 TEST_P(SoundPlayback, UnplayableFileUnderL16) {

@@ -18,12 +18,9 @@ sox -n -r 44100 -c 2 "$work/long.wav" synth 12 sine 500 vol 0.5
 lame --quiet -b 128 "$work/long.wav" "$work/media/long.mp3"
 mkdir -p "$work/media/bad"
 echo "this is not audio" > "$work/media/bad/0-broken.mp3"
-cp "$work/media/tones/tone1.mp3" "$work/media/bad/1-good.mp3"
-cp "$work/media/tones/tone2.mp3" "$work/media/bad/2-good.mp3"
-# A short video (a codec Windows and Wine both have) and a still picture.
+# A short video, in a codec Windows and Wine both have.
 ffmpeg -loglevel error -y -f lavfi -i testsrc=size=320x240:rate=15 -f lavfi -i sine=frequency=600:sample_rate=22050 \
     -t 4 -c:v msvideo1 -c:a pcm_s16le -shortest "$work/media/clip.avi"
-ffmpeg -loglevel error -y -f lavfi -i testsrc=size=320x240 -frames:v 1 "$work/media/picture.jpg"
 # An MPEG-1 program stream, as VCD-era files are: the movie device plays it through the system's
 # MPEG filters.
 ffmpeg -loglevel error -y -f lavfi -i testsrc=size=352x240:rate=25 -f lavfi -i sine=frequency=600:sample_rate=44100 \

@@ -41,15 +41,10 @@ RawValue QueryRaw(HKEY root, const wchar_t* subKey, const wchar_t* name) {
     return v;
 }
 
-void RemovePlayerKey() {
-    WinRegistry reg;
-    reg.DeleteKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft");
-}
-
 class RegistryPlatform : public ::testing::Test {
 protected:
-    void SetUp() override { RemovePlayerKey(); }
-    void TearDown() override { RemovePlayerKey(); }
+    void SetUp() override { reg.DeleteKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft"); }
+    void TearDown() override { SetUp(); }
     WinRegistry reg;
     FakePrompts prompts;
     RegistryWrapper wrapper{reg, prompts};
@@ -92,16 +87,6 @@ TEST_F(RegistryPlatform, ValueWrittenAsStringByAnotherToolStillLoads) {
     SettingsStore loaded;
     ASSERT_TRUE(LoadSettings(loaded, wrapper, kScreen));
     EXPECT_EQ(loaded.Text("L1"), "77");
-}
-
-TEST_F(RegistryPlatform, KeysAreDeletedChildrenFirst) {
-    ASSERT_TRUE(wrapper.CreateKey("HKEY_CURRENT_USER\\Software\\LumoraTest"));
-    ASSERT_TRUE(wrapper.CreateKey("HKEY_CURRENT_USER\\Software\\LumoraTest\\a"));
-    ASSERT_TRUE(wrapper.CreateKey("HKEY_CURRENT_USER\\Software\\LumoraTest\\a\\b"));
-    ASSERT_TRUE(wrapper.WriteValue("HKEY_CURRENT_USER\\Software\\LumoraTest\\a\\b", "v", "1"));
-    ASSERT_TRUE(wrapper.DeleteKey("HKEY_CURRENT_USER\\Software\\LumoraTest"));
-    HKEY key = nullptr;
-    EXPECT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, L"Software\\LumoraTest", 0, KEY_READ, &key), ERROR_FILE_NOT_FOUND);
 }
 
 // A key whose access list lets nobody in, as a limited account sees a machine-wide key; the owner may

@@ -26,8 +26,7 @@ public:
     }
     LRESULT OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
         if (msg == kThrow) throw std::runtime_error("probe fault");
-        if (msg == kAnswer) return 42;
-        return DefWindowProcW(hwnd_, msg, wp, lp);
+        return msg == kAnswer ? 42 : DefWindowProcW(hwnd_, msg, wp, lp);
     }
 };
 
@@ -36,10 +35,7 @@ TEST(WindowBase, KeepsItsWindowUntilDestroyedAndNoExceptionEscapes) {
     ProbeWindow probe;
     ASSERT_TRUE(probe.Create());
     HWND hwnd = probe.Handle();
-    ASSERT_NE(hwnd, nullptr);
-    EXPECT_EQ(SendMessageW(hwnd, kAnswer, 0, 0), 42);
-    SendMessageW(hwnd, kThrow, 0, 0);
-    SendMessageW(hwnd, kThrow, 0, 0);
+    for (UINT msg : {kAnswer, kThrow, kThrow}) SendMessageW(hwnd, msg, 0, 0);
     EXPECT_EQ(gReports, (std::vector<std::string>{"probe fault"}));  // told once, the window still answers
     EXPECT_EQ(SendMessageW(hwnd, kAnswer, 0, 0), 42);
     DestroyWindow(hwnd);

@@ -9,27 +9,25 @@ namespace {
 TEST(VideoPresentation, WhatAnOpenedFileShows) {
     using C = VideoPresentation::Content;
     using K = VideoPlacement::Kind;
-    struct Case {
+    struct Case {  // "L67": videos keep the window closed; "L51": sound closes it
         MediaKind kind;
-        bool decoder1;
+        bool decoder1, hostedPictures;
         long width;
-        bool hostedPictures;
-        const char* l67;  // videos keep the window closed
-        const char* l51;  // sound closes it
+        const char *l67, *l51;
         C content;
         std::optional<K> place;
         bool hide, infoLines;
     } cases[] = {
-        {MediaKind::Picture, false, 0, false, "0", "1", C::StillPicture, std::nullopt, false, false},
-        {MediaKind::Picture, true, 0, false, "0", "1", C::Sound, std::nullopt, true, false},
-        {MediaKind::Flash, false, 0, true, "0", "0", C::HostedControl, K::Keep, false, false},
-        {MediaKind::Flash, false, 0, true, "1", "0", C::HostedControl, std::nullopt, false, false},
-        {MediaKind::MediaPlayer, false, 0, false, "0", "0", C::HostedControl, std::nullopt, false, false},
-        {MediaKind::Mci, false, 0, false, "0", "1", C::Sound, std::nullopt, true, false},
-        {MediaKind::Mci, false, 0, false, "0", "0", C::Sound, std::nullopt, false, false},
-        {MediaKind::Mci, true, 320, false, "0", "1", C::Sound, std::nullopt, true, false},
-        {MediaKind::Mci, false, 320, false, "0", "1", C::Movie, K::Size, false, true},
-        {MediaKind::Mci, false, 320, false, "1", "1", C::Movie, std::nullopt, false, true},
+        {MediaKind::Picture, false, false, 0, "0", "1", C::StillPicture, std::nullopt, false, false},
+        {MediaKind::Picture, true, false, 0, "0", "1", C::Sound, std::nullopt, true, false},
+        {MediaKind::Flash, false, true, 0, "0", "0", C::HostedControl, K::Keep, false, false},
+        {MediaKind::Flash, false, true, 0, "1", "0", C::HostedControl, std::nullopt, false, false},
+        {MediaKind::MediaPlayer, false, false, 0, "0", "0", C::HostedControl, std::nullopt, false, false},
+        {MediaKind::Mci, false, false, 0, "0", "1", C::Sound, std::nullopt, true, false},
+        {MediaKind::Mci, false, false, 0, "0", "0", C::Sound, std::nullopt, false, false},
+        {MediaKind::Mci, true, false, 320, "0", "1", C::Sound, std::nullopt, true, false},
+        {MediaKind::Mci, false, false, 320, "0", "1", C::Movie, K::Size, false, true},
+        {MediaKind::Mci, false, false, 320, "1", "1", C::Movie, std::nullopt, false, true},
     };
     for (const auto& c : cases) {
         SettingsStore s;
