@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "common/Text.h"
 
 namespace lumora {
@@ -15,9 +17,7 @@ TEST(Text, TrimmingCaseAndDigits) {
     EXPECT_TRUE(EndsWithIgnoringAsciiCase(".MP3", ".mp3"));
     EXPECT_FALSE(EndsWithIgnoringAsciiCase("mp3", ".mp3"));
     EXPECT_TRUE(ContainsIgnoringAsciiCase("a Lyrics b", "LYRICS"));
-    EXPECT_TRUE(AllDigits("0123"));
-    EXPECT_FALSE(AllDigits("12a"));
-    EXPECT_FALSE(IsDigits(""));
+    EXPECT_EQ(std::tuple(AllDigits("0123"), AllDigits("12a"), IsDigits("")), std::tuple(true, false, false));
     for (const char* name : {"a.mp1", "b.MP2", "c.Mp3"}) EXPECT_TRUE(IsMpegAudioName(name)) << name;
     for (const char* name : {"a.mp4", "mp3", "a.wav"}) EXPECT_FALSE(IsMpegAudioName(name)) << name;
 }

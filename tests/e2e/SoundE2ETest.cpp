@@ -214,16 +214,6 @@ TEST_P(SoundPlayback, MpegVideoPlaysWithItsPictureAndSound) {
     Hold("sound", 1000, Label("mpeg-video"));
 }
 
-TEST_P(SoundPlayback, UnplayableFileUnderL16) {
-    StoreOption("L16", "1");
-    ASSERT_NE(Start("\\bad\\0-broken.mp3"), nullptr);
-    HWND box = WaitForBox("无法播放");
-    ASSERT_NE(box, nullptr);
-    EXPECT_EQ(BoxText(box).rfind("0-broken.mp3 文件无法播放或文件不存在或本播放器不支持此格式的媒体文件。", 0), 0u);
-    AnswerBox(box, IDYES);
-    EXPECT_EQ(WaitForControlText(main_, IDC_MAIN_STATUS_LINE, "该文件无法播放..."), "该文件无法播放...");
-}
-
 TEST_P(SoundPlayback, BrokenFilesWithMediaNamesNeverStopThePlayer) {
     ASSERT_NE(Start("\\worse"), nullptr);
     ASSERT_TRUE(WaitFor([&] { return ListLines(list_, IDC_PLAYLIST_LINES).size() == 6; }));

@@ -41,8 +41,7 @@ TEST(FileSystemPlatform, TailWritesKeepTheBytesBeforeAndGrowTheFile) {
     EXPECT_EQ(fs.ReadFile(path).bytes, "01234567abcd");
     ASSERT_TRUE(fs.WriteFilePart(path, 2, "X"));
     EXPECT_EQ(fs.ReadFile(path).bytes, "01X34567abcd");  // never shortened
-    EXPECT_EQ(fs.ReadFilePart(path, 9, 100).bytes, "bcd");
-    EXPECT_EQ(fs.ReadFilePart(path, 50, 10).bytes, "");
+    EXPECT_EQ(fs.ReadFilePart(path, 9, 100).bytes + fs.ReadFilePart(path, 50, 10).bytes, "bcd");
 
     // A file another program holds open without sharing refuses the write and keeps its bytes.
     // (Wine run as root writes read-only files anyway, so the lock stands in for them here.)
@@ -56,8 +55,7 @@ TEST(FileSystemPlatform, TailWritesKeepTheBytesBeforeAndGrowTheFile) {
     ASSERT_TRUE(fs.ClearAttributes(path));
     EXPECT_EQ(GetFileAttributesW(Widen(path).c_str()) & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN), 0u);
     EXPECT_TRUE(fs.CanOpenForWriting(path));
-    EXPECT_TRUE(fs.RemoveFile(path));
-    EXPECT_FALSE(fs.FileExists(path));
+    EXPECT_TRUE(fs.RemoveFile(path) && !fs.FileExists(path));
     EXPECT_FALSE(fs.WriteFilePart(path, 0, "new"));  // a missing file is not created
 }
 

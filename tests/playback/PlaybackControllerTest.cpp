@@ -257,5 +257,11 @@ TEST(TransportTips, FollowTheQueueAndTheOptions) {
     EXPECT_EQ(none.previous, "现在无文件播放");
 }
 
+TEST(PlaybackController, NextOnAnEmptyQueueSaysThereIsNothingToPlay) {
+    Rig r(0);
+    r.player.Next();
+    EXPECT_EQ(r.last.statusLine, kNoFileToPlay);
+}
+
 }  // namespace
 }  // namespace lumora

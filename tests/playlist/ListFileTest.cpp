@@ -175,6 +175,11 @@ TEST_F(ListFileControllerTest, DefaultListSavesTheQueueAlwaysFilteredOnlyFromFix
     EXPECT_EQ(defaults.SaveDefaultList(), SaveOutcome::Refused);
     EXPECT_EQ(prompts.messages.back().title, kNothingLeftTitle);
     EXPECT_EQ(ParseListFile(fs.files.at(kDefaultPath)).list.names, (Lines{"a.wma", "b.wma"}));
+    fs.files.erase(kDefaultPath);
+    OpenQueue("D:\\m", {"a.wma", "b.wma"});
+    EXPECT_FALSE(defaults.SaveDefaultListOnExit());  // "L56" off: nothing saved on exit
+    settings.SetText(opt::kSaveListOnExit, "1");
+    EXPECT_TRUE(defaults.SaveDefaultListOnExit() && fs.files.count(kDefaultPath));
 }
 
 TEST_F(ListFileControllerTest, DefaultListDamagedListIsReportedAndDeletedMissingOneIsNot) {

@@ -38,7 +38,8 @@ const std::vector<LoadCase> kLoadCases = {
     {"L1", "0", "5"}, {"L1", "121", "5"}, {"L1", "120", "120"}, {"L1", "1", "1"}, {"L2", "0", "5"}, {"L30", "101", "15"},
     {"L39", "100", "0"}, {"L61", "-9", "-9"}, {"L61", "-10", "0"}, {"L53", "1000", "6"}, {"L46", "20", "0"},
     // Flags: numerically 0 or 1; empty or missing is neither.
-    {"L6", "2", "0"}, {"L6", "1", "1"}, {"L13", "(missing)", "1"}, {"L13", "01", "01"}, {"L22", "x", "1"},
+    {"L6", "2", "0"}, {"L6", "1", "1"}, {"L13", "(missing)", "1"}, {"L13", "0", "0"}, {"L13", "01", "01"},
+    {"L22", "x", "1"},
     // Choices; the check-box array keeps its initial content outside 0 and 1.
     {"L35", "3", "2"}, {"L35", "6", "6"}, {"L35", "7", "2"}, {"L45", "3", "1"}, {"L47", "9", "1"}, {"L72", "-1", "0"},
     // Trimmed before it goes into the store; a terminator left by another tool is dropped.

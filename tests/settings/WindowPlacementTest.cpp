@@ -25,6 +25,9 @@ TEST(WindowPlacement, KeptPlacesComeBackOnlyOnAScreen) {
     values["F4L"] = 0;
     values["F4H"] = 0;
     EXPECT_FALSE(KeptPlace(kPlaylistWindowPlace, read, dpi, kMonitors));
+    values["F4H"] = 1440;
+    values["F4W"] = 0;
+    EXPECT_FALSE(KeptPlace(kPlaylistWindowPlace, read, dpi, kMonitors));
 
     // The main window keeps its own size.
     values = {{"LEFT", 0}, {"TOP", 0}};
