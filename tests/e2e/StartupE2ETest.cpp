@@ -93,6 +93,11 @@ TEST_F(LumoraE2E, SecondStartWithoutArgumentStartsNoSecondWindow) {
     EXPECT_TRUE(IsWindowVisible(main));
 }
 
+BOOL CALLBACK CollectChild(HWND child, LPARAM all) {
+    reinterpret_cast<std::vector<HWND>*>(all)->push_back(child);
+    return TRUE;
+}
+
 TEST_F(LumoraE2E, EveryControlOfTheMainWindowHasBalloonHelp) {
     LumoraProcess& p = Start("");
     HWND main = WaitForWindow(p.Id(), kMainClass);
@@ -107,11 +112,7 @@ TEST_F(LumoraE2E, EveryControlOfTheMainWindowHasBalloonHelp) {
     });
     ASSERT_NE(tips, nullptr) << "the balloon-tip component made no tip window";
     std::vector<HWND> children;
-    const WNDENUMPROC collect = [](HWND child, LPARAM all) -> BOOL {
-        reinterpret_cast<std::vector<HWND>*>(all)->push_back(child);
-        return TRUE;
-    };
-    EnumChildWindows(main, collect, reinterpret_cast<LPARAM>(&children));
+    EnumChildWindows(main, CollectChild, reinterpret_cast<LPARAM>(&children));
     size_t controls = 0;
     for (HWND child : children) {
         wchar_t cls[64] = {};

@@ -25,8 +25,7 @@ TEST(WindowPlacement, KeptPlacesComeBackOnlyOnAScreen) {
     values["F4L"] = 0;
     values["F4H"] = 0;
     EXPECT_FALSE(KeptPlace(kPlaylistWindowPlace, read, dpi, kMonitors));
-    values["F4H"] = 1440;
-    values["F4W"] = 0;
+    values = {{"F4L", 1440}, {"F4T", 1440}, {"F4W", 0}, {"F4H", 1440}};
     EXPECT_FALSE(KeptPlace(kPlaylistWindowPlace, read, dpi, kMonitors));
 
     // The main window keeps its own size.
