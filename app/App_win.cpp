@@ -264,7 +264,7 @@ void App::OnCloseRequest() { Close(); }
 void App::OpenArgument(const std::string& argument) {
     const auto path = ResolveArgument(argument, services_.files);
     if (!path) return;  // names nothing: silently not added
-    TakeAddResult(queue_.AddPending(ParsePendingDropList(MakePendingDropList({*path}))));
+    TakeAddResult(queue_.AddPending({*path}));
 }
 
 void App::TakeAddResult(const AddResult& result) {

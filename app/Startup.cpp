@@ -249,22 +249,4 @@ std::optional<std::string> ResolveArgument(std::string_view argument, FileSystem
     return path;
 }
 
-std::string MakePendingDropList(const std::vector<std::string>& paths) {
-    std::string list = "aaa";
-    for (const auto& p : paths) list += "*" + p;
-    return list;
-}
-
-std::vector<std::string> ParsePendingDropList(std::string_view list) {
-    std::vector<std::string> paths;
-    size_t start = list.find('*');
-    while (start != std::string_view::npos) {
-        const size_t end = list.find('*', start + 1);
-        const std::string_view part = list.substr(start + 1, end == std::string_view::npos ? end : end - start - 1);
-        if (!part.empty()) paths.emplace_back(part);
-        start = end;
-    }
-    return paths;
-}
-
 }  // namespace lumora

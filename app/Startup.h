@@ -126,8 +126,4 @@ HandOffAction PollHandOff(IniFiles& ini, const SettingsStore& settings);
 // exists. The existing file or folder it names, or empty optional.
 std::optional<std::string> ResolveArgument(std::string_view argument, FileSystem& fs);
 
-// The main window's pending drop list: "aaa*" followed by the paths, "*" between them.
-std::string MakePendingDropList(const std::vector<std::string>& paths);
-std::vector<std::string> ParsePendingDropList(std::string_view list);
-
 }  // namespace lumora

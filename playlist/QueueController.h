@@ -74,7 +74,7 @@ public:
     // exist; otherwise they are added as AddPending does.
     AddResult AddDropped(const std::vector<std::string>& paths);
     // The main window's pending drop list (the command line's argument, a second instance's hand-off and the
-    // main window's drops), as ParsePendingDropList gives its paths: media files as they are, folders and
+    // main window's drops), given as paths: media files as they are, folders and
     // drive roots as the media files directly in them, in the order given; whatever names nothing, or nothing
     // playable, is skipped silently. The first list file (".qlb") among the paths is returned for the
     // list-file reader and everything else is left alone, since loading the list replaces the queue anyway.

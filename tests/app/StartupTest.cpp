@@ -149,7 +149,7 @@ TEST(HandOff, PollTable) {
     }
 }
 
-TEST(OpenArgument, TrimsAndStripsQuotesOnlyWhenNeededAndPendingDropListsRoundTrip) {
+TEST(OpenArgument, TrimsAndStripsQuotesOnlyWhenNeeded) {
     FakeFileSystem fs;
     fs.files["D:\\My Music\\a.mp3"] = "";
     fs.files["D:\\\"odd\".mp3"] = "";
@@ -160,9 +160,6 @@ TEST(OpenArgument, TrimsAndStripsQuotesOnlyWhenNeededAndPendingDropListsRoundTri
         {"E:\\", "E:\\"}, {"D:\\nothing.mp3", std::nullopt}, {"\"", std::nullopt},
     };
     for (const auto& [arg, want] : cases) EXPECT_EQ(ResolveArgument(arg, fs), want) << arg;
-    EXPECT_EQ(MakePendingDropList({"D:\\a.mp3", "E:\\"}), "aaa*D:\\a.mp3*E:\\");
-    EXPECT_EQ(ParsePendingDropList("aaa*D:\\a.mp3*E:\\"), (std::vector<std::string>{"D:\\a.mp3", "E:\\"}));
-    EXPECT_TRUE(ParsePendingDropList("aaa").empty());
 }
 
 }  // namespace
