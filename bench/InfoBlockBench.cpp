@@ -11,7 +11,7 @@
 #include "mediainfo/InfoBlock.h"
 #include "mediainfo/LyricsLookup.h"
 #include "mediainfo/LyricsTiming.h"
-#include "support/HostFileSystem.h"
+#include "HostFileSystem.h"
 
 namespace {
 

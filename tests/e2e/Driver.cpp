@@ -195,10 +195,6 @@ void TypeAndConfirm(HWND box, const std::string& text) {
     Click(box, IDOK);
 }
 
-}  // namespace lumora::e2e
-
-namespace lumora::e2e {
-
 void AnswerFileDialog(HWND dialog, const std::string& path) {
     // The explorer-style dialog keeps the name in a combo box (cmb13) on newer systems and in an
     // edit control (edt1) on older ones and on Wine.
@@ -209,10 +205,6 @@ void AnswerFileDialog(HWND dialog, const std::string& path) {
     }
     PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(dialog, IDOK)));
 }
-
-}  // namespace lumora::e2e
-
-namespace lumora::e2e {
 
 std::wstring LumoraExe() {
     wchar_t buf[MAX_PATH] = {};
@@ -243,27 +235,14 @@ std::string ReadBytes(const std::filesystem::path& path) {
 
 std::string SilentWave(int seconds) {
     const std::uint32_t samples = 8000u * static_cast<std::uint32_t>(seconds);
-    std::string w = "RIFF";
-    auto put32 = [&](std::uint32_t v) {
-        for (int i = 0; i < 4; ++i) w += static_cast<char>((v >> (8 * i)) & 0xFF);
+    const auto le = [](std::uint32_t v, int bytes) {  // a little-endian field
+        std::string out;
+        for (int i = 0; i < bytes; ++i) out += static_cast<char>((v >> (8 * i)) & 0xFF);
+        return out;
     };
-    auto put16 = [&](std::uint16_t v) {
-        w += static_cast<char>(v & 0xFF);
-        w += static_cast<char>(v >> 8);
-    };
-    put32(36 + samples);
-    w += "WAVEfmt ";
-    put32(16);
-    put16(1);
-    put16(1);
-    put32(8000);
-    put32(8000);
-    put16(1);
-    put16(8);
-    w += "data";
-    put32(samples);
-    w.append(samples, static_cast<char>(0x80));
-    return w;
+    // PCM, mono, 8000 samples and bytes a second, blocks of one byte, 8 bits.
+    return "RIFF" + le(36 + samples, 4) + "WAVEfmt " + le(16, 4) + le(1, 2) + le(1, 2) + le(8000, 4) + le(8000, 4) +
+           le(1, 2) + le(8, 2) + "data" + le(samples, 4) + std::string(samples, static_cast<char>(0x80));
 }
 
 std::optional<RegistryValue> ReadOption(const char* name) {

@@ -56,28 +56,6 @@ TEST_F(LumoraE2E, HelpShowsItsBoxAndNoMainWindow) {
     EXPECT_EQ(FindWindowOf(p.Id(), kMainClass), nullptr);
 }
 
-TEST_F(LumoraE2E, FolderArgumentFillsTheQueue) {
-    LumoraProcess& p = Start("\"" + MediaFolder() + "\"");
-    HWND main = WaitForWindow(p.Id(), kMainClass);
-    ASSERT_NE(main, nullptr);
-    HWND list = WaitForWindow(p.Id(), kPlaylistClass);
-    ASSERT_NE(list, nullptr);
-    EXPECT_EQ(WaitForControlText(main, IDC_MAIN_COMBINED, "正在播放第 1个文件-----共 3个文件"),
-              "正在播放第 1个文件-----共 3个文件");
-    const auto lines = ListLines(list, IDC_PLAYLIST_LINES);
-    ASSERT_EQ(lines.size(), 3u);
-    std::set<std::string> names;  // numbered in order; the names in the order the folder lists them
-    for (size_t i = 0; i < lines.size(); ++i) {
-        EXPECT_EQ(lines[i].substr(0, 5), "00" + std::to_string(i + 1) + "-(");
-        names.insert(lines[i].substr(5));
-    }
-    EXPECT_EQ(names, (std::set<std::string>{"three.wav)", "two.MP3)", "一 Song.mp3)"}));
-    EXPECT_EQ(StatusText(main, IDC_MAIN_STATUS, 1), "正在播放第 1个文件");
-    EXPECT_EQ(StatusText(main, IDC_MAIN_STATUS, 2), "共 3个文件");
-    EXPECT_EQ(StatusText(main, IDC_MAIN_STATUS, 0), "正在播放" + ListLines(list, IDC_PLAYLIST_LINES)[0]);
-    EXPECT_EQ(Text(list), "《Lumora》文件列表");
-}
-
 TEST_F(LumoraE2E, SecondStartWithoutArgumentStartsNoSecondWindow) {
     LumoraProcess& first = Start("");
     HWND main = WaitForWindow(first.Id(), kMainClass);
@@ -167,14 +145,28 @@ TEST_F(LumoraE2E, MissingTooltipComponentShowsTheStartupErrorBox) {
     EXPECT_TRUE(p.WaitForExit(kTimeoutMs));
 }
 
-TEST_F(LumoraE2E, PlaylistRefusesToRemoveThePlayingEntryAndMovesThroughTheInputBox) {
+// The folder's media files, numbered, the first one playing; the list refuses to remove it and moves
+// another through its input box.
+TEST_F(LumoraE2E, FolderArgumentFillsTheQueueAndTheListEditsIt) {
     LumoraProcess& p = Start("\"" + MediaFolder() + "\"");
     HWND main = WaitForWindow(p.Id(), kMainClass);
+    ASSERT_NE(main, nullptr);
     HWND list = WaitForWindow(p.Id(), kPlaylistClass);
     ASSERT_NE(list, nullptr);
-    WaitForControlText(main, IDC_MAIN_COMBINED, "正在播放第 1个文件-----共 3个文件");
+    EXPECT_EQ(WaitForControlText(main, IDC_MAIN_COMBINED, "正在播放第 1个文件-----共 3个文件"),
+              "正在播放第 1个文件-----共 3个文件");
     const auto before = ListLines(list, IDC_PLAYLIST_LINES);
     ASSERT_EQ(before.size(), 3u);
+    std::set<std::string> names;  // numbered in order; the names in the order the folder lists them
+    for (size_t i = 0; i < before.size(); ++i) {
+        EXPECT_EQ(before[i].substr(0, 5), "00" + std::to_string(i + 1) + "-(");
+        names.insert(before[i].substr(5));
+    }
+    EXPECT_EQ(names, (std::set<std::string>{"three.wav)", "two.MP3)", "一 Song.mp3)"}));
+    EXPECT_EQ(StatusText(main, IDC_MAIN_STATUS, 1), "正在播放第 1个文件");
+    EXPECT_EQ(StatusText(main, IDC_MAIN_STATUS, 2), "共 3个文件");
+    EXPECT_EQ(StatusText(main, IDC_MAIN_STATUS, 0), "正在播放" + before[0]);
+    EXPECT_EQ(Text(list), "《Lumora》文件列表");
 
     SendDlgItemMessageW(list, IDC_PLAYLIST_LINES, LB_SETCURSEL, 0, 0);
     Command(list, IDM_PLAYLIST_REMOVE);

@@ -8,7 +8,7 @@ work=$build/e2e-sound
 rm -rf "$work"
 mkdir -p "$work/media"
 
-# Short tones (distinct pitches), a longer one for pause and seek, and a text file named .mp3.
+# Short tones (distinct pitches) and a longer one for pause and seek.
 mkdir -p "$work/media/tones"
 for i in 1 2 3; do
     sox -n -r 44100 -c 2 "$work/t$i.wav" synth 2 sine $((300 + 200 * i)) vol 0.5
@@ -16,8 +16,6 @@ for i in 1 2 3; do
 done
 sox -n -r 44100 -c 2 "$work/long.wav" synth 12 sine 500 vol 0.5
 lame --quiet -b 128 "$work/long.wav" "$work/media/long.mp3"
-mkdir -p "$work/media/bad"
-echo "this is not audio" > "$work/media/bad/0-broken.mp3"
 # A short video, in a codec Windows and Wine both have.
 ffmpeg -loglevel error -y -f lavfi -i testsrc=size=320x240:rate=15 -f lavfi -i sine=frequency=600:sample_rate=22050 \
     -t 4 -c:v msvideo1 -c:a pcm_s16le -shortest "$work/media/clip.avi"

@@ -5,7 +5,6 @@
 
 #include "mediainfo/LrcReader.h"
 #include "mediainfo/SmiReader.h"
-#include "mediainfo/TestMedia.h"
 #include "ports/TextCodec.h"
 
 namespace lumora {
@@ -14,8 +13,6 @@ namespace {
 using Lines = std::vector<std::string>;
 
 Lines Times(const LyricLists& lists) { return lists.times.empty() ? Lines{} : SplitLyricsList(lists.times); }
-
-std::string Corpus(const std::string& name) { return test::ReadBytes(test::kCorpusDir + "/" + name).value(); }
 
 // Stamps expand, fractions drop, times sort; the first offset tag anywhere shifts every stamp, negative
 // stamps read as 0 and "correct" stretches.
@@ -41,13 +38,6 @@ TEST(LrcReader, ExpandsStampsAndAppliesOffsetsCorrectionAndLimits) {
     const Lines bounded = Times(ParseLrc(many + std::string(1000, 'x'), false));
     EXPECT_EQ(bounded.size(), kMaxStampsPerLine);
     EXPECT_EQ(bounded.back(), "100000:39");  // 99 seconds carry into the minutes
-}
-
-TEST(LyricsFileReaders, CorpusFiles) {
-    EXPECT_EQ(Times(ParseLrc(Corpus("lrc/offset_negative_ms3digits.lrc"), false)), (Lines{"00:18", "00:22"}));
-    const LyricLists nova = ParseSmi(Corpus("smi/nova_quoted_attrs_closing_tags.smi"), false);
-    ASSERT_EQ(Times(nova).size(), 2186u);
-    EXPECT_EQ(Times(nova).back(), "108:54");  // 6534.661 s
 }
 
 TEST(SmiReader, ReadsSyncLinesTheWayLumoraAlwaysHas) {

@@ -3,15 +3,12 @@
 #include <algorithm>
 #include <cctype>
 #include <deque>
-#include <functional>
 #include <map>
 #include <optional>
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include "ports/FileSystem.h"
-#include "ports/ProcessRunner.h"
 #include "ports/Prompts.h"
 #include "ports/Registry.h"
 
@@ -42,7 +39,7 @@ public:
         return Answer(textScript, textAnswer, prompt, title);
     }
     bool AskYesNo(std::string_view text, std::string_view title) override {
-        return Answer(yesNoScript, yesNoAnswer, text, title);
+        return questions.push_back({std::string(text), std::string(title)}), yesNoAnswer;
     }
     // Notes the question and takes the next scripted answer, or the fixed one when the script has run out.
     template <typename T>
@@ -61,7 +58,6 @@ public:
     std::optional<std::vector<std::string>> openManyAnswer;
     bool yesNoAnswer = true;
     // Scripted answers, taken in order before the fixed ones above are used.
-    std::deque<bool> yesNoScript;
     std::deque<std::optional<std::string>> textScript, folderScript;
 };
 
@@ -71,11 +67,8 @@ public:
     using KeyId = std::pair<RegistryRoot, std::string>;
 
     long CreateKey(RegistryRoot root, const std::string& subKey) override {
-
         log.push_back("create " + subKey);
-
         return failWith ? failWith : (keys[{root, subKey}], regerr::kSuccess);
-
     }
     long WriteBinary(RegistryRoot root, const std::string& subKey, const std::string& name, std::string_view bytes) override {
         return Write(root, subKey, name, {RegistryValue::Kind::Binary, std::string(bytes)});
@@ -167,12 +160,9 @@ public:
         return true;
     }
     bool CopyNewFile(const std::string& from, const std::string& to) override {
-        if (failCopies || !files.count(from) || files.count(to)) return false;
-        const std::string bytes = files[from];
-        files[to] = bytes;
-        return true;
+        return files.count(from) && !files.count(to) && (files[to] = std::string(files[from]), true);
     }
-    bool RemoveFile(const std::string& path) override { return !failRemoves && files.erase(path) != 0; }
+    bool RemoveFile(const std::string& path) override { return files.erase(path) != 0; }
     bool ClearAttributes(const std::string& path) override {
         std::erase(readOnly, path);
         return files.count(path) != 0;
@@ -183,24 +173,13 @@ public:
 
     std::map<std::string, std::string> files;  // full path -> bytes
     std::vector<std::string> folders;          // folders that exist (files imply their folder too)
-    // Listing order of a folder's files, where a test cares; otherwise the map's order.
+    // Listing order of a folder's files, where a caller cares; otherwise the map's order.
     std::map<std::string, std::vector<std::string>> listingOrder;
     std::vector<std::string> unreadable;  // paths that exist but cannot be read
     std::vector<std::string> readOnly;    // paths that refuse writing until their attributes are cleared
     std::map<char, DriveKind> drives;     // by upper-case letter; a letter not listed is a fixed disk
     std::string userDataFolder = "C:\\Users\\u\\AppData\\Roaming\\Lumora";
-    bool failWrites = false, failCopies = false, failRemoves = false;
-};
-
-class FakeProcessRunner : public ProcessRunner {
-public:
-    std::optional<unsigned long> RunAndWait(const std::string& commandLine, bool minimised) override {
-        runs.emplace_back(commandLine, minimised);
-        if (onRun) onRun(commandLine);
-        return 0;
-    }
-    std::vector<std::pair<std::string, bool>> runs;
-    std::function<void(const std::string&)> onRun;
+    bool failWrites = false;
 };
 
 }  // namespace lumora::test

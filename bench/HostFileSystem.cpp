@@ -1,4 +1,4 @@
-#include "support/HostFileSystem.h"
+#include "HostFileSystem.h"
 
 #include <algorithm>
 #include <filesystem>

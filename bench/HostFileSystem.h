@@ -1,5 +1,5 @@
 #pragma once
-// The FileSystem port over real files with the standard library only, for tests and benchmarks on the
+// The FileSystem port over real files with the standard library only, for benchmarks on the
 // build machine that need files other programs read too (ffprobe, ffmpeg). Paths are UTF-8 and used as
 // the host spells them; drive kinds are unknown and attributes are the owner's write permission.
 #include <string>
