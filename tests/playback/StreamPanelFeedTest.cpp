@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "mediainfo/ListInfo.h"
 #include "playback/StreamPanelFeed.h"
 #include "support/Fakes.h"
 #include "support/MpegFrames.h"
@@ -26,6 +27,42 @@ TEST(StreamPanelFeed, OpenFillsFromTheFileAndProgressCountsFrames) {
     fs.files["D:\\v.avi"] = "RIFF....AVI LIST";
     feed.Opened("D:\\v.avi", -1);  // the next file starts from the reset texts
     EXPECT_EQ(feed.Texts().bitRate, StreamPanelTexts().bitRate);
+}
+
+// Files of 2 GB made up on the fly, MPEG frames and a tag behind them, counting the bytes each read gives.
+class HugeFileSystem : public test::FakeFileSystem {
+public:
+    static constexpr long long kSize = 2LL << 30;
+    long long FileSize(const std::string&) override { return kSize; }
+    FileRead ReadFile(const std::string&) override { return read += kSize, FileRead{FileRead::Status::Failed, {}}; }
+    FileRead ReadFilePart(const std::string&, long long offset, size_t maxBytes) override {
+        static const std::string frame = MpegFrames(1), tag = "TAGHuge" + std::string(121, '\0');
+        std::string bytes;
+        for (long long at = offset; at < kSize && bytes.size() < maxBytes; ++at) {
+            bytes += at >= kSize - 128 ? tag[static_cast<size_t>(at - (kSize - 128))] : frame[static_cast<size_t>(at % 417)];
+        }
+        read += static_cast<long long>(bytes.size());
+        return {FileRead::Status::Ok, bytes};
+    }
+    long long read = 0;
+};
+
+TEST(StreamPanelFeed, AHugeFileIsReadAtItsHeadAndTailOnly) {
+    for (const auto& [path, bound] : {std::pair{"D:\\huge.mp3", 300 << 10}, {"D:\\huge.avi", 4 << 10}}) {
+        HugeFileSystem fs;
+        StreamPanelFeed feed(fs);
+        feed.Opened(path, -1);
+        EXPECT_LE(fs.read, bound) << path;
+        EXPECT_NE(feed.Texts().title.find("Huge"), std::string::npos) << feed.Texts().title;
+        EXPECT_EQ(ListInfoTipFor(fs, path, "huge", true).find("Huge") != std::string::npos, true);
+        EXPECT_LE(fs.read, bound + (4 << 10)) << path;
+    }
+    HugeFileSystem fs;
+    StreamPanelFeed feed(fs);
+    feed.Opened("D:\\huge.mp3", -1);
+    EXPECT_NE(feed.Texts().totalFrames.find(std::to_string((HugeFileSystem::kSize - 128) / 417)), std::string::npos)
+        << feed.Texts().totalFrames;
+    EXPECT_NE(feed.Texts().bitRate.find("128"), std::string::npos) << feed.Texts().bitRate;
 }
 
 }  // namespace
