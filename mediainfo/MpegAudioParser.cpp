@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 #include "mediainfo/TrailingTags.h"
 #include "ports/FileSystem.h"
@@ -225,7 +226,9 @@ std::optional<MpegStreamFacts> Summarize(MpegFrameWalker& walker, std::optional<
     if (facts.totalFrames > 0 && (!oneRate || facts.header.FreeFormat())) {
         // Like other players, the summary frame's bytes count towards the average though it holds no audio.
         if (tag && !audioBytes) bytes += static_cast<std::uint64_t>(tag->size);
-        facts.bitRate = static_cast<int>(std::lround(static_cast<double>(bytes) * 8000.0 / facts.durationMs));
+        // A summary can claim far fewer frames than the file holds: the average stays within an int.
+        facts.bitRate = static_cast<int>(
+            std::lround(std::min(static_cast<double>(bytes) * 8000.0 / facts.durationMs, double{INT32_MAX})));
     } else if (facts.header.FreeFormat()) {
         const int padding = shown->header.padding ? shown->header.SlotSize() : 0;
         facts.bitRate = FreeFormatBitRate(facts.header, shown->size - padding);
