@@ -86,14 +86,12 @@ TEST(InfoBlockWrite, SavingAgainWritesOverTheOldBlockAndZeroesWhatALongerOneLeft
 #ifndef _WIN32
 // What ffprobe takes for the file's title.
 std::string ProbedTitle(const std::string& bytes) {
-    const auto file = std::filesystem::temp_directory_path() / "lumora-info-block-probe.mp3";
+    const std::string file = std::filesystem::temp_directory_path() / "lumora-info-block-probe.mp3";
     std::ofstream(file, std::ios::binary) << bytes;
-    std::string out;
-    if (FILE* p = popen(("ffprobe -v error -show_entries format_tags=title -of csv=p=0 '" + file.string() + "'").c_str(), "r")) {
-        for (int c; (c = std::fgetc(p)) != EOF;) out += static_cast<char>(c);
-        pclose(p);
-    }
-    std::filesystem::remove(file);
+    std::string out(64, '\0');
+    FILE* p = popen(("ffprobe -v error -show_entries format_tags=title -of csv=p=0 '" + file + "'").c_str(), "r");
+    out.resize(p ? std::fread(out.data(), 1, out.size(), p) : 0);
+    if (p) pclose(p);
     return out;
 }
 #endif
