@@ -7,7 +7,9 @@
 #include "mediainfo/InfoBlock.h"
 #include "mediainfo/QgcFile.h"
 #include "playlist/ListFile.h"
+#include "ports/TextCodec.h"
 #include "settings/IniDocument.h"
+#include "settings/SettingsStore.h"
 #include "support/Fakes.h"
 #include "support/MpegFrames.h"
 
@@ -49,5 +51,14 @@ int main(int argc, char** argv) {
     ini.Set("设置", "临时", "D:\\音乐\\一.mp3");
     ini.Set("书签", "1", "D:\\a.mp3*12");
     Put(root, "ini", "written.ini", ini.Bytes());
+
+    std::string saved;  // the initial options, as stored
+    const SettingsStore settings;
+    for (const std::string_view name : SettingsStore::SavedNames()) saved += settings.Text(name) + "\n";
+    Put(root, "settings_load", "initial.txt", saved);
+    Put(root, "text_codec", "chinese.txt", Utf8ToCp936("这是“Lumora”的媒体信息文件 1.0").value_or(""));
+    Put(root, "command_line", "file.txt", "\x01\"D:\\音乐\\一.mp3\"");
+    Put(root, "command_line", "help.txt", std::string("\0/?", 3));
+    Put(root, "media_test", "names.txt", std::string("一.mp3\nb.QLB\nc.txt\nd.MP3\0\x01\x02\x03\x04", 30));
     return 0;
 }
