@@ -47,7 +47,11 @@ std::optional<Id3v1Tag> ParseId3v1Tag(std::string_view file) {
 }
 
 bool ReadId3v1Tag(FileSystem& fs, const std::string& path, Id3v1Tag& tag) {
-    const FileRead read = fs.ReadFile(path);
+    // The tag lies within the last kId3v1SearchSpan bytes: the rest of the file is never read.
+    const long long size = fs.FileSize(path);
+    if (size < 0) return false;
+    const long long from = std::max(0LL, size - static_cast<long long>(kId3v1SearchSpan));
+    const FileRead read = fs.ReadFilePart(path, from, kId3v1SearchSpan);
     if (read.status != FileRead::Status::Ok) return false;
     auto found = ParseId3v1Tag(read.bytes);
     if (!found) return false;

@@ -5,6 +5,7 @@
 
 #include "common/Text.h"
 #include "mediainfo/LyricsTiming.h"
+#include "mediainfo/TrailingTags.h"
 #include "ports/FileSystem.h"
 #include "ports/TextCodec.h"
 
@@ -341,7 +342,13 @@ InfoWriteResult WriteInfoBlock(FileSystem& fs, const std::string& path, const Id
     const long long at = tail->place.writeAt;
     const std::string old = tail->bytes.substr(static_cast<std::size_t>(at - tail->offset));
     std::string bytes = *block;
-    if (bytes.size() < old.size()) bytes.resize(old.size(), '\0');
+    if (bytes.size() + kId3v1SearchSpan - static_cast<std::size_t>(kLongestTag) < old.size()) {
+        // Written from the old start, the tag would sit beyond where readers look (another program's long
+        // lyrics block, or zeros an earlier save left): zeros first, so the block ends at the file's end.
+        bytes.insert(0, old.size() - bytes.size(), '\0');
+    } else if (bytes.size() < old.size()) {
+        bytes.resize(old.size(), '\0');
+    }
     if (fs.WriteFilePart(path, at, bytes)) return InfoWriteResult::Written;
 
     // Put back what was there; what a failed write added beyond the old end can only be zeroed.

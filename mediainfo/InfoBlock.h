@@ -103,7 +103,9 @@ enum class InfoWriteResult {
 //   block can start counts: "LYRICS" followed by "BEGIN" or directly by "TAG".
 // - Without an old block the block goes where the tag was.
 // - The file never shrinks: where the old tail was longer than the new one, the rest is zero-filled, so
-//   the new tag is the last one a backward search finds.
+//   the new tag is the last one a backward search finds. Where those zeros would put the tag out of the
+//   readers' reach (kId3v1SearchSpan: a long lyrics block of another program, or zeros an older save left),
+//   they go in front of the block instead and the block ends at the file's end.
 // - The bytes about to be overwritten are read first; when the write fails they are put back (anything
 //   the failed write added beyond the old end becomes zero bytes). Audio bytes never change.
 InfoWriteResult WriteInfoBlock(FileSystem& fs, const std::string& path, const Id3v1Tag& tag,

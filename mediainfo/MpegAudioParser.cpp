@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 #include "mediainfo/TrailingTags.h"
 #include "ports/FileSystem.h"
@@ -9,6 +10,9 @@
 namespace lumora {
 namespace {
 
+// How much of a large file the stream facts read: the head of its audio and the tail with the tags behind it.
+constexpr std::size_t kStreamHeadBytes = 256 * 1024;
+constexpr std::size_t kStreamTailBytes = 8 * 1024;
 // Free format allows any bit rate, but no real stream has frames longer than this.
 constexpr std::size_t kMaxFreeFormatFrame = 4096;
 // Distances tried for the size of a free-format frame before its header is given up: real frames rarely
@@ -21,22 +25,24 @@ std::uint32_t BigEndian32(std::string_view s, std::size_t at) {
     return Byte(s, at) << 24 | Byte(s, at + 1) << 16 | Byte(s, at + 2) << 8 | Byte(s, at + 3);
 }
 
-// ID3v2 tags at the start: "ID3", version, flags, a 28-bit size in four 7-bit bytes (not counting the
-// 10-byte header or the footer of version 4). A size that runs past the end leaves no audio; one that ends
-// too early leaves junk, which the frame search passes over.
+// The size of the ID3v2 tag whose 10-byte header starts `h`: "ID3", version, flags, a 28-bit size in four 7-bit
+// bytes (not counting the header or the footer of version 4). 0 when `h` starts no tag.
+std::size_t Id3v2Size(std::string_view h) {
+    if (h.size() < 10 || h.substr(0, 3) != "ID3" || Byte(h, 3) == 0xFF || Byte(h, 4) == 0xFF) return 0;
+    std::size_t size = 0;
+    for (std::size_t i = 6; i < 10; ++i) {
+        if (Byte(h, i) & 0x80) return 0;
+        size = size << 7 | Byte(h, i);
+    }
+    const bool footer = Byte(h, 3) >= 4 && (Byte(h, 5) & 0x10) != 0;
+    return 10 + size + (footer ? 10 : 0);
+}
+
+// ID3v2 tags at the start. A size that runs past the end leaves no audio; one that ends too early leaves
+// junk, which the frame search passes over.
 std::size_t SkipId3v2(std::string_view file) {
     std::size_t pos = 0;
-    while (file.size() - pos >= 10 && file.substr(pos, 3) == "ID3") {
-        const std::string_view h = file.substr(pos, 10);
-        if (Byte(h, 3) == 0xFF || Byte(h, 4) == 0xFF) break;
-        std::size_t size = 0;
-        for (std::size_t i = 6; i < 10; ++i) {
-            if (Byte(h, i) & 0x80) return pos;
-            size = size << 7 | Byte(h, i);
-        }
-        const bool footer = Byte(h, 3) >= 4 && (Byte(h, 5) & 0x10) != 0;
-        pos += std::min(file.size() - pos, 10 + size + (footer ? 10 : 0));
-    }
+    while (const std::size_t size = Id3v2Size(file.substr(pos))) pos += std::min(file.size() - pos, size);
     return pos;
 }
 
@@ -83,6 +89,8 @@ MpegFrameWalker::MpegFrameWalker(std::string_view file) : file_(file) {
     audioStart_ = std::min(SkipId3v2(file), audioEnd_);
     pos_ = audioStart_;
 }
+
+MpegFrameWalker::MpegFrameWalker(std::string_view audioHead, HeadOnly) : file_(audioHead), audioEnd_(audioHead.size()) {}
 
 std::optional<MpegFrame> MpegFrameWalker::Next() {
     std::optional<MpegFrame> frame = NextFrame();
@@ -174,11 +182,15 @@ int MpegFrameWalker::FreeFormatSize(std::size_t offset, const MpegFrameHeader& h
     return 0;
 }
 
-std::optional<MpegStreamFacts> ScanMpegAudio(std::string_view file) {
-    MpegFrameWalker walker(file);
+namespace {
+
+// The facts of a walk. `audioBytes`: the size of all the audio the walk starts in, when the walk covers only
+// its head; the totals are then the encoder's summary, or extrapolated from the frames walked.
+std::optional<MpegStreamFacts> Summarize(MpegFrameWalker& walker, std::optional<std::uint64_t> audioBytes) {
     std::optional<MpegFrame> first;
     MpegStreamFacts facts;
     std::uint64_t bytes = 0;
+    std::size_t walkedEnd = 0;
     bool oneRate = true;
     while (const auto frame = walker.Next()) {
         if (!first) first = frame;
@@ -186,6 +198,7 @@ std::optional<MpegStreamFacts> ScanMpegAudio(std::string_view file) {
         ++facts.totalFrames;
         facts.durationMs += frame->samples * 1000.0 / frame->header.frequency;
         bytes += static_cast<std::uint64_t>(frame->size);
+        walkedEnd = frame->offset + static_cast<std::size_t>(frame->size);
     }
     const std::optional<MpegFrame>& tag = walker.TagFrame();
     const std::optional<MpegFrame>& shown = first ? first : tag;
@@ -197,15 +210,72 @@ std::optional<MpegStreamFacts> ScanMpegAudio(std::string_view file) {
     facts.vbr = walker.Vbr();
     facts.msPerFrame = shown->samples * 1000.0 / shown->header.frequency;
     facts.variableBitRate = !oneRate;
+    if (audioBytes && facts.totalFrames > 0 && *audioBytes > walkedEnd) {
+        facts.variableBitRate = !oneRate || (facts.vbr && facts.vbr->kind != VbrHeader::Kind::Info);
+        if (facts.vbr && facts.vbr->frames && *facts.vbr->frames >= facts.totalFrames) {
+            facts.totalFrames = *facts.vbr->frames;
+        } else {
+            const double average = static_cast<double>(bytes) / facts.totalFrames;
+            facts.totalFrames += static_cast<std::uint32_t>(
+                std::min(static_cast<double>(*audioBytes - walkedEnd) / average, static_cast<double>(UINT32_MAX - facts.totalFrames)));
+        }
+        facts.durationMs = facts.totalFrames * facts.msPerFrame;
+        bytes = *audioBytes - facts.firstFrameOffset;
+        oneRate = !facts.variableBitRate;
+    }
     if (facts.totalFrames > 0 && (!oneRate || facts.header.FreeFormat())) {
         // Like other players, the summary frame's bytes count towards the average though it holds no audio.
-        if (tag) bytes += static_cast<std::uint64_t>(tag->size);
-        facts.bitRate = static_cast<int>(std::lround(static_cast<double>(bytes) * 8000.0 / facts.durationMs));
+        if (tag && !audioBytes) bytes += static_cast<std::uint64_t>(tag->size);
+        // A summary can claim far fewer frames than the file holds: the average stays within an int.
+        facts.bitRate = static_cast<int>(
+            std::lround(std::min(static_cast<double>(bytes) * 8000.0 / facts.durationMs, double{INT32_MAX})));
     } else if (facts.header.FreeFormat()) {
         const int padding = shown->header.padding ? shown->header.SlotSize() : 0;
         facts.bitRate = FreeFormatBitRate(facts.header, shown->size - padding);
     } else {
         facts.bitRate = facts.header.bitRate;
+    }
+    return facts;
+}
+
+}  // namespace
+
+std::optional<MpegStreamFacts> ScanMpegAudio(std::string_view file) {
+    MpegFrameWalker walker(file);
+    return Summarize(walker, std::nullopt);
+}
+
+std::optional<MpegStreamFacts> ReadMpegStreamFacts(FileSystem& fs, const std::string& path) {
+    const long long size = fs.FileSize(path);
+    if (size < 0) return std::nullopt;
+    const auto read = [&](long long from, std::size_t bytes) -> std::optional<std::string> {
+        FileRead part = fs.ReadFilePart(path, from, bytes);
+        if (part.status != FileRead::Status::Ok) return std::nullopt;
+        return std::move(part.bytes);
+    };
+    if (size <= static_cast<long long>(kStreamHeadBytes + kStreamTailBytes)) {
+        const auto whole = read(0, static_cast<std::size_t>(size));
+        return whole ? ScanMpegAudio(*whole) : std::nullopt;
+    }
+    // The ID3v2 tags in front (cover pictures can be large), each known from its header alone.
+    long long start = 0;
+    for (int tags = 0; tags < 16 && start < size; ++tags) {
+        const auto header = read(start, 10);
+        if (!header || Id3v2Size(*header) == 0) break;
+        start += static_cast<long long>(Id3v2Size(*header));
+    }
+    const auto tail = read(size - static_cast<long long>(kStreamTailBytes), kStreamTailBytes);
+    if (!tail || start >= size) return std::nullopt;
+    const long long audioEnd = size - static_cast<long long>(kStreamTailBytes) +
+                               static_cast<long long>(LocateTrailingTags(*tail).audioEnd);
+    if (audioEnd <= start) return std::nullopt;
+    const auto head = read(start, static_cast<std::size_t>(std::min<long long>(kStreamHeadBytes, audioEnd - start)));
+    if (!head) return std::nullopt;
+    MpegFrameWalker walker(*head, MpegFrameWalker::HeadOnly{});
+    auto facts = Summarize(walker, static_cast<std::uint64_t>(audioEnd - start));
+    if (facts) {
+        facts->firstFrameOffset += static_cast<std::size_t>(start);
+        facts->audioEnd = static_cast<std::size_t>(audioEnd);
     }
     return facts;
 }

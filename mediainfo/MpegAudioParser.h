@@ -40,6 +40,10 @@ inline constexpr int kFramesToSync = 4;
 class MpegFrameWalker {
 public:
     explicit MpegFrameWalker(std::string_view file);
+    // Walks the first bytes of a longer file's audio (ID3v2 tags already passed): no tags are looked for, and
+    // the walk ends with the last whole frame of the head.
+    struct HeadOnly {};
+    MpegFrameWalker(std::string_view audioHead, HeadOnly);
 
     // The next audio frame; empty at the end. The encoder's Xing/Info/VBRI frame is not returned.
     std::optional<MpegFrame> Next();
@@ -85,5 +89,12 @@ struct MpegStreamFacts {
 
 // Empty when the bytes hold no MPEG audio stream.
 std::optional<MpegStreamFacts> ScanMpegAudio(std::string_view file);
+
+class FileSystem;
+
+// The facts of a file, reading a few hundred kilobytes at most however large it is: a small file is scanned
+// whole; of a large one the head of its audio is walked and the totals come from the encoder's summary
+// frame, or from the frames walked and the audio's size. Empty when unreadable or no MPEG audio.
+std::optional<MpegStreamFacts> ReadMpegStreamFacts(FileSystem& fs, const std::string& path);
 
 }  // namespace lumora

@@ -11,8 +11,8 @@ namespace lumora {
 inline constexpr std::size_t kId3v1Size = 128;
 
 // How far from the end the "TAG" is looked for. Saving an information block never shortens the file, so a
-// block that replaces a longer one can leave the new tag up to a whole old block (3700 bytes at most)
-// before the end, with zeros behind it.
+// block that replaces a longer one of ours can leave the new tag up to a whole old block (3700 bytes at
+// most) before the end, with zeros behind it; the writer never puts a tag further back than this.
 inline constexpr std::size_t kId3v1SearchSpan = 4096;
 
 // Where our writer puts its block: within this many bytes of the end (6 + 23 + 3555 fit in it).

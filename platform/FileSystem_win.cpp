@@ -13,8 +13,11 @@ public:
     explicit File(HANDLE h) : handle_(h) {}
     File(const File&) = delete;
     File& operator=(const File&) = delete;
-    ~File() {
+    ~File() { Close(); }
+    // Closes now (a file must be closed before it can be deleted); the destructor then has nothing left.
+    void Close() {
         if (ok()) CloseHandle(handle_);
+        handle_ = INVALID_HANDLE_VALUE;
     }
     bool ok() const { return handle_ != INVALID_HANDLE_VALUE; }
     HANDLE get() const { return handle_; }
@@ -86,7 +89,7 @@ bool WinFileSystem::WriteFileAtomic(const std::string& path, std::string_view by
         File f(CreateFileW(temp.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
         if (!f.ok()) return false;
         if (!WriteAll(f.get(), bytes) || !FlushFileBuffers(f.get())) {
-            CloseHandle(f.get());
+            f.Close();
             DeleteFileW(temp.c_str());
             return false;
         }

@@ -1,5 +1,6 @@
 #include "playback/StreamPanelFeed.h"
 
+#include "common/Text.h"
 #include "mediainfo/Id3v1.h"
 #include "ports/FileSystem.h"
 #include "playback/PlaybackController.h"
@@ -13,12 +14,11 @@ void StreamPanelFeed::Reset() {
 
 void StreamPanelFeed::Opened(const std::string& path, long long lengthMs) {
     Reset();
-    // One read of the file serves the frame walk and the tag.
-    const FileRead file = fs_.ReadFile(path);
-    const std::string_view bytes = file.status == FileRead::Status::Ok ? std::string_view(file.bytes) : "";
-    facts_ = ScanMpegAudio(bytes);
+    // Only MPEG audio has stream facts; any file may end in a tag. Neither reads the whole of a large file.
+    if (IsMpegAudioName(path)) facts_ = ReadMpegStreamFacts(fs_, path);
     if (facts_) RefreshStreamPanel(texts_, PropertiesOf(*facts_, 0));
-    ShowTagLine(texts_, ParseId3v1Tag(bytes));
+    Id3v1Tag tag;
+    ShowTagLine(texts_, ReadId3v1Tag(fs_, path, tag) ? std::optional(tag) : std::nullopt);
     if (lengthMs > 0) texts_.totalTime = TotalTimeText(PlaybackController::FormatTime(lengthMs));
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 // Keeps the tag and stream panel in step with playback: reset and filled when a file opens (from
-// our own frame walk and the file's ID3v1 tag), frames read on every progress tick.
+// our own frame walk of an MPEG audio file's head and the ID3v1 tag in its tail), frames read on every
+// progress tick.
 #include <optional>
 #include <string>
 

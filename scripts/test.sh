@@ -21,12 +21,15 @@ done
 
 step "fuzz targets (${LUMORA_FUZZ_SECONDS:=20} s each)"
 scripts/build.sh fuzz >/dev/null
+scripts/fuzz-seeds.sh build/fuzz build/fuzz/seeds
 for fuzzer in build/fuzz/fuzz/fuzz_*; do
     name=$(basename "$fuzzer")
-    mkdir -p "build/fuzz/corpus/$name"
-    # A fixed seed: the same inputs on every run, so a red run can be replayed.
+    mkdir -p "build/fuzz/corpus/$name" "build/fuzz/seeds/${name#fuzz_}"
+    # A fixed seed: the same inputs on every run, so a red run can be replayed. New inputs go to the first
+    # folder; the seeds are read only.
     "$fuzzer" -seed=1 -max_total_time="$LUMORA_FUZZ_SECONDS" -max_len=4096 -print_final_stats=0 \
-        -artifact_prefix="build/fuzz/$name-" "build/fuzz/corpus/$name" 2>&1 | grep -E '^Done|ERROR|SUMMARY' || true
+        -artifact_prefix="build/fuzz/$name-" "build/fuzz/corpus/$name" "build/fuzz/seeds/${name#fuzz_}" 2>&1 |
+        grep -E '^Done|ERROR|SUMMARY' || true
     if ls "build/fuzz/$name-"* >/dev/null 2>&1; then echo "fuzz: $name found a failing input" >&2; exit 1; fi
 done
 

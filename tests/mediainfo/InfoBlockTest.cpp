@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
 #include <string>
 
 #include "mediainfo/Id3v1.h"
@@ -7,6 +10,7 @@
 #include "mediainfo/TrailingTags.h"
 #include "ports/TextCodec.h"
 #include "support/Fakes.h"
+#include "support/MpegFrames.h"
 
 namespace lumora {
 namespace {
@@ -76,6 +80,47 @@ TEST(InfoBlockWrite, SavingAgainWritesOverTheOldBlockAndZeroesWhatALongerOneLeft
         ASSERT_EQ(WriteInfoBlock(fs, kPath, full, BuildLyricsField(lyrics)), InfoWriteResult::Written);
         EXPECT_EQ(fs.files[kPath].size(), sizeAfterFirst);
         EXPECT_EQ(ReadEmbeddedLyrics(fs, kPath), lyrics);
+    }
+}
+
+#ifndef _WIN32
+// What ffprobe takes for the file's title.
+std::string ProbedTitle(const std::string& bytes) {
+    const std::string file = std::filesystem::temp_directory_path() / "lumora-info-block-probe.mp3";
+    std::ofstream(file, std::ios::binary) << bytes;
+    std::string out(64, '\0');
+    FILE* p = popen(("ffprobe -v error -show_entries format_tags=title -of csv=p=0 '" + file + "'").c_str(), "r");
+    out.resize(p ? std::fread(out.data(), 1, out.size(), p) : 0);
+    if (p) pclose(p);
+    return out;
+}
+#endif
+
+// Tails longer than the reach of the tag search (another program's lyrics block of 5000 bytes, or what an
+// earlier save left behind one): the new, shorter block still ends where readers look for the tag, and the
+// audio in front of it stays as it was.
+TEST(InfoBlockWrite, AnyOldTailLeavesTheNewTagWhereReadersLook) {
+    const std::string audio = test::MpegFrames(40);
+    const std::string lyrics3v2 = "LYRICSBEGININD0000210LYR04956" + std::string(4956, 'l') + "004985LYRICS200";
+    const std::string ownLeftBehind = "LYRICSTAGold" + Z(125) + Z(5000);
+    const Id3v1Tag tag{"New title", "a", "", "2024", ""};
+    for (const std::string& tail : {lyrics3v2 + kForeignTag, "LYRICSBEGIN" + std::string(5000, 'l') + "LYRICSEND" + kForeignTag,
+                                    lyrics3v2, ownLeftBehind}) {
+        SCOPED_TRACE(tail.size());
+        test::FakeFileSystem fs;
+        fs.files[kPath] = audio + tail;
+        ASSERT_EQ(WriteInfoBlock(fs, kPath, tag, BuildLyricsField("[00:01]x")), InfoWriteResult::Written);
+        const std::string& after = fs.files[kPath];
+        EXPECT_EQ(after.substr(0, audio.size()), audio);
+        EXPECT_EQ(after.substr(after.size() - kId3v1Size, 12), "TAGNew title");
+        Id3v1Tag read;
+        EXPECT_TRUE(ReadId3v1Tag(fs, kPath, read));
+        EXPECT_EQ(read, tag);
+        EXPECT_EQ(ReadMediaInfo(fs, kPath), (MediaInfoRecord{"New title", "a", "", "2024", "", "[00:01]x"}));
+        EXPECT_EQ(LocateTrailingTags(after).audioEnd, after.rfind("LYRICSBEGININD0000211"));
+#ifndef _WIN32
+        EXPECT_EQ(ProbedTitle(after), "New title\n");
+#endif
     }
 }
 

@@ -1,11 +1,20 @@
 // The file port on Wine's real file system: drive kinds as the mount manager reports them,
-// writes into a file's tail, copies that never overwrite, and the per-user data folder.
+// writes into a file's tail, copies that never overwrite, the per-user data folder, a file of 2 GB, and
+// information block saves killed half-way.
 #include <windows.h>
 
 #include <gtest/gtest.h>
 
+#include <random>
+#include <set>
+
+#include "mediainfo/Id3v1.h"
+#include "mediainfo/InfoBlock.h"
 #include "platform/FileSystem_win.h"
 #include "platform/WinText_win.h"
+#include "playback/StreamPanelFeed.h"
+#include "support/Fakes.h"
+#include "support/MpegFrames.h"
 
 namespace lumora {
 namespace {
@@ -83,6 +92,78 @@ TEST(FileSystemPlatform, FoldersAreMadeWithTheirParents) {
     ASSERT_FALSE(data.empty());
     EXPECT_TRUE(fs.FolderExists(data));
     EXPECT_NE(data.back(), '\\');
+}
+
+// A sparse file of 2 GB with a tag at its end: the tag line and the stream panel come from its ends.
+TEST(FileSystemPlatform, AFileOfTwoGigabytesShowsItsTag) {
+    WinFileSystem fs;
+    const std::string path = TempFile("大文件.mp3");
+    ASSERT_TRUE(fs.WriteFileAtomic(path, test::MpegFrames(4)));
+    const long long tagAt = (2LL << 30) - 128;
+    ASSERT_TRUE(fs.WriteFilePart(path, tagAt, "TAGBig" + std::string(122, '\0')));
+    ASSERT_EQ(fs.FileSize(path), tagAt + 128);
+    StreamPanelFeed feed(fs);
+    feed.Opened(path, -1);
+    EXPECT_NE(feed.Texts().title.find("Big"), std::string::npos) << feed.Texts().title;
+    EXPECT_TRUE(fs.RemoveFile(path));
+}
+
+// Two records saved in turn; the first replaces another program's lyrics block, longer than both.
+const Id3v1Tag kSavedTags[] = {{"long", "", "", "2024", ""}, {"short", "", "", "", ""}};
+const std::string kSavedFields[] = {BuildLyricsField("[00:01]" + std::string(3000, 'l')), ""};
+const std::string kAudio = test::MpegFrames(100);
+const std::string kStartTail = "LYRICSBEGININD0000210LYR04956" + std::string(4956, 'l') + "004985LYRICS200";
+
+// Saves in turn until killed. Run by the test below in a process of its own.
+TEST(InfoBlockKill, DISABLED_SaveUntilKilled) {
+    WinFileSystem fs;
+    wchar_t wide[MAX_PATH] = {};
+    ASSERT_NE(GetEnvironmentVariableW(L"LUMORA_KILL_TARGET", wide, MAX_PATH), 0u);
+    const std::string path = Narrow(wide);
+    for (unsigned i = 0;; ++i) WriteInfoBlock(fs, path, kSavedTags[i % 2], kSavedFields[i % 2]);
+}
+
+// Killed at random points of its saves, the file is always a whole file some sequence of saves makes, with
+// its audio as it was.
+TEST(InfoBlockKill, KilledAtRandomPointsTheFileIsOldOrNewWhole) {
+    // The files the saves make in turn from the start. A run restarts with the first record, which leaves a
+    // file it made itself as it was and turns one the second record made into the next of this list.
+    test::FakeFileSystem fake;
+    fake.files["a"] = kAudio + kStartTail;
+    std::set<std::string> whole{fake.files["a"]};
+    for (int i = 0; i < 6; ++i) {
+        ASSERT_EQ(WriteInfoBlock(fake, "a", kSavedTags[i % 2], kSavedFields[i % 2]), InfoWriteResult::Written);
+        whole.insert(fake.files["a"]);
+    }
+    WinFileSystem fs;
+    const std::string path = TempFile("中断 保存.mp3");
+    ASSERT_TRUE(fs.WriteFileAtomic(path, kAudio + kStartTail));
+    SetEnvironmentVariableW(L"LUMORA_KILL_TARGET", Widen(path).c_str());
+    wchar_t self[MAX_PATH];
+    GetModuleFileNameW(nullptr, self, MAX_PATH);
+    std::wstring command = L"\"" + std::wstring(self) +
+                           L"\" --gtest_filter=InfoBlockKill.DISABLED_SaveUntilKilled --gtest_also_run_disabled_tests";
+    std::mt19937 random(7);
+    int saves = 0;
+    for (int round = 0; round < 8; ++round) {
+        STARTUPINFOW si{};
+        si.cb = sizeof si;
+        PROCESS_INFORMATION pi{};
+        ASSERT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
+                                   nullptr, &si, &pi));
+        // Past the process's start-up, somewhere in its saves.
+        Sleep(std::uniform_int_distribution<DWORD>(600, 1500)(random));
+        TerminateProcess(pi.hProcess, 1);
+        WaitForSingleObject(pi.hProcess, INFINITE);
+        CloseHandle(pi.hThread);
+        CloseHandle(pi.hProcess);
+        const FileRead read = fs.ReadFile(path);
+        ASSERT_EQ(read.status, FileRead::Status::Ok);
+        EXPECT_EQ(whole.count(read.bytes), 1u) << "round " << round << ", size " << read.bytes.size();
+        saves += read.bytes != kAudio + kStartTail;
+    }
+    EXPECT_GT(saves, 0);  // the saves did run
+    fs.RemoveFile(path);
 }
 
 }  // namespace
