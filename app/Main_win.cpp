@@ -65,13 +65,17 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     lumora::WinRegistry registry;
     lumora::WinPrompts prompts;
     lumora::RegistryWrapper wrapper(registry, prompts);
-    lumora::WinPathLookup paths;
 
     lumora::SplashWindow splash;
-    splash.Create();
+    if (!splash.Create()) {
+        // Without the splash its timer never fires and nothing would ever show: end, and let
+        // the instance mutex go with us so that the next start is not handed to a ghost.
+        OleUninitialize();
+        return 1;
+    }
     const std::string tail = lumora::CommandTail(lumora::Narrow(GetCommandLineW()));
     const lumora::StartupResult start =
-        lumora::RunStartup({files, ini, wrapper, instances, paths}, QueryOsVersion(), tail, lumora::ProgramFolder(),
+        lumora::RunStartup({files, ini, wrapper, instances}, QueryOsVersion(), tail, lumora::ProgramFolder(),
                            PumpMessages);
     if (start.os) splash.SetOsLabel(start.os->label);
 
