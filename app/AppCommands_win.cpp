@@ -98,7 +98,7 @@ void App::BuildCommands() {
     addForEntry(IDM_PLAYLIST_PLAY, "播放(&P)", [this](int index) { player_.PlayEntry(index); });
     addForEntry(IDM_PLAYLIST_REMOVE, "删除(&D)", [this](int index) { queue_.RemoveEntry(index); });
     addForEntry(IDM_PLAYLIST_MOVE, "移动(&M)...", [this](int index) { queue_.MoveEntry(index); });
-    add({IDM_PLAYLIST_FIND}, "查找(&F)...", [this] { queue_.FindFromCurrent(); });
+    add({IDM_PLAYLIST_FIND}, "查找(&F)...", [this] { queue_.FindFromCurrent(player_.FilePlays()); });
 }
 
 UiState App::CurrentUiState() const {

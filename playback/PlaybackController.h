@@ -87,6 +87,8 @@ public:
 
     const PlaybackTexts& Texts() const { return texts_; }
     bool IsPlaying() const { return playing_; }
+    // A file is open and neither stopped nor at its end (playing or paused).
+    bool FilePlays() { return decoder_ != nullptr && !stopped_ && (playing_ || !decoder_->Finished()); }
     // Decoder 1 (the audio player, with the audio display) holds the current file.
     // The current position, -1 when nothing is open.
     long long PositionMs() const { return decoder_ ? decoder_->PositionMs() : -1; }

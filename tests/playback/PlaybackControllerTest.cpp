@@ -140,9 +140,14 @@ TEST(PlaybackController, ProgressSliderAndStopRestartsFromTheBeginning) {
     EXPECT_EQ(r.last.progress, 1000);
     r.player.Stop();
     EXPECT_EQ(r.last.progress, 0);
+    EXPECT_FALSE(r.player.FilePlays());
     Press(r, "PPP");  // pausing and going on: no new range
     EXPECT_EQ(r.decoder.ranges, (Ranges{{0, -1}}));
     EXPECT_FALSE(r.decoder.paused);
+    Press(r, "P");
+    EXPECT_TRUE(r.player.FilePlays());  // paused still counts
+    Press(r, "PE");
+    EXPECT_FALSE(r.player.FilePlays());  // the last entry ended
 }
 
 TEST(PlaybackController, EndOfFileByMode) {
