@@ -113,7 +113,12 @@ void App::ShowTips() {
         colours.emplace(static_cast<std::uint32_t>(settings_.Number(opt::kBalloonBackColour).value_or(0xE1FFFF)),
                         static_cast<std::uint32_t>(settings_.Number(opt::kBalloonTextColour).value_or(0)));
     }
-    window_.ShowTips(MakeTransportTips(settings_, queue_.Queue(), kSuffixNormal, false), colours, settings_.IsOn(opt::kBalloonHelp));
+    window_.ShowTips(MakeTransportTips(settings_, queue_.Queue(), player_.Texts(), player_.FilePlays()), colours,
+                     settings_.IsOn(opt::kBalloonHelp));
+}
+
+void App::RefreshTips() {
+    window_.SetTips(MakeTransportTips(settings_, queue_.Queue(), player_.Texts(), player_.FilePlays()));
 }
 
 // The presenter side of the controllers' views.
@@ -123,7 +128,7 @@ void App::ShowLines(const std::vector<std::string>& lines) { playlist_.SetLines(
 void App::ShowTexts(const QueueTexts& texts) {
     window_.ShowQueueTexts(texts);
     playlist_.SetCaption(texts.listCaption);
-    ShowTips();
+    RefreshTips();
 }
 
 void App::SelectLine(int index) { playlist_.Select(index); }
@@ -132,6 +137,7 @@ void App::Play(const std::string& path) { player_.OpenAndPlay(path); }
 
 void App::ShowPlayback(const PlaybackTexts& texts) {
     window_.ShowPlayback(texts);
+    RefreshTips();
     UpdateTimers();
 }
 

@@ -95,6 +95,7 @@ private:
     void ApplyLyricsSettings(const LyricsDisplaySettings& settings);
 
     void ShowTips();
+    void RefreshTips();
     void UpdateTimers();
     void SetTimerRunning(TimerId id, bool on, unsigned intervalMs);
     void RestorePositions();

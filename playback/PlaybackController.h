@@ -38,6 +38,12 @@ std::string_view PlayCaption(bool playing);
 std::string_view TimeModeArrow(TimeMode mode);
 std::string_view SegmentButtonText(bool choosingSegment);
 
+// The status line's volume report, "当前音量为：100%" for level 20; also what it shows at start.
+std::string VolumeStatusText(int level);
+// A notice on the status line (the speed a format refuses, the volume) outlives this many progress ticks, a
+// few seconds, before the progress report takes the line back.
+inline constexpr int kNoticeTicks = 12;
+
 struct PlaybackTexts {
     std::string playCaption{PlayCaption(false)};
     std::string modeLabel = ModeLabel(PlayMode::Normal, false);
@@ -51,7 +57,7 @@ struct PlaybackTexts {
     std::string percent = "0%";
     std::string progressLine;                  // "播放的进度为：…  时间为：…"
     std::string totalTime;                     // TotalTimeText of the length
-    std::string statusLine{kNothingPlayingStatus};
+    std::string statusLine = VolumeStatusText(20);
     std::string title{kNoFileTitle};
     std::string speedTip;
     std::string volumeTip;
@@ -158,6 +164,7 @@ private:
     long long pointB_ = -1;
     int rememberedIndex_ = 0;
     int mixerLevel_ = 20;
+    int noticeTicks_ = 0;  // progress ticks the status line's notice still stays
 };
 
 }  // namespace lumora
