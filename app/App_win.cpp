@@ -145,6 +145,12 @@ void App::ShowLyricsLines(std::string_view first, std::string_view second) {
     display_.SetLyrics(std::string(first), std::string(second));
 }
 
+void App::FileClosed() {
+    stream_.Reset();
+    display_.SetStreamTexts(stream_.Texts());
+    window_.ShowTagLine(stream_.Texts().title);
+}
+
 void App::FileOpened(const std::string& path) {
     // "当正在播放的媒体文件装有“歌词”时，自动打开…" / "…没有“歌词”时，自动关闭“音频\歌词显示”窗口"
     if (lyrics_.Load(path)) {

@@ -189,6 +189,7 @@ void PlaybackController::CannotPlay(const std::string& path) {
     texts_.title = std::string(kCannotPlayTitle);
     SetPlaying(false);
     Show();
+    deps_.view.FileClosed();
     const MediaEntry* entry = deps_.queue.Queue().CurrentEntry();
     const std::string name = entry ? entry->name : path;
     if (deps_.settings.Text(opt::kAskOnUnplayable) == "1") {
@@ -226,6 +227,7 @@ void PlaybackController::ChooseAndPlay(QueueDirection direction) {
         // Past the last entry: the queue stays on it and nothing more plays.
         queue.SetCurrent(count);
         deps_.queue.Refresh();
+        deps_.view.FileClosed();
         return;
     }
     if (index < 1) return;  // before the first entry: nothing plays
@@ -249,6 +251,7 @@ void PlaybackController::PlayPause() {
         if (decoder_->PlayRange(pointA_ >= 0 && pointB_ >= 0 ? pointA_ : 0, pointB_ >= 0 ? pointB_ : -1)) {
             SetPlaying(true);
             stopped_ = false;
+            if (const MediaEntry* e = deps_.queue.Queue().CurrentEntry()) deps_.view.FileOpened(e->path);
         }
     } else if (decoder_->Resume()) {
         SetPlaying(true);
@@ -264,6 +267,7 @@ void PlaybackController::Stop() {
     SetTimeMode(TimeMode::Elapsed);
     texts_.time = "-";
     Show();
+    deps_.view.FileClosed();
 }
 
 void PlaybackController::Previous() {

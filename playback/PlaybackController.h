@@ -74,6 +74,9 @@ public:
     virtual void ShowPlayback(const PlaybackTexts& texts) = 0;
     // A file has just been opened and plays (the video window and the stream panel follow it).
     virtual void FileOpened(const std::string& path) = 0;
+    // Playback stopped, or a file could not be played: the tag line and the stream panel go back
+    // to their empty texts.
+    virtual void FileClosed() = 0;
 };
 
 struct PlaybackDeps {

@@ -20,7 +20,8 @@ struct FakeDecoder : Decoder {
     bool Open(const std::string& path) override {
         opened.push_back(path);
         position = 0;
-        return !(finished = paused = false);
+        finished = paused = false;
+        return path.find("bad") == std::string::npos;
     }
     bool Pause() override { return paused = true; }
     bool Resume() override { return !(paused = false); }
@@ -46,7 +47,8 @@ struct FakeDecoder : Decoder {
 
 struct Rig : PlaybackView, VolumeControl {
     void ShowPlayback(const PlaybackTexts& t) override { last = t; }
-    void FileOpened(const std::string&) override {}
+    void FileOpened(const std::string&) override { fileShown = true; }
+    void FileClosed() override { fileShown = false; }
     void SetLevel(int level) override { levels.push_back(level); }
 
     test::FakePrompts prompts;
@@ -59,6 +61,7 @@ struct Rig : PlaybackView, VolumeControl {
     PlaybackTexts last;
     std::vector<int> levels;
     double draw = 0.0;
+    bool fileShown = false;  // the panels describe an open file
     PlaybackController player{{queue, settings, prompts, decoder, &audio, *this, *this, [this] { return draw; }}};
 
     explicit Rig(int entries) {
@@ -274,6 +277,25 @@ TEST(TransportTips, FollowTheQueueTheOptionsAndThePlayer) {
     EXPECT_EQ(none.previous + none.back + none.modeNormal + none.time,
               "现在无文件播放无法后退设置播放方式-“正常”。当前播放方式为：正常“显示正在播放时间”。");
     EXPECT_EQ(PlaybackTexts{}.statusLine, "当前音量为：100%");  // before anything plays
+}
+
+// Stopped, or on a file that cannot be played, nothing of the previous file stays on show.
+TEST(PlaybackController, StopAndAnUnplayableFileClearWhatDescribedTheFile) {
+    Rig r(3);
+    r.settings.SetText("L16", "0");  // on at once: past the last entry, nothing more plays
+    r.queue.Queue().Replace("D:\\m", {{"D:\\m\\s1.wma", "s1.wma"}, {"D:\\m\\bad.wma", "bad.wma"}});
+    r.player.PlayEntry(1);
+    r.decoder.position = 50000;
+    Press(r, "GAtB");
+    ASSERT_TRUE(r.fileShown);
+    r.player.Stop();
+    EXPECT_FALSE(r.fileShown);
+    r.player.PlayPause();  // played again: the panels describe it again
+    EXPECT_TRUE(r.fileShown);
+    r.player.Next();  // bad.wma cannot be played
+    EXPECT_EQ(std::tuple(r.last.segmentA, r.last.segmentB, r.last.totalTime, r.last.statusLine),
+              std::tuple("A=N/A", "B=N/A", "总时：N/A", "该文件无法播放..."));
+    EXPECT_FALSE(r.fileShown);
 }
 
 TEST(PlaybackController, NextOnAnEmptyQueueSaysThereIsNothingToPlay) {
