@@ -105,8 +105,13 @@ UiState App::CurrentUiState() const {
     return {display_.Visible(), playlist_.Visible(), playlist_.SelectedIndex()};
 }
 
-void App::OnCommand(int id) { commands_.Run(id, CurrentUiState()); }
-void App::RunCommand(int id) { commands_.Run(id, CurrentUiState()); }
+// A command waits for nested work to end (its windows stay usable, but nothing new starts inside it).
+void App::OnCommand(int id) {
+    if (!IsBusy()) commands_.Run(id, CurrentUiState());
+}
+void App::RunCommand(int id) {
+    if (!IsBusy()) commands_.Run(id, CurrentUiState());
+}
 std::vector<MenuLine> App::ContextMenu() { return commands_.Menu(kMainMenu, CurrentUiState()); }
 std::vector<MenuLine> App::PlaylistMenu() { return commands_.Menu(kPlaylistMenu, CurrentUiState()); }
 

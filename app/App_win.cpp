@@ -224,6 +224,11 @@ void App::UpdateTimers() {
 }
 
 void App::OnTimer(unsigned id) {
+    // Inside nested work (a list filter, a library copy, another program) neither the next file nor a
+    // second start's argument may begin: they wait for their next tick.
+    if (IsBusy() && (static_cast<TimerId>(id) == TimerId::Progress || static_cast<TimerId>(id) == TimerId::HandOff)) {
+        return;
+    }
     switch (static_cast<TimerId>(id)) {
         case TimerId::Progress:
             player_.ProgressTick();

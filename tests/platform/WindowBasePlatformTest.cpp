@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "platform/MessagePump_win.h"
 #include "ui/WindowBase_win.h"
 #include "ui/WindowClass_win.h"
 
@@ -41,6 +42,34 @@ TEST(WindowBase, KeepsItsWindowUntilDestroyedAndNoExceptionEscapes) {
     DestroyWindow(hwnd);
     EXPECT_EQ(probe.Handle(), nullptr);
     SetWindowFaultReporter(before);
+}
+
+// The nested pump hands the messages waiting to their windows, and a quit among them ends it and stays for
+// the main loop; busy scopes nest.
+TEST(MessagePump, DispatchesAndKeepsTheQuitForTheMainLoop) {
+    ProbeWindow probe;
+    ASSERT_TRUE(probe.Create());
+    PostMessageW(probe.Handle(), kThrow, 0, 0);
+    const auto before = SetWindowFaultReporter([](const char* what) { gReports.emplace_back(what); });
+    gReports.clear();
+    EXPECT_TRUE(PumpWaitingMessages());
+    EXPECT_EQ(gReports.size(), 1u);  // the posted message reached its window
+    PostQuitMessage(7);
+    EXPECT_FALSE(PumpWaitingMessages());
+    MSG msg;
+    ASSERT_TRUE(PeekMessageW(&msg, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+    EXPECT_EQ(msg.wParam, 7u);
+    SetWindowFaultReporter(before);
+    DestroyWindow(probe.Handle());
+    EXPECT_FALSE(IsBusy());
+    {
+        const BusyScope outer;
+        {
+            const BusyScope inner;
+        }
+        EXPECT_TRUE(IsBusy());
+    }
+    EXPECT_FALSE(IsBusy());
 }
 
 }  // namespace
