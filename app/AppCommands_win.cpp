@@ -98,15 +98,20 @@ void App::BuildCommands() {
     addForEntry(IDM_PLAYLIST_PLAY, "播放(&P)", [this](int index) { player_.PlayEntry(index); });
     addForEntry(IDM_PLAYLIST_REMOVE, "删除(&D)", [this](int index) { queue_.RemoveEntry(index); });
     addForEntry(IDM_PLAYLIST_MOVE, "移动(&M)...", [this](int index) { queue_.MoveEntry(index); });
-    add({IDM_PLAYLIST_FIND}, "查找(&F)...", [this] { queue_.FindFromCurrent(); });
+    add({IDM_PLAYLIST_FIND}, "查找(&F)...", [this] { queue_.FindFromCurrent(player_.FilePlays()); });
 }
 
 UiState App::CurrentUiState() const {
     return {display_.Visible(), playlist_.Visible(), playlist_.SelectedIndex()};
 }
 
-void App::OnCommand(int id) { commands_.Run(id, CurrentUiState()); }
-void App::RunCommand(int id) { commands_.Run(id, CurrentUiState()); }
+// A command waits for nested work to end (its windows stay usable, but nothing new starts inside it).
+void App::OnCommand(int id) {
+    if (!IsBusy()) commands_.Run(id, CurrentUiState());
+}
+void App::RunCommand(int id) {
+    if (!IsBusy()) commands_.Run(id, CurrentUiState());
+}
 std::vector<MenuLine> App::ContextMenu() { return commands_.Menu(kMainMenu, CurrentUiState()); }
 std::vector<MenuLine> App::PlaylistMenu() { return commands_.Menu(kPlaylistMenu, CurrentUiState()); }
 

@@ -113,7 +113,12 @@ void App::ShowTips() {
         colours.emplace(static_cast<std::uint32_t>(settings_.Number(opt::kBalloonBackColour).value_or(0xE1FFFF)),
                         static_cast<std::uint32_t>(settings_.Number(opt::kBalloonTextColour).value_or(0)));
     }
-    window_.ShowTips(MakeTransportTips(settings_, queue_.Queue(), kSuffixNormal, false), colours, settings_.IsOn(opt::kBalloonHelp));
+    window_.ShowTips(MakeTransportTips(settings_, queue_.Queue(), player_.Texts(), player_.FilePlays()), colours,
+                     settings_.IsOn(opt::kBalloonHelp));
+}
+
+void App::RefreshTips() {
+    window_.SetTips(MakeTransportTips(settings_, queue_.Queue(), player_.Texts(), player_.FilePlays()));
 }
 
 // The presenter side of the controllers' views.
@@ -123,7 +128,7 @@ void App::ShowLines(const std::vector<std::string>& lines) { playlist_.SetLines(
 void App::ShowTexts(const QueueTexts& texts) {
     window_.ShowQueueTexts(texts);
     playlist_.SetCaption(texts.listCaption);
-    ShowTips();
+    RefreshTips();
 }
 
 void App::SelectLine(int index) { playlist_.Select(index); }
@@ -132,11 +137,18 @@ void App::Play(const std::string& path) { player_.OpenAndPlay(path); }
 
 void App::ShowPlayback(const PlaybackTexts& texts) {
     window_.ShowPlayback(texts);
+    RefreshTips();
     UpdateTimers();
 }
 
 void App::ShowLyricsLines(std::string_view first, std::string_view second) {
     display_.SetLyrics(std::string(first), std::string(second));
+}
+
+void App::FileClosed() {
+    stream_.Reset();
+    display_.SetStreamTexts(stream_.Texts());
+    window_.ShowTagLine(stream_.Texts().title);
 }
 
 void App::FileOpened(const std::string& path) {
@@ -212,6 +224,11 @@ void App::UpdateTimers() {
 }
 
 void App::OnTimer(unsigned id) {
+    // Inside nested work (a list filter, a library copy, another program) neither the next file nor a
+    // second start's argument may begin: they wait for their next tick.
+    if (IsBusy() && (static_cast<TimerId>(id) == TimerId::Progress || static_cast<TimerId>(id) == TimerId::HandOff)) {
+        return;
+    }
     switch (static_cast<TimerId>(id)) {
         case TimerId::Progress:
             player_.ProgressTick();

@@ -67,6 +67,7 @@ private:
     // PlaybackView
     void ShowPlayback(const PlaybackTexts& texts) override;
     void FileOpened(const std::string& path) override;
+    void FileClosed() override;
     // LyricsView
     void ShowLyricsLines(std::string_view first, std::string_view second) override;
     // MainWindowEvents
@@ -95,6 +96,7 @@ private:
     void ApplyLyricsSettings(const LyricsDisplaySettings& settings);
 
     void ShowTips();
+    void RefreshTips();
     void UpdateTimers();
     void SetTimerRunning(TimerId id, bool on, unsigned intervalMs);
     void RestorePositions();

@@ -9,6 +9,7 @@
 #include "app/Startup.h"
 #include "platform/FileSystem_win.h"
 #include "platform/Instance_win.h"
+#include "platform/MessagePump_win.h"
 #include "platform/Registry_win.h"
 #include "platform/WinText_win.h"
 #include "settings/IniFiles.h"
@@ -40,18 +41,6 @@ lumora::OsVersion QueryOsVersion() {
     return v;
 }
 
-void PumpMessages() {
-    MSG msg;
-    while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
-        if (msg.message == WM_QUIT) {
-            PostQuitMessage(static_cast<int>(msg.wParam));
-            return;
-        }
-        TranslateMessage(&msg);
-        DispatchMessageW(&msg);
-    }
-}
-
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
@@ -65,14 +54,18 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     lumora::WinRegistry registry;
     lumora::WinPrompts prompts;
     lumora::RegistryWrapper wrapper(registry, prompts);
-    lumora::WinPathLookup paths;
 
     lumora::SplashWindow splash;
-    splash.Create();
+    if (!splash.Create()) {
+        // Without the splash its timer never fires and nothing would ever show: end, and let
+        // the instance mutex go with us so that the next start is not handed to a ghost.
+        OleUninitialize();
+        return 1;
+    }
     const std::string tail = lumora::CommandTail(lumora::Narrow(GetCommandLineW()));
     const lumora::StartupResult start =
-        lumora::RunStartup({files, ini, wrapper, instances, paths}, QueryOsVersion(), tail, lumora::ProgramFolder(),
-                           PumpMessages);
+        lumora::RunStartup({files, ini, wrapper, instances}, QueryOsVersion(), tail, lumora::ProgramFolder(),
+                           [] { lumora::PumpWaitingMessages(); });
     if (start.os) splash.SetOsLabel(start.os->label);
 
     switch (start.outcome) {

@@ -120,12 +120,6 @@ std::string CommandTail(std::string_view commandLine) {
     return std::string(commandLine.substr(i));
 }
 
-std::string RebuildPath(std::string_view tail, PathLookup& lookup) {
-    if (tail.empty()) return {};
-    if (auto onDisk = lookup.NameOnDisk(std::string(tail))) return *onDisk;
-    return std::string(tail);
-}
-
 std::vector<RegistryEntry> TooltipRegistration(std::string_view programFolder) {
     std::string folder(programFolder);
     if (folder.empty() || folder.back() != '\\') folder += '\\';
@@ -185,6 +179,12 @@ StartupResult RunStartup(StartupPorts ports, const OsVersion& version, std::stri
     mark(kMarkOs);
     result.os = IdentifyOs(version);
 
+    // Help is only a message box: it needs no balloon tips, so a broken installation can still ask.
+    if (IsHelpRequest(tail)) {
+        result.outcome = StartupOutcome::ShowHelp;
+        return result;
+    }
+
     // The balloon-tip component: without it the image buttons have no tips.
     std::string folder(programFolder);
     if (folder.empty() || folder.back() != '\\') folder += '\\';
@@ -194,12 +194,9 @@ StartupResult RunStartup(StartupPorts ports, const OsVersion& version, std::stri
     }
     RegisterTooltip(ports.registry, programFolder);
 
-    if (IsHelpRequest(tail)) {
-        result.outcome = StartupOutcome::ShowHelp;
-        return result;
-    }
     result.settingsMode = tail == "set";
-    result.argument = RebuildPath(tail, ports.paths);
+    // The path stays as the user (or the shell) spelled it: the title line and the lists show it so.
+    result.argument = std::string(tail);
 
     mark(kMarkReadL44);
     const std::string stored = std::string(Trim(ports.registry.ReadValue(kSetupKeyPath, opt::kSamePlayer)));

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "ports/InstanceProbe.h"
-#include "ports/PathLookup.h"
 
 namespace lumora {
 
@@ -50,10 +49,6 @@ std::string HelpText(std::string_view version);
 // quoted, with the blanks before it removed.
 std::string CommandTail(std::string_view commandLine);
 
-// An existing path comes out as the file system spells it (so unchanged when it was already
-// spelled that way); anything else comes out unchanged.
-std::string RebuildPath(std::string_view tail, PathLookup& lookup);
-
 // ---- Balloon-tip component ------------------------------------------------------------------
 
 inline constexpr std::string_view kTooltipFile = "tooltip.dll";
@@ -91,7 +86,7 @@ struct StartupResult {
     StartupOutcome outcome = StartupOutcome::OpenMainWindow;
     std::string marker;               // the step start-up was at
     std::optional<OsIdentity> os;     // empty when the version matched no row
-    std::string argument;             // the command tail after the path rebuilding
+    std::string argument;             // the command tail, spelled as the user typed it
     bool settingsMode = false;        // the tail was exactly "set"
     bool showMainWindowNow = false;   // an argument skips the splash's display time
     std::vector<std::string> markers; // every marker in the order it was set
@@ -102,7 +97,6 @@ struct StartupPorts {
     IniFiles& ini;
     RegistryWrapper& registry;
     InstanceProbe& instances;
-    PathLookup& paths;
 };
 
 // Runs the splash window's steps. `pumpMessages` lets pending window messages run where start-up

@@ -5,8 +5,7 @@
 #include "settings/IniFiles.h"
 
 namespace lumora::fuzz {
-struct Fakes : PathLookup, InstanceProbe {
-    std::optional<std::string> NameOnDisk(const std::string& path) override { return path == "d:\\A.MP3" ? "D:\\a.mp3" : path; }
+struct Fakes : InstanceProbe {
     bool AnotherInstanceRuns() override { return running; }
     bool running = false;
 };
@@ -20,7 +19,7 @@ LUMORA_FUZZ(input) {
     IniFiles ini(p.fs);
     Fakes fakes;
     fakes.running = (input[0] & 1) != 0;
-    const StartupResult r = RunStartup({p.fs, ini, p.wrapper, fakes, fakes}, {OsPlatform::NT, 5, 1}, tail, "C:\\Lumora");
+    const StartupResult r = RunStartup({p.fs, ini, p.wrapper, fakes}, {OsPlatform::NT, 5, 1}, tail, "C:\\Lumora");
     Check(!r.marker.empty() && (r.outcome != StartupOutcome::HandedOver || fakes.running));
     if (const auto path = ResolveArgument(tail, p.fs)) {
         Check(p.fs.FileExists(*path) || p.fs.FolderExists(*path));

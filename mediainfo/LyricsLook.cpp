@@ -3,11 +3,28 @@
 #include <utility>
 
 #include "mediainfo/LyricsTiming.h"
+#include "ports/Prompts.h"
 #include "settings/OptionNames.h"
 #include "settings/RegistryWrapper.h"
 #include "settings/SettingsStore.h"
 
 namespace lumora {
+
+namespace {
+
+constexpr std::string_view kPictureDialogTitle = "选择歌词窗口的背景图片";
+// What the window's picture loader reads.
+constexpr std::string_view kPictureFilter = "图片文件 (*.bmp;*.jpg;*.gif)|*.bmp;*.dib;*.jpg;*.jpeg;*.gif;*.ico;*.wmf;*.emf";
+
+}  // namespace
+
+bool ChooseLyricsPicture(Prompts& prompts, LyricsLook& look) {
+    const auto chosen = prompts.AskOpenFileName(kPictureDialogTitle, kPictureFilter);
+    if (!chosen || chosen->empty()) return false;
+    look.picturePath = *chosen;
+    look.usePicture = true;
+    return true;
+}
 
 bool IsLyricsPointSize(long long points) { return points >= kMinLyricsPoints && points <= kMaxLyricsPoints; }
 

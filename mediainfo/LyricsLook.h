@@ -9,6 +9,7 @@
 
 namespace lumora {
 
+class Prompts;
 class RegistryWrapper;
 
 inline constexpr int kMinLyricsPoints = 6;
@@ -29,6 +30,10 @@ struct LyricsDisplaySettings {
     int lineByteLimit = 0;  // 0: lines are not wrapped
     LyricsLook look;
 };
+
+// The settings dialog's "选择图片...": an open dialog for a picture the window can draw. A chosen one
+// becomes the background picture and is switched on; false (nothing changed) when the user cancels.
+bool ChooseLyricsPicture(Prompts& prompts, LyricsLook& look);
 
 // A point size the window accepts; anything else keeps the current size.
 bool IsLyricsPointSize(long long points);

@@ -153,9 +153,37 @@ std::string QgcLyricsText(std::string_view bytes) {
     return text;
 }
 
+std::optional<std::string> UpdateQgcFile(std::string_view existing, const MediaInfoRecord& record,
+                                         std::string_view versionText) {
+    // Exported through the profile functions, each key is set on its own: whatever else the file
+    // holds (other sections, keys other programs added, lines past the new count) stays.
+    IniDocument doc(existing);
+    bool ok = true;
+    const auto set = [&](std::string_view section, std::string_view key, std::string_view value) {
+        ok = ok && doc.Set(section, key, SingleLine(value));
+    };
+    set(kFileSection, kDescriptionKey, kDescription);
+    set(kFileSection, kVersionKey, versionText);
+    set(kInfoSection, kTitleKey, record.title);
+    set(kInfoSection, kArtistKey, record.artist);
+    set(kInfoSection, kAlbumKey, record.album);
+    set(kInfoSection, kYearKey, record.year);
+    set(kInfoSection, kCommentKey, record.comment);
+    const auto lines = SplitLyricsLines(record.lyrics);
+    set(kLyricsSection, kLineCountKey, std::to_string(lines.size()));
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        set(kLyricsSection, std::string(kLineKeyPrefix) + std::to_string(i + 1), lines[i]);
+    }
+    if (!ok) return std::nullopt;
+    return doc.Bytes();
+}
+
 bool WriteQgcFile(FileSystem& fs, const std::string& path, const MediaInfoRecord& record,
                   std::string_view versionText) {
-    const auto bytes = BuildQgcFile(record, versionText);
+    const FileRead old = fs.ReadFilePart(path, 0, kMaxQgcBytes);
+    const auto bytes = old.status == FileRead::Status::Ok && !old.bytes.empty()
+                           ? UpdateQgcFile(old.bytes, record, versionText)
+                           : BuildQgcFile(record, versionText);
     return bytes && fs.WriteFileAtomic(path, *bytes);
 }
 

@@ -33,6 +33,11 @@ MediaInfoRecord ParseQgcFile(std::string_view bytes);
 // CR LF.
 std::string QgcLyricsText(std::string_view bytes);
 
+// An existing file's bytes with the record's keys set in it and every other key kept. Empty when a text
+// cannot be stored in code page 936.
+std::optional<std::string> UpdateQgcFile(std::string_view existing, const MediaInfoRecord& record,
+                                         std::string_view versionText);
+
 // Writes the file whole (temporary file put in place). False when it cannot be written or a text cannot
 // be stored in code page 936 (the caller checks that first with UnstorableFieldMessage).
 bool WriteQgcFile(FileSystem& fs, const std::string& path, const MediaInfoRecord& record, std::string_view versionText);

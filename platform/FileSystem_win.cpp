@@ -45,7 +45,7 @@ bool WriteAll(HANDLE h, std::string_view bytes) {
 }
 
 HANDLE OpenForReading(const std::string& path) {
-    return CreateFileW(Widen(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+    return CreateFileW(FilePathArg(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
                        FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
@@ -83,7 +83,7 @@ FileRead WinFileSystem::ReadFile(const std::string& path) {
 }
 
 bool WinFileSystem::WriteFileAtomic(const std::string& path, std::string_view bytes) {
-    const std::wstring target = Widen(path);
+    const std::wstring target = FilePathArg(path);
     const std::wstring temp = target + L".lumora-tmp";
     {
         File f(CreateFileW(temp.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
@@ -103,17 +103,17 @@ bool WinFileSystem::WriteFileAtomic(const std::string& path, std::string_view by
 }
 
 bool WinFileSystem::CreateEmptyFile(const std::string& path) {
-    File f(CreateFileW(Widen(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    File f(CreateFileW(FilePathArg(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
     return f.ok();
 }
 
 bool WinFileSystem::FileExists(const std::string& path) {
-    const DWORD attrs = GetFileAttributesW(Widen(path).c_str());
+    const DWORD attrs = GetFileAttributesW(FilePathArg(path).c_str());
     return attrs != INVALID_FILE_ATTRIBUTES && (attrs & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }
 
 bool WinFileSystem::FolderExists(const std::string& path) {
-    std::wstring wide = Widen(path);
+    std::wstring wide = FilePathArg(path);
     // "D:" alone means the current folder of drive D; a root is "D:\".
     if (wide.size() == 2 && wide[1] == L':') wide += L'\\';
     const DWORD attrs = GetFileAttributesW(wide.c_str());
@@ -121,7 +121,7 @@ bool WinFileSystem::FolderExists(const std::string& path) {
 }
 
 std::vector<std::string> WinFileSystem::ListFiles(const std::string& folder) {
-    std::wstring pattern = Widen(folder);
+    std::wstring pattern = FilePathArg(folder);
     if (!pattern.empty() && pattern.back() != L'\\' && pattern.back() != L'/') pattern += L'\\';
     pattern += L'*';
     std::vector<std::string> names;
@@ -137,7 +137,7 @@ std::vector<std::string> WinFileSystem::ListFiles(const std::string& folder) {
 
 long long WinFileSystem::FileSize(const std::string& path) {
     WIN32_FILE_ATTRIBUTE_DATA data{};
-    if (!GetFileAttributesExW(Widen(path).c_str(), GetFileExInfoStandard, &data)) return -1;
+    if (!GetFileAttributesExW(FilePathArg(path).c_str(), GetFileExInfoStandard, &data)) return -1;
     return (static_cast<long long>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
 }
 
@@ -176,7 +176,7 @@ FileRead WinFileSystem::ReadFilePart(const std::string& path, long long offset, 
 }
 
 bool WinFileSystem::WriteFilePart(const std::string& path, long long offset, std::string_view bytes) {
-    File f(CreateFileW(Widen(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+    File f(CreateFileW(FilePathArg(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                        FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!f.ok() || offset < 0) return false;
     LARGE_INTEGER at{};
@@ -186,24 +186,25 @@ bool WinFileSystem::WriteFilePart(const std::string& path, long long offset, std
 }
 
 bool WinFileSystem::CopyNewFile(const std::string& from, const std::string& to) {
-    return CopyFileW(Widen(from).c_str(), Widen(to).c_str(), TRUE) != 0;
+    return CopyFileW(FilePathArg(from).c_str(), FilePathArg(to).c_str(), TRUE) != 0;
 }
 
-bool WinFileSystem::RemoveFile(const std::string& path) { return DeleteFileW(Widen(path).c_str()) != 0; }
+bool WinFileSystem::RemoveFile(const std::string& path) { return DeleteFileW(FilePathArg(path).c_str()) != 0; }
 
 bool WinFileSystem::ClearAttributes(const std::string& path) {
-    return SetFileAttributesW(Widen(path).c_str(), FILE_ATTRIBUTE_NORMAL) != 0;
+    return SetFileAttributesW(FilePathArg(path).c_str(), FILE_ATTRIBUTE_NORMAL) != 0;
 }
 
 bool WinFileSystem::CanOpenForWriting(const std::string& path) {
-    File f(CreateFileW(Widen(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+    File f(CreateFileW(FilePathArg(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                        FILE_ATTRIBUTE_NORMAL, nullptr));
     return f.ok();
 }
 
 bool WinFileSystem::CreateFolder(const std::string& path) {
-    const std::wstring wide = WithoutTrailingSlash(Widen(path));
-    for (size_t i = 3; i <= wide.size(); ++i) {
+    const std::wstring wide = WithoutTrailingSlash(FilePathArg(path));
+    // Parents are made one by one after the root ("C:\\", or "\\\\?\\C:\\" for a long path).
+    for (size_t i = wide.rfind(L"\\\\?\\", 0) == 0 ? 7 : 3; i <= wide.size(); ++i) {
         if (i == wide.size() || wide[i] == L'\\' || wide[i] == L'/') {
             const std::wstring part = wide.substr(0, i);
             if (GetFileAttributesW(part.c_str()) == INVALID_FILE_ATTRIBUTES) CreateDirectoryW(part.c_str(), nullptr);

@@ -1,9 +1,8 @@
 #pragma once
-// Windows services that start-up asks about: a running instance and the names on disk.
+// The Windows service that start-up asks about: a running instance.
 #include <windows.h>
 
 #include "ports/InstanceProbe.h"
-#include "ports/PathLookup.h"
 
 namespace lumora {
 
@@ -19,11 +18,6 @@ public:
 private:
     HANDLE mutex_ = nullptr;
     bool another_ = false;
-};
-
-class WinPathLookup final : public PathLookup {
-public:
-    std::optional<std::string> NameOnDisk(const std::string& path) override;
 };
 
 }  // namespace lumora

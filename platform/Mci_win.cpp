@@ -22,10 +22,23 @@ std::string WinMci::ErrorText(unsigned long error) {
 }
 
 std::optional<std::string> WinMci::ShortPath(const std::string& path) {
-    const std::wstring wide = Widen(path);
-    wchar_t buffer[MAX_PATH + 1] = {};
-    const DWORD n = GetShortPathNameW(wide.c_str(), buffer, MAX_PATH);
-    if (n == 0 || n > MAX_PATH) return std::nullopt;
+    const std::wstring wide = FilePathArg(path);
+    std::wstring buffer(wide.size() + 1, L'\0');
+    for (;;) {  // the buffer grows until the whole short path fits: a cut path would open another file
+        const DWORD n = GetShortPathNameW(wide.c_str(), buffer.data(), static_cast<DWORD>(buffer.size()));
+        if (n == 0) return std::nullopt;
+        if (n < buffer.size()) {
+            buffer.resize(n);
+            break;
+        }
+        buffer.resize(n + 1);
+    }
+    // MCI takes no "\\?\" path; the short form of a long path usually fits without it.
+    if (buffer.rfind(L"\\\\?\\UNC\\", 0) == 0) {
+        buffer = L"\\\\" + buffer.substr(8);
+    } else if (buffer.rfind(L"\\\\?\\", 0) == 0) {
+        buffer = buffer.substr(4);
+    }
     return Narrow(buffer);
 }
 

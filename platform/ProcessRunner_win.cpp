@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "platform/MessagePump_win.h"
 #include "platform/WinText_win.h"
 
 namespace lumora {
@@ -21,19 +22,21 @@ std::optional<unsigned long> WinProcessRunner::RunAndWait(const std::string& com
         return std::nullopt;
     }
     CloseHandle(pi.hThread);
-    // Keep the caller's windows painted while the other program works.
+    // Keep the caller's windows painted while the other program works; a quit stops the wait.
+    const BusyScope busy;
+    bool quit = false;
     for (;;) {
         const DWORD wait = MsgWaitForMultipleObjects(1, &pi.hProcess, FALSE, INFINITE, QS_ALLINPUT);
         if (wait != WAIT_OBJECT_0 + 1) break;
-        MSG msg;
-        while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
-            TranslateMessage(&msg);
-            DispatchMessageW(&msg);
+        if (!PumpWaitingMessages()) {
+            quit = true;
+            break;
         }
     }
     DWORD code = 0;
-    GetExitCodeProcess(pi.hProcess, &code);
+    const bool ended = GetExitCodeProcess(pi.hProcess, &code) && code != STILL_ACTIVE;
     CloseHandle(pi.hProcess);
+    if (quit && !ended) return std::nullopt;
     return code;
 }
 

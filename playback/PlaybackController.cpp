@@ -60,6 +60,8 @@ std::string VolumeTip(int level) {
 
 }  // namespace
 
+std::string VolumeStatusText(int level) { return "当前音量为：" + std::to_string(level * 5) + "%"; }
+
 std::string_view ModeSuffix(PlayMode mode) {
     switch (mode) {
         case PlayMode::RepeatOne: return kSuffixRepeatOne;
@@ -187,6 +189,7 @@ void PlaybackController::CannotPlay(const std::string& path) {
     texts_.title = std::string(kCannotPlayTitle);
     SetPlaying(false);
     Show();
+    deps_.view.FileClosed();
     const MediaEntry* entry = deps_.queue.Queue().CurrentEntry();
     const std::string name = entry ? entry->name : path;
     if (deps_.settings.Text(opt::kAskOnUnplayable) == "1") {
@@ -224,6 +227,7 @@ void PlaybackController::ChooseAndPlay(QueueDirection direction) {
         // Past the last entry: the queue stays on it and nothing more plays.
         queue.SetCurrent(count);
         deps_.queue.Refresh();
+        deps_.view.FileClosed();
         return;
     }
     if (index < 1) return;  // before the first entry: nothing plays
@@ -247,6 +251,7 @@ void PlaybackController::PlayPause() {
         if (decoder_->PlayRange(pointA_ >= 0 && pointB_ >= 0 ? pointA_ : 0, pointB_ >= 0 ? pointB_ : -1)) {
             SetPlaying(true);
             stopped_ = false;
+            if (const MediaEntry* e = deps_.queue.Queue().CurrentEntry()) deps_.view.FileOpened(e->path);
         }
     } else if (decoder_->Resume()) {
         SetPlaying(true);
@@ -262,6 +267,7 @@ void PlaybackController::Stop() {
     SetTimeMode(TimeMode::Elapsed);
     texts_.time = "-";
     Show();
+    deps_.view.FileClosed();
 }
 
 void PlaybackController::Previous() {
@@ -387,7 +393,10 @@ void PlaybackController::SetSpeed(int percent) {
     if (percent > 200) percent = 200;
     texts_.speed = percent;
     // Speed follows the slider while a file is open; a format that cannot change it says so.
-    if (decoder_ && !decoder_->SetSpeed(percent)) texts_.statusLine = std::string(kSpeedUnsupported);
+    if (decoder_ && !decoder_->SetSpeed(percent)) {
+        texts_.statusLine = std::string(kSpeedUnsupported);
+        noticeTicks_ = kNoticeTicks;
+    }
     Show();
 }
 
@@ -398,7 +407,8 @@ void PlaybackController::SetVolume(int level) {
     if (level > 20) level = 20;
     texts_.volume = level;
     texts_.volumeTip = VolumeTip(level);
-    texts_.statusLine = "当前音量为：" + std::to_string(level * 5) + "%";
+    texts_.statusLine = VolumeStatusText(level);
+    noticeTicks_ = kNoticeTicks;
     // "关闭音量渐变功能": the mixer goes straight to the new level.
     if (deps_.settings.Text(opt::kNoVolumeFade) == "1") {
         mixerLevel_ = level;
@@ -433,7 +443,11 @@ void PlaybackController::ProgressTick() {
         texts_.percent = std::to_string(percent) + "%";
         texts_.time = timeMode_ == TimeMode::Remaining ? "-" + FormatTime(length - pos) : FormatTime(pos);
         texts_.progressLine = "播放的进度为：" + std::to_string(percent) + "%" + " 时间为：" + FormatTime(pos);
-        texts_.statusLine = texts_.progressLine;
+        if (noticeTicks_ > 0) {
+            --noticeTicks_;
+        } else {
+            texts_.statusLine = texts_.progressLine;
+        }
     }
     Show();
 }

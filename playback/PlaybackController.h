@@ -38,6 +38,12 @@ std::string_view PlayCaption(bool playing);
 std::string_view TimeModeArrow(TimeMode mode);
 std::string_view SegmentButtonText(bool choosingSegment);
 
+// The status line's volume report, "当前音量为：100%" for level 20; also what it shows at start.
+std::string VolumeStatusText(int level);
+// A notice on the status line (the speed a format refuses, the volume) outlives this many progress ticks, a
+// few seconds, before the progress report takes the line back.
+inline constexpr int kNoticeTicks = 12;
+
 struct PlaybackTexts {
     std::string playCaption{PlayCaption(false)};
     std::string modeLabel = ModeLabel(PlayMode::Normal, false);
@@ -51,7 +57,7 @@ struct PlaybackTexts {
     std::string percent = "0%";
     std::string progressLine;                  // "播放的进度为：…  时间为：…"
     std::string totalTime;                     // TotalTimeText of the length
-    std::string statusLine{kNothingPlayingStatus};
+    std::string statusLine = VolumeStatusText(20);
     std::string title{kNoFileTitle};
     std::string speedTip;
     std::string volumeTip;
@@ -68,6 +74,9 @@ public:
     virtual void ShowPlayback(const PlaybackTexts& texts) = 0;
     // A file has just been opened and plays (the video window and the stream panel follow it).
     virtual void FileOpened(const std::string& path) = 0;
+    // Playback stopped, or a file could not be played: the tag line and the stream panel go back
+    // to their empty texts.
+    virtual void FileClosed() = 0;
 };
 
 struct PlaybackDeps {
@@ -87,6 +96,8 @@ public:
 
     const PlaybackTexts& Texts() const { return texts_; }
     bool IsPlaying() const { return playing_; }
+    // A file is open and neither stopped nor at its end (playing or paused).
+    bool FilePlays() { return decoder_ != nullptr && !stopped_ && (playing_ || !decoder_->Finished()); }
     // Decoder 1 (the audio player, with the audio display) holds the current file.
     // The current position, -1 when nothing is open.
     long long PositionMs() const { return decoder_ ? decoder_->PositionMs() : -1; }
@@ -156,6 +167,7 @@ private:
     long long pointB_ = -1;
     int rememberedIndex_ = 0;
     int mixerLevel_ = 20;
+    int noticeTicks_ = 0;  // progress ticks the status line's notice still stays
 };
 
 }  // namespace lumora

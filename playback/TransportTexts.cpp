@@ -20,10 +20,12 @@ std::string NeighbourLine(const PlayQueue& queue, int step) {
 
 }  // namespace
 
-TransportTips MakeTransportTips(const SettingsStore& settings, const PlayQueue& queue, std::string_view modeSuffix,
+TransportTips MakeTransportTips(const SettingsStore& settings, const PlayQueue& queue, const PlaybackTexts& playback,
                                 bool hasFile) {
     TransportTips t;
     const bool empty = queue.Count() == 0;
+    const std::string& suffix = playback.modeSuffix;
+    const bool remaining = playback.timeMode == TimeModeArrow(TimeMode::Remaining);
     t.play = "播放/暂停";
     t.stop = "停止播放";
     const auto seconds = [&](std::string_view option) { return settings.Text(option) + "秒"; };
@@ -31,20 +33,21 @@ TransportTips MakeTransportTips(const SettingsStore& settings, const PlayQueue& 
     t.next = empty ? std::string(kNoFileToPlay) : "播放 “下一首”" + NeighbourLine(queue, +1);
     t.back = hasFile ? std::string(kBackLabel) + seconds(opt::kBackSeconds) : "无法后退";
     t.forward = hasFile ? std::string(kForwardLabel) + seconds(opt::kForwardSeconds) : "无法前进";
-    t.modeNormal = "设置播放方式-“正常”。当前播放方式为" + std::string(modeSuffix);
-    t.modeLoop = "设置播放方式-“单曲\\全部循环”。当前播放方式为" + std::string(modeSuffix);
-    t.modeRandom = "设置播放方式-“随机”。当前播放方式为" + std::string(modeSuffix);
-    t.timeMode = "转换“显示正在播放时间”和“剩余的时间”。";
-    t.segment = std::string(kSegmentIdleTip);
-    t.progress = std::string(kProgressTip);
-    t.volume = std::string(kVolumeLabel);
-    t.speed = "播放速度";
+    t.modeNormal = "设置播放方式-“正常”。当前播放方式为" + suffix;
+    t.modeLoop = "设置播放方式-“单曲\\全部循环”。当前播放方式为" + suffix;
+    t.modeRandom = "设置播放方式-“随机”。当前播放方式为" + suffix;
+    t.timeMode = std::string("转换“显示正在播放时间”和“剩余的时间”。\r\n") + (remaining ? "“剩余时间”" : "“正常时间”");
+    t.segment = playback.segmentTip;
+    t.progress = playback.progressLine.empty() ? std::string(kProgressTip) : playback.progressLine;
+    t.volume = playback.volumeTip;
+    t.volumeLabel = "音量显示（0为最小；20为最大）";
+    t.speed = playback.speedTip;
     t.list = "打开/关闭“文件列表”窗口";
     t.open = "打开媒体文件";
     t.title = "正在播放的文件";
-    t.time = "“显示正在播放时间”。";
+    t.time = remaining ? "显示正在播放文件的剩余时间”。" : "“显示正在播放时间”。";
     t.percent = "已播放的百分比";
-    t.mode = "当前播放方式为" + std::string(modeSuffix);
+    t.mode = "当前播放方式为" + suffix;
     t.segmentRange = t.segment;
     t.neighbours = "双击“文件列表”里的文件可直接播放";
     t.statusLine = "播放状态";

@@ -22,7 +22,7 @@ struct MainDisplayTexts {
     std::string percent = "0%";
     std::string time = "00:00:00";
     std::string segmentRange = "0-0";
-    std::string statusLine{kNothingPlayingStatus};
+    std::string statusLine = VolumeStatusText(20);
     std::string back{kBackLabel};
     std::string forward{kForwardLabel};
     std::string play{PlayCaption(false)};
@@ -48,6 +48,7 @@ struct TransportTips {
     std::string segment;
     std::string progress;
     std::string volume;
+    std::string volumeLabel;  // the label before the volume slider and its end labels
     std::string speed;
     std::string list;
     std::string open;
@@ -58,10 +59,12 @@ struct TransportTips {
     std::string segmentRange;
     std::string neighbours;
     std::string statusLine;
+    bool operator==(const TransportTips&) const = default;
 };
 
-// `modeSuffix` is the mode label's suffix ("：正常" ...); `hasFile`: a file is open.
-TransportTips MakeTransportTips(const SettingsStore& settings, const PlayQueue& queue, std::string_view modeSuffix,
+// `playback`: what the player shows now (its mode, time mode, volume, speed and segment);
+// `hasFile`: a file is open (back and forward can move in it).
+TransportTips MakeTransportTips(const SettingsStore& settings, const PlayQueue& queue, const PlaybackTexts& playback,
                                 bool hasFile);
 
 }  // namespace lumora

@@ -102,6 +102,11 @@ std::string WithListExtension(std::string_view path) {
     return result + "." + std::string(kListExtension);
 }
 
+std::string OtherFolderQuestionText(int count, std::string_view folder) {
+    return "程序检测到列表中有" + std::to_string(count) + "个文件不在“" + std::string(folder) +
+           "”文件夹中，列表文件只能保存同一文件夹中的媒体文件，这些文件将不会保存到列表文件中。现在是否继续？";
+}
+
 std::string UnstorableNameText(std::string_view text) {
     return "文件名“" + std::string(text) + "”含有列表文件无法保存的字符，请重新命名该文件后再保存。";
 }
@@ -132,12 +137,18 @@ SaveOutcome ListFileController::SaveListFile() {
             return SaveOutcome::Refused;
     }
 
+    std::vector<std::string> names = QueueListNames(queue);
+    if (const int others = queue.Count() - static_cast<int>(names.size()); others > 0) {
+        if (!prompts_.AskYesNo(OtherFolderQuestionText(others, folder), kSaveProgressTitle)) {
+            return SaveOutcome::Cancelled;
+        }
+    }
+
     const auto chosen = prompts_.AskSaveFileName(kSaveDialogTitle, kListFilter, kListExtension);
     if (!chosen || chosen->empty()) return SaveOutcome::Cancelled;
     const std::string path = WithListExtension(*chosen);
 
     const bool filtering = settings_.IsOn(opt::kFilterLists);
-    std::vector<std::string> names = QueueListNames(queue);
     if (filtering) {
         FilterResult filtered = FilterNames(fs_, folder, names, &progress_, kSaveProgressTitle);
         if (filtered.cancelled) return SaveOutcome::Cancelled;

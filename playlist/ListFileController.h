@@ -35,6 +35,10 @@ std::string DriveLetterOf(std::string_view path);
 std::string DriveQuestionText(DriveKind kind, std::string_view letter, bool loading);
 std::string DriveRefusalText(std::string_view letter, bool loading);
 
+// The question asked before saving a queue of which `count` entries lie outside the list's `folder`: a list
+// file holds one folder, so they cannot go in.
+std::string OtherFolderQuestionText(int count, std::string_view folder);
+
 // The box for a folder or name that a list file cannot store (CP936 has no code for one of its characters).
 std::string UnstorableNameText(std::string_view text);
 

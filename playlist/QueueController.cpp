@@ -28,8 +28,6 @@ constexpr std::string_view kMoveTitle = "移动位置";
 constexpr std::string_view kBadRangeText = "你输入的范围不正确！";
 constexpr std::string_view kFindTitle = "查找媒体";
 constexpr std::string_view kFindPrompt = "输入关键字，进行媒体查找。\r\n注：查找永远是在当前的列表位置向下查找。";
-constexpr std::string_view kNotFoundBefore = "从当前位置向下没有找到名字里含有“";
-constexpr std::string_view kNotFoundAfter = "”的媒体文件。";
 // The search refusal deliberately carries the filter's title, as users have always seen it.
 constexpr std::string_view kNothingPlayingText = "当前没有一个文件播放，无法进行“查找”";
 constexpr std::string_view kNothingPlayingTitle = "无法“过滤”";
@@ -204,8 +202,8 @@ bool QueueController::MoveEntry(int index) {
     return true;
 }
 
-bool QueueController::FindFromCurrent() {
-    if (queue_.Current() == 0) {
+bool QueueController::FindFromCurrent(bool filePlays) {
+    if (!filePlays || queue_.Current() == 0) {
         prompts_.ShowMessage(kNothingPlayingText, kNothingPlayingTitle);
         return false;
     }
@@ -213,15 +211,12 @@ bool QueueController::FindFromCurrent() {
     if (!answer) return false;
     const std::string_view keyword = Trim(*answer);
     if (keyword.empty()) return false;
-    const int found = queue_.FindFrom(queue_.Current() + 1, keyword);
-    if (found == 0) {
-        prompts_.ShowMessage(std::string(kNotFoundBefore) + std::string(keyword) + std::string(kNotFoundAfter),
-                             kFindTitle);
-        return false;
-    }
+    const int found = queue_.FindFrom(queue_.Current(), keyword);
+    if (found == 0) return false;
+    const bool other = found != queue_.Current();
     queue_.SetCurrent(found);
     Refresh();
-    PlayCurrent();
+    if (other) PlayCurrent();
     return true;
 }
 

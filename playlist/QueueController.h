@@ -84,10 +84,11 @@ public:
     bool RemoveEntry(int index);
     // The playlist window's move: asks for the new position of entry `index`.
     bool MoveEntry(int index);
-    // The playlist window's search: asks for a keyword, looks at the entries below the playing one (never
-    // above, never the playing one itself) and plays the first whose name holds it, so that searching again
-    // goes on further down. Nothing found is said in a box and changes nothing.
-    bool FindFromCurrent();
+    // The playlist window's search: refused while no file plays (`filePlays`: open and neither stopped nor
+    // ended); otherwise asks for a keyword and looks from the playing entry down (never above) for the first
+    // name that holds it. Another entry found plays; the playing one found is only selected. Nothing found
+    // changes nothing, without a box of its own.
+    bool FindFromCurrent(bool filePlays);
 
 private:
     AddResult RefuseTooMany();

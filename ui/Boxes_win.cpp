@@ -31,12 +31,11 @@ void FitText(HWND dlg) {
     GetWindowRect(label, &labelRect);
     MapWindowPoints(nullptr, dlg, reinterpret_cast<POINT*>(&labelRect), 2);
     const int width = labelRect.right - labelRect.left;
-    wchar_t buf[4096];
-    GetWindowTextW(label, buf, 4096);
+    const std::wstring text = WindowTextOf(label);
     HDC dc = GetDC(label);
     HGDIOBJ old = SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(label, WM_GETFONT, 0, 0)));
     RECT need{0, 0, width, 0};
-    DrawTextW(dc, buf, -1, &need, DT_CALCRECT | DT_WORDBREAK | DT_NOPREFIX);
+    DrawTextW(dc, text.c_str(), -1, &need, DT_CALCRECT | DT_WORDBREAK | DT_NOPREFIX);
     SelectObject(dc, old);
     ReleaseDC(label, dc);
     const int grow = (need.bottom - need.top) - (labelRect.bottom - labelRect.top);
@@ -94,9 +93,7 @@ INT_PTR BoxDialog::OnDialogMessage(UINT msg, WPARAM wp, LPARAM) {
                 case IDYES:
                 case IDNO:
                     if (LOWORD(wp) == IDOK && hasInput_) {
-                        wchar_t buf[1024] = {};
-                        GetDlgItemTextW(dlg, IDC_BOX_EDIT, buf, 1024);
-                        input = buf;
+                        input = WindowTextOf(GetDlgItem(dlg, IDC_BOX_EDIT));
                     }
                     EndDialog(dlg, LOWORD(wp));
                     return TRUE;

@@ -45,6 +45,8 @@ inline constexpr int IDC_MAIN_VOLUME_LABEL = 1036;
 inline constexpr int IDC_MAIN_SPEED_LABEL = 1037;
 inline constexpr int IDC_MAIN_STATUS_LINE = 1038;
 inline constexpr int IDC_MAIN_TAG_LINE = 1039;  // title, artist, album, year and comment of the tag
+inline constexpr int IDC_MAIN_VOLUME_MIN = 1040;  // the volume slider's end labels
+inline constexpr int IDC_MAIN_VOLUME_MAX = 1041;
 
 // Main window menu: 1200-1249.
 inline constexpr int IDM_OPEN_FILES = 1201;

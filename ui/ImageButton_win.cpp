@@ -1,5 +1,7 @@
 #include "ui/ImageButton_win.h"
 
+#include "platform/WinText_win.h"
+
 #include "ui/Theme_win.h"
 
 namespace lumora {
@@ -29,13 +31,12 @@ void DrawImageButton(const DRAWITEMSTRUCT& item) {
     DeleteObject(edge);
     DeleteObject(face);
 
-    wchar_t caption[128] = {};
-    GetWindowTextW(item.hwndItem, caption, 128);
+    const std::wstring caption = WindowTextOf(item.hwndItem);
     SetBkMode(dc, TRANSPARENT);
     SetTextColor(dc, disabled ? Theme::kButtonEdge : Theme::kText);
     HGDIOBJ oldFont = SelectObject(dc, Theme::UiFont());
     if (pressed) OffsetRect(&r, 1, 1);
-    DrawTextW(dc, caption, -1, &r, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+    DrawTextW(dc, caption.c_str(), -1, &r, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
     SelectObject(dc, oldFont);
 }
 

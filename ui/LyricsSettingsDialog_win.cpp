@@ -45,6 +45,13 @@ bool LyricsSettingsDialog::PickColour(std::uint32_t& colour) {
     return true;
 }
 
+void LyricsSettingsDialog::PickPicture() {
+    WinPrompts prompts(hwnd_);
+    if (!ChooseLyricsPicture(prompts, edited_.look)) return;
+    CheckDlgButton(hwnd_, IDC_LYRICS_SET_PICTURE_ON, BST_CHECKED);
+    SetDlgItemTextW(hwnd_, IDC_LYRICS_SET_PICTURE_PATH, Widen(edited_.look.picturePath).c_str());
+}
+
 void LyricsSettingsDialog::OnInit() {
     const LyricsLook& look = edited_.look;
     SetWindowTextW(hwnd_, Widen(kLyricsSettingsTitle).c_str());
@@ -89,6 +96,7 @@ INT_PTR LyricsSettingsDialog::OnDialogMessage(UINT msg, WPARAM wp, LPARAM lp) {
                 case IDC_LYRICS_SET_BACKGROUND: PickColour(edited_.look.background); return TRUE;
                 case IDC_LYRICS_SET_CURRENT: PickColour(edited_.look.current); return TRUE;
                 case IDC_LYRICS_SET_NEXT: PickColour(edited_.look.next); return TRUE;
+                case IDC_LYRICS_SET_PICTURE: PickPicture(); return TRUE;
                 case IDOK: Confirm(); return TRUE;
                 case IDCANCEL: EndDialog(hwnd_, IDCANCEL); return TRUE;
             }

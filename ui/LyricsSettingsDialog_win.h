@@ -22,6 +22,7 @@ private:
     void OnInit();
     void ShowLimit();
     bool PickColour(std::uint32_t& colour);
+    void PickPicture();
     void Confirm();
 
     LyricsDisplaySettings edited_;  // what the dialog shows; copied out on OK

@@ -155,7 +155,9 @@ void MainWindow::OnCreate() {
     Label(hwnd_, IDC_MAIN_SEGMENT_B, Widen(t.segmentB).c_str(), 408, 132, 46, 18);
 
     Label(hwnd_, IDC_MAIN_VOLUME_LABEL, Widen(kVolumeLabel).c_str(), 8, 160, 30, 18);
-    Slider(hwnd_, IDC_MAIN_VOLUME, 38, 156, 150, 24, 0, 20, 20);
+    Label(hwnd_, IDC_MAIN_VOLUME_MIN, L"MIN", 38, 160, 22, 18);
+    Slider(hwnd_, IDC_MAIN_VOLUME, 60, 156, 104, 24, 0, 20, 20);
+    Label(hwnd_, IDC_MAIN_VOLUME_MAX, L"MAX", 164, 160, 28, 18);
     Label(hwnd_, IDC_MAIN_SPEED_LABEL, L"速度", 196, 160, 30, 18);
     HWND speed = Slider(hwnd_, IDC_MAIN_SPEED, 226, 156, 150, 24, 1, 200, 100);
     gTrackbarProc =
@@ -260,10 +262,6 @@ void MainWindow::ShowPlayback(const PlaybackTexts& t) {
     SendDlgItemMessageW(hwnd_, IDC_MAIN_SPEED, TBM_SETPOS, TRUE, t.speed);
     EnableWindow(GetDlgItem(hwnd_, IDC_MAIN_BACK), t.backForwardEnabled);
     EnableWindow(GetDlgItem(hwnd_, IDC_MAIN_FORWARD), t.backForwardEnabled);
-    SetTip(IDC_MAIN_PROGRESS, t.progressLine.empty() ? std::string(kProgressTip) : t.progressLine);
-    SetTip(IDC_MAIN_SPEED, t.speedTip);
-    SetTip(IDC_MAIN_VOLUME, t.volumeTip);
-    SetTip(IDC_MAIN_SEGMENT, t.segmentTip);
 }
 
 void MainWindow::ShowTagLine(const std::string& text) { SetText(IDC_MAIN_TAG_LINE, text); }
@@ -274,6 +272,13 @@ void MainWindow::SetVolumePosition(int position) {
 
 void MainWindow::ShowTips(const TransportTips& t, std::optional<std::pair<std::uint32_t, std::uint32_t>> colours,
                           bool enabled) {
+    if (!tipsAttached_) return;
+    SetTips(t);
+    if (colours) tips_.SetColors(static_cast<COLORREF>(colours->first), static_cast<COLORREF>(colours->second));
+    tips_.Enable(enabled);
+}
+
+void MainWindow::SetTips(const TransportTips& t) {
     if (!tipsAttached_) return;
     const std::pair<int, const std::string*> tips[] = {
         {IDC_MAIN_PLAY, &t.play},
@@ -302,15 +307,15 @@ void MainWindow::ShowTips(const TransportTips& t, std::optional<std::pair<std::u
         {IDC_MAIN_PREVIOUS_LABEL, &t.previous},
         {IDC_MAIN_NEXT_LABEL, &t.next},
         {IDC_MAIN_COMBINED, &t.neighbours},
-        {IDC_MAIN_VOLUME_LABEL, &t.volume},
+        {IDC_MAIN_VOLUME_LABEL, &t.volumeLabel},
+        {IDC_MAIN_VOLUME_MIN, &t.volumeLabel},
+        {IDC_MAIN_VOLUME_MAX, &t.volumeLabel},
         {IDC_MAIN_SPEED_LABEL, &t.speed},
         {IDC_MAIN_STATUS_LINE, &t.statusLine},
     };
     for (const auto& [id, text] : tips) SetTip(id, *text);
     SetTip(IDC_MAIN_LIBRARY, "加载“我的音乐库”");
     SetTip(IDC_MAIN_TAG_LINE, "当前文件的标签信息：标题、歌手、专集、年代和其他");
-    if (colours) tips_.SetColors(static_cast<COLORREF>(colours->first), static_cast<COLORREF>(colours->second));
-    tips_.Enable(enabled);
 }
 
 void MainWindow::SetOpacity(int alpha) {

@@ -55,6 +55,8 @@ public:
     // The balloon help of every control; `colours` (background, text) when the user chose them.
     void ShowTips(const TransportTips& tips, std::optional<std::pair<std::uint32_t, std::uint32_t>> colours,
                   bool enabled);
+    // Only the texts, as the player's state changes them.
+    void SetTips(const TransportTips& tips);
     void SetOpacity(int alpha);
     void BringToFront();
 

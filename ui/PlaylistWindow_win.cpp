@@ -9,6 +9,7 @@
 #include "ui/ControlIds.h"
 #include "ui/Menu_win.h"
 #include "ui/Theme_win.h"
+#include "ui/TipGuard_win.h"
 #include "ui/WindowClass_win.h"
 
 namespace lumora {
@@ -75,9 +76,14 @@ void PlaylistWindow::SetLines(const std::vector<std::string>& lines) {
     for (const auto& line : lines) SendMessageW(lines_, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Widen(line).c_str()));
     SendMessageW(lines_, WM_SETREDRAW, TRUE, 0);
     InvalidateRect(lines_, nullptr, TRUE);
+    // The lines are new (an entry removed, moved, another list): the tip must not name the old one.
+    UpdateInfoTip();
 }
 
-void PlaylistWindow::Select(int index) { SendMessageW(lines_, LB_SETCURSEL, static_cast<WPARAM>(index - 1), 0); }
+void PlaylistWindow::Select(int index) {
+    SendMessageW(lines_, LB_SETCURSEL, static_cast<WPARAM>(index - 1), 0);
+    UpdateInfoTip();
+}
 
 void PlaylistWindow::CreateInfoTip(bool classic) {
     if (infoTip_) DestroyWindow(infoTip_);
@@ -86,6 +92,7 @@ void PlaylistWindow::CreateInfoTip(bool classic) {
                                CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, hwnd_, nullptr, GetModuleHandleW(nullptr),
                                nullptr);
     SendMessageW(infoTip_, TTM_SETMAXTIPWIDTH, 0, 400);
+    GuardTip(infoTip_);
     TOOLINFOW info{};
     info.cbSize = TTTOOLINFOW_V2_SIZE;
     info.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
@@ -104,6 +111,7 @@ void PlaylistWindow::UpdateInfoTip() {
     info.uId = reinterpret_cast<UINT_PTR>(lines_);
     info.lpszText = const_cast<wchar_t*>(text.c_str());
     SendMessageW(infoTip_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&info));
+    if (text.empty()) SendMessageW(infoTip_, TTM_POP, 0, 0);
 }
 
 void PlaylistWindow::SetCaption(const std::string& caption) { SetWindowTextW(hwnd_, Widen(caption).c_str()); }

@@ -56,6 +56,7 @@ bool ProgressWindow::Open(HWND owner, const std::string& title) {
         Child(hwnd_, L"BUTTON", IDC_PROGRESS_CANCEL, BS_PUSHBUTTON | WS_TABSTOP, kWidth / 2 - 40, kHeight - 36, 80, 26);
     SetWindowTextW(cancel, kCancelText);
     if (owner_) EnableWindow(owner_, FALSE);
+    busy_.emplace();
     ShowWindow(hwnd_, SW_SHOW);
     UpdateWindow(hwnd_);
     return true;
@@ -80,28 +81,21 @@ void ProgressWindow::AddLine(const std::string& line) {
 }
 
 bool ProgressWindow::Pump() {
-    MSG msg;
-    while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
-        if (msg.message == WM_QUIT) {
-            // Leave the quit for the main loop; the work stops here.
-            PostQuitMessage(static_cast<int>(msg.wParam));
-            cancelled_ = true;
-            break;
-        }
-        // Only the progress window takes input while the work runs; the owner is disabled.
-        TranslateMessage(&msg);
-        DispatchMessageW(&msg);
-    }
+    // Only the progress window takes input while the work runs; the owner is disabled. A quit is
+    // left for the main loop and stops the work.
+    if (!PumpWaitingMessages()) cancelled_ = true;
     return !cancelled_;
 }
 
 void ProgressWindow::Finish() {
     finished_ = true;
+    busy_.reset();
     if (hwnd_) SetDlgItemTextW(hwnd_, IDC_PROGRESS_CANCEL, kCloseText);
     if (owner_) EnableWindow(owner_, TRUE);
 }
 
 void ProgressWindow::Close() {
+    busy_.reset();
     if (owner_) EnableWindow(owner_, TRUE);
     if (hwnd_) DestroyWindow(hwnd_);
     hwnd_ = nullptr;

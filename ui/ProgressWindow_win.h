@@ -6,12 +6,14 @@
 #include <windows.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "playlist/ListFile.h"
 #include "playlist/MusicLibrary.h"
 
+#include "platform/MessagePump_win.h"
 #include "ui/WindowBase_win.h"
 
 namespace lumora {
@@ -42,6 +44,7 @@ private:
     HWND owner_ = nullptr;
     bool cancelled_ = false;
     bool finished_ = false;
+    std::optional<BusyScope> busy_;  // from Open until the work is finished
 };
 
 // The progress window of a list filtering run.

@@ -36,31 +36,12 @@ TEST(Startup, Windows98AndMeTurnXpMenusOffHelpRequestsAndTheCommandTail) {
     for (const auto& [line, tail] : cases) EXPECT_EQ(CommandTail(line), tail) << line;
 }
 
-struct FakeLookup : PathLookup {
-    std::optional<std::string> NameOnDisk(const std::string& path) override {
-        std::string key = path;
-        for (auto& c : key) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-        return onDisk.count(key) ? std::optional(onDisk[key]) : std::nullopt;
-    }
-    std::map<std::string, std::string> onDisk;  // lower-cased (or short) form -> name on disk
-};
-
-TEST(Startup, PathRebuildingGivesTheNameOnDisk) {
-    FakeLookup lookup;
-    lookup.onDisk["d:\\music\\song.mp3"] = "D:\\Music\\Song.mp3";
-    lookup.onDisk["d:\\progra~1\\a.mp3"] = "D:\\Program Files\\a.mp3";
-    EXPECT_EQ(RebuildPath("d:\\MUSIC\\song.MP3", lookup), "D:\\Music\\Song.mp3");
-    EXPECT_EQ(RebuildPath("D:\\PROGRA~1\\a.mp3", lookup), "D:\\Program Files\\a.mp3");
-    EXPECT_EQ(RebuildPath("\"D:\\Music\\Song.mp3\"", lookup), "\"D:\\Music\\Song.mp3\"");  // for the open step
-}
-
 struct StartupFixture {
     FakeFileSystem fs;
     FakeRegistry reg;
     FakePrompts prompts;
     RegistryWrapper wrapper{reg, prompts};
     IniFiles ini{fs};
-    FakeLookup lookup;
     struct Probe : InstanceProbe {
         bool AnotherInstanceRuns() override { return running; }
         bool running = false;
@@ -68,7 +49,7 @@ struct StartupFixture {
 
     StartupFixture() { fs.files["C:\\Lumora\\tooltip.dll"] = "MZ"; }
     StartupResult Run(std::string_view tail) {
-        return RunStartup({fs, ini, wrapper, probe, lookup}, {OsPlatform::NT, 5, 1}, tail, "C:\\Lumora",
+        return RunStartup({fs, ini, wrapper, probe}, {OsPlatform::NT, 5, 1}, tail, "C:\\Lumora",
                           [] { ++pumps; });
     }
     static inline int pumps = 0;
@@ -90,15 +71,17 @@ TEST(StartupRun, NormalStartClearsTheSlotAndRegistersTheComponent) {
 
 TEST(StartupRun, ArgumentShowsTheMainWindowAtOnce) {
     StartupFixture f;
-    f.lookup.onDisk["d:\\a.mp3"] = "D:\\A.mp3";
-    const StartupResult r = f.Run("d:\\a.mp3");
+    f.fs.files["D:\\Music\\Song.MP3"] = "";
+    const StartupResult r = f.Run("d:\\music\\song.mp3");  // kept as the user spelled it
     EXPECT_EQ(std::tuple(r.outcome, r.showMainWindowNow, r.argument, r.settingsMode),
-              std::tuple(StartupOutcome::OpenMainWindow, true, std::string("D:\\A.mp3"), false));
+              std::tuple(StartupOutcome::OpenMainWindow, true, std::string("d:\\music\\song.mp3"), false));
     EXPECT_TRUE(f.Run("set").settingsMode);
     f.probe.running = true;  // help ends before any instance check
     WriteScratchValue(f.ini, "keep");
     EXPECT_EQ(f.Run("/?").outcome, StartupOutcome::ShowHelp);
     EXPECT_EQ(ReadScratchValue(f.ini), "keep");
+    f.fs.files.clear();  // help needs no balloon-tip component
+    EXPECT_EQ(f.Run("-?").outcome, StartupOutcome::ShowHelp);
 }
 
 TEST(StartupRun, SecondInstanceHandsItsArgumentOver) {

@@ -178,6 +178,32 @@ std::string StatusText(HWND parent, int id, int part) {
     return Narrow(text);
 }
 
+std::string ToolTipText(HWND tips, HWND control) {
+    DWORD pid = 0;
+    GetWindowThreadProcessId(tips, &pid);
+    HANDLE process = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, pid);
+    if (!process) return {};
+    constexpr SIZE_T kChars = 1024;
+    auto* remote = static_cast<char*>(VirtualAllocEx(process, nullptr, sizeof(TOOLINFOW) + kChars * sizeof(wchar_t),
+                                                     MEM_COMMIT, PAGE_READWRITE));
+    std::wstring text(kChars, L'\0');
+    if (remote) {
+        TOOLINFOW info{};
+        info.cbSize = TTTOOLINFOW_V2_SIZE;
+        info.hwnd = GetParent(control);
+        info.uId = reinterpret_cast<UINT_PTR>(control);
+        info.lpszText = reinterpret_cast<wchar_t*>(remote + sizeof(TOOLINFOW));
+        SIZE_T done = 0;
+        WriteProcessMemory(process, remote, &info, sizeof info, &done);
+        SendMessageW(tips, TTM_GETTEXTW, kChars, reinterpret_cast<LPARAM>(remote));
+        ReadProcessMemory(process, remote + sizeof(TOOLINFOW), text.data(), kChars * sizeof(wchar_t), &done);
+        VirtualFreeEx(process, remote, 0, MEM_RELEASE);
+    }
+    CloseHandle(process);
+    text.resize(wcsnlen(text.c_str(), kChars));
+    return Narrow(text);
+}
+
 void Click(HWND parent, int id) {
     PostMessageW(parent, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(parent, id)));
 }

@@ -50,6 +50,10 @@ std::vector<std::string> ListLines(HWND parent, int id);
 // A status bar panel: read through a buffer in the other process.
 std::string StatusText(HWND parent, int id, int part);
 
+// The text a tooltip window holds for `control` (a tool added by its window handle), read through a
+// buffer in the other process.
+std::string ToolTipText(HWND tips, HWND control);
+
 void Click(HWND parent, int id);
 void Command(HWND window, int id);
 

@@ -99,6 +99,16 @@ TEST_F(LumoraE2E, EveryControlOfTheMainWindowHasBalloonHelp) {
     }
     EXPECT_GT(controls, 20u);
     EXPECT_EQ(static_cast<size_t>(SendMessageW(tips, TTM_GETTOOLCOUNT, 0, 0)), controls);
+
+    // The texts follow the player, and the start shows the volume with the slider's ends.
+    EXPECT_EQ(ControlText(main, IDC_MAIN_STATUS_LINE), "当前音量为：100%");
+    EXPECT_EQ(ControlText(main, IDC_MAIN_VOLUME_MIN) + ControlText(main, IDC_MAIN_VOLUME_MAX), "MINMAX");
+    const auto tipOf = [&](int id) { return ToolTipText(tips, GetDlgItem(main, id)); };
+    const std::string modeTip = tipOf(IDC_MAIN_MODE_NORMAL), timeTip = tipOf(IDC_MAIN_TIME);
+    ASSERT_FALSE(modeTip.empty());
+    Click(main, IDC_MAIN_MODE_RANDOM);
+    Click(main, IDC_MAIN_TIME_MODE);
+    EXPECT_TRUE(WaitFor([&] { return tipOf(IDC_MAIN_MODE_NORMAL) != modeTip && tipOf(IDC_MAIN_TIME) != timeTip; }));
 }
 
 TEST_F(LumoraE2E, SecondStartHandsAQuotedPathToTheFirst) {

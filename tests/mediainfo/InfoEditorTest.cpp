@@ -95,6 +95,13 @@ TEST_F(InfoEditorTest, ExportsAndImportsQgcFiles) {
               Gbk("[文件信息]\r\n说明=这是“Lumora”的媒体信息文件\r\n版本=1.2.3\r\n\r\n"
                   "[媒体信息]\r\n标题=标题\r\n歌手=歌手\r\n专集=专集\r\n年代=2005\r\n其他=其他\r\n\r\n"
                   "[媒体歌词]\r\n行数=3\r\n歌词1=[00:01]一\r\n歌词2=\r\n歌词3=[00:02]二\r\n"));
+    // Exported over a file of its own, the keys the export does not write stay.
+    fs.files["D:\\导出.QGC"] = Gbk("[歌曲]\r\n评分=5\r\n[媒体信息]\r\n标题=旧\r\n来源=CD\r\n");
+    EXPECT_TRUE(editor.ExportQgc());
+    const std::string merged = fs.files["D:\\导出.QGC"];
+    for (const char* kept : {"[歌曲]\r\n评分=5\r\n", "来源=CD\r\n", "标题=标题\r\n", "歌词3=[00:02]二\r\n"}) {
+        EXPECT_NE(merged.find(Gbk(kept)), std::string::npos) << kept;
+    }
     editor.SetFields({});
     prompts.openAnswer = "D:\\导出.QGC";
     EXPECT_TRUE(editor.ImportQgc());

@@ -37,6 +37,17 @@ TEST(LyricsLook, SavedValuesLoadBackAndBadOnesKeepTheDefaults) {
     EXPECT_FALSE(SaveLyricsDisplaySettings(registry, s));
 }
 
+// "选择图片...": the chosen picture is kept and shown; a cancelled chooser changes nothing.
+TEST(LyricsLook, ThePictureChooserStoresTheChoice) {
+    test::FakePrompts prompts;
+    LyricsLook look;
+    EXPECT_FALSE(ChooseLyricsPicture(prompts, look));
+    EXPECT_EQ(std::tuple(look.usePicture, look.picturePath), std::tuple(false, std::string()));
+    prompts.openAnswer = "D:\\图片\\背景.jpg";
+    EXPECT_TRUE(ChooseLyricsPicture(prompts, look));
+    EXPECT_EQ(std::tuple(look.usePicture, look.picturePath), std::tuple(true, std::string("D:\\图片\\背景.jpg")));
+}
+
 TEST(LyricsLook, ARefusedValueFailsTheSave) {
     struct RefusingWrites : test::FakeRegistry {
         long WriteBinary(RegistryRoot, const std::string&, const std::string&, std::string_view) override { return 5; }

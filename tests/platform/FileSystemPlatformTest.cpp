@@ -11,6 +11,7 @@
 #include "mediainfo/Id3v1.h"
 #include "mediainfo/InfoBlock.h"
 #include "platform/FileSystem_win.h"
+#include "platform/Mci_win.h"
 #include "platform/WinText_win.h"
 #include "playback/StreamPanelFeed.h"
 #include "support/Fakes.h"
@@ -164,6 +165,23 @@ TEST(InfoBlockKill, KilledAtRandomPointsTheFileIsOldOrNewWhole) {
     }
     EXPECT_GT(saves, 0);  // the saves did run
     fs.RemoveFile(path);
+
+// A path past MAX_PATH is never cut: its folders are made, its file written, found, read and named short.
+TEST(FileSystemPlatform, PathsLongerThanMaxPathWork) {
+    WinFileSystem fs;
+    std::string folder = TempFile("长路径");
+    while (folder.size() < 300) folder += "\\folder with a long name";
+    ASSERT_TRUE(fs.CreateFolder(folder));
+    const std::string song = folder + "\\歌.mp3";
+    ASSERT_GT(Widen(song).size(), static_cast<size_t>(MAX_PATH));
+    ASSERT_TRUE(fs.WriteFileAtomic(song, "ID3"));
+    EXPECT_TRUE(fs.FileExists(song));
+    EXPECT_EQ(fs.ReadFile(song).bytes, "ID3");
+    EXPECT_EQ(fs.ListFiles(folder), std::vector<std::string>{"歌.mp3"});
+    const auto shortPath = WinMci().ShortPath(song);
+    ASSERT_TRUE(shortPath.has_value());
+    EXPECT_EQ(fs.ReadFile(*shortPath).bytes, "ID3");
+    EXPECT_TRUE(fs.RemoveFile(song));
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Start-up's Windows services against Wine: names on disk, folders and their files.
+// Start-up's Windows services against Wine: folders and their files.
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -36,25 +36,6 @@ protected:
     }
     std::string root_;
 };
-
-TEST_F(TempTree, NameOnDiskKeepsExactPathsAndFixesCaseAndShortNames) {
-    WinPathLookup lookup;
-    const std::string exact = root_ + "\\Song Title.MP3";
-    EXPECT_EQ(lookup.NameOnDisk(exact), exact);
-    std::string lower = exact;
-    for (size_t i = 3; i < lower.size(); ++i) {
-        if (lower[i] >= 'A' && lower[i] <= 'Z') lower[i] = static_cast<char>(lower[i] - 'A' + 'a');
-    }
-    EXPECT_EQ(lookup.NameOnDisk(lower), exact);
-    wchar_t shortPath[MAX_PATH] = {};
-    if (GetShortPathNameW(Widen(exact).c_str(), shortPath, MAX_PATH) && Narrow(shortPath) != exact) {
-        EXPECT_EQ(lookup.NameOnDisk(Narrow(shortPath)), exact);
-    }
-    EXPECT_EQ(lookup.NameOnDisk(root_ + "\\Sub Folder"), root_ + "\\Sub Folder");
-    EXPECT_EQ(lookup.NameOnDisk(root_ + "\\missing.mp3"), std::nullopt);
-    EXPECT_EQ(lookup.NameOnDisk("\"" + exact + "\""), std::nullopt);
-    EXPECT_EQ(lookup.NameOnDisk("set"), std::nullopt);
-}
 
 TEST_F(TempTree, FoldersAndTheirFiles) {
     WinFileSystem fs;

@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "platform/MessagePump_win.h"
 #include "ui/WindowBase_win.h"
 #include "ui/WindowClass_win.h"
 
@@ -41,6 +42,21 @@ TEST(WindowBase, KeepsItsWindowUntilDestroyedAndNoExceptionEscapes) {
     DestroyWindow(hwnd);
     EXPECT_EQ(probe.Handle(), nullptr);
     SetWindowFaultReporter(before);
+}
+
+// The nested pump leaves a quit for the main loop; busy scopes nest.
+TEST(MessagePump, KeepsTheQuitForTheMainLoop) {
+    PostQuitMessage(7);
+    EXPECT_FALSE(PumpWaitingMessages());
+    MSG msg;
+    ASSERT_TRUE(PeekMessageW(&msg, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+    EXPECT_EQ(msg.wParam, 7u);
+    {
+        const BusyScope outer;
+        { const BusyScope inner; }
+        EXPECT_TRUE(IsBusy());
+    }
+    EXPECT_FALSE(IsBusy());
 }
 
 }  // namespace

@@ -20,7 +20,8 @@ struct FakeDecoder : Decoder {
     bool Open(const std::string& path) override {
         opened.push_back(path);
         position = 0;
-        return !(finished = paused = false);
+        finished = paused = false;
+        return path.find("bad") == std::string::npos;
     }
     bool Pause() override { return paused = true; }
     bool Resume() override { return !(paused = false); }
@@ -46,7 +47,8 @@ struct FakeDecoder : Decoder {
 
 struct Rig : PlaybackView, VolumeControl {
     void ShowPlayback(const PlaybackTexts& t) override { last = t; }
-    void FileOpened(const std::string&) override {}
+    void FileOpened(const std::string&) override { fileShown = true; }
+    void FileClosed() override { fileShown = false; }
     void SetLevel(int level) override { levels.push_back(level); }
 
     test::FakePrompts prompts;
@@ -59,6 +61,7 @@ struct Rig : PlaybackView, VolumeControl {
     PlaybackTexts last;
     std::vector<int> levels;
     double draw = 0.0;
+    bool fileShown = false;  // the panels describe an open file
     PlaybackController player{{queue, settings, prompts, decoder, &audio, *this, *this, [this] { return draw; }}};
 
     explicit Rig(int entries) {
@@ -125,7 +128,10 @@ TEST(PlaybackController, CommandsAndTheTextsTheyShow) {
     }
     r.decoder.speedWorks = false;
     r.player.SetSpeed(50);
+    for (int tick = 0; tick < kNoticeTicks; ++tick) r.player.ProgressTick();  // long enough to be read
     EXPECT_EQ(r.last.statusLine, "提示：有些媒体格式不支持此功能。");
+    r.player.ProgressTick();
+    EXPECT_EQ(r.last.statusLine, r.last.progressLine);
     for (const int asked : {250, 0}) r.player.SetSpeed(asked);
     r.player.ResetSpeed();
     EXPECT_EQ(r.decoder.speeds, (std::vector<int>{50, 200, 1, 100}));
@@ -140,9 +146,14 @@ TEST(PlaybackController, ProgressSliderAndStopRestartsFromTheBeginning) {
     EXPECT_EQ(r.last.progress, 1000);
     r.player.Stop();
     EXPECT_EQ(r.last.progress, 0);
+    EXPECT_FALSE(r.player.FilePlays());
     Press(r, "PPP");  // pausing and going on: no new range
     EXPECT_EQ(r.decoder.ranges, (Ranges{{0, -1}}));
     EXPECT_FALSE(r.decoder.paused);
+    Press(r, "P");
+    EXPECT_TRUE(r.player.FilePlays());  // paused still counts
+    Press(r, "PE");
+    EXPECT_FALSE(r.player.FilePlays());  // the last entry ended
 }
 
 TEST(PlaybackController, EndOfFileByMode) {
@@ -241,20 +252,50 @@ TEST(PlaybackController, VolumeMovesOneStepATickUnlessL60) {
     EXPECT_FALSE(r.player.VolumeChanging());
 }
 
-// The balloon help names the neighbours (wrapping round like the neighbour labels) and the seconds to skip.
-TEST(TransportTips, FollowTheQueueAndTheOptions) {
+// The balloon help names the neighbours (wrapping round like the neighbour labels) and the seconds to skip, and
+// follows the player: its mode, the time shown, the volume, the segment.
+TEST(TransportTips, FollowTheQueueTheOptionsAndThePlayer) {
     Rig r(3);
     r.settings.SetText("L1", "7");
+    r.player.PlayEntry(1);
+    Press(r, "RT");
+    r.player.SetVolume(7);
     for (const auto& [current, previous, next] :
          {std::tuple{1, "003-(s3.wma)", "002-(s2.wma)"}, {3, "002-(s2.wma)", "001-(s1.wma)"}}) {
         r.queue.Queue().SetCurrent(current);
-        const TransportTips tips = MakeTransportTips(r.settings, r.queue.Queue(), kSuffixRandom, true);
+        const TransportTips tips = MakeTransportTips(r.settings, r.queue.Queue(), r.last, r.player.FilePlays());
         EXPECT_EQ(tips.previous, std::string("播放 “上一首”") + previous);
         EXPECT_EQ(tips.next, std::string("播放 “下一首”") + next);
         EXPECT_EQ(tips.back + tips.forward, "后退7秒前进5秒");
     }
-    const TransportTips none = MakeTransportTips(r.settings, PlayQueue{}, kSuffixNormal, false);
-    EXPECT_EQ(none.previous, "现在无文件播放");
+    const TransportTips tips = MakeTransportTips(r.settings, r.queue.Queue(), r.last, true);
+    EXPECT_EQ(tips.modeLoop, "设置播放方式-“单曲\\全部循环”。当前播放方式为：随机");
+    EXPECT_EQ(tips.time, "显示正在播放文件的剩余时间”。");
+    EXPECT_EQ(tips.volume, "显示播放音量 -- 7  （0为MIN；20为MAX）");
+    EXPECT_EQ(tips.volumeLabel, "音量显示（0为最小；20为最大）");
+    const TransportTips none = MakeTransportTips(r.settings, PlayQueue{}, PlaybackTexts{}, false);
+    EXPECT_EQ(none.previous + none.back + none.modeNormal + none.time,
+              "现在无文件播放无法后退设置播放方式-“正常”。当前播放方式为：正常“显示正在播放时间”。");
+    EXPECT_EQ(PlaybackTexts{}.statusLine, "当前音量为：100%");  // before anything plays
+}
+
+// Stopped, or on a file that cannot be played, nothing of the previous file stays on show.
+TEST(PlaybackController, StopAndAnUnplayableFileClearWhatDescribedTheFile) {
+    Rig r(3);
+    r.settings.SetText("L16", "0");  // on at once: past the last entry, nothing more plays
+    r.queue.Queue().Replace("D:\\m", {{"D:\\m\\s1.wma", "s1.wma"}, {"D:\\m\\bad.wma", "bad.wma"}});
+    r.player.PlayEntry(1);
+    r.decoder.position = 50000;
+    Press(r, "GAtB");
+    ASSERT_TRUE(r.fileShown);
+    r.player.Stop();
+    EXPECT_FALSE(r.fileShown);
+    r.player.PlayPause();  // played again: the panels describe it again
+    EXPECT_TRUE(r.fileShown);
+    r.player.Next();  // bad.wma cannot be played
+    EXPECT_EQ(std::tuple(r.last.segmentA, r.last.segmentB, r.last.totalTime, r.last.statusLine),
+              std::tuple("A=N/A", "B=N/A", "总时：N/A", "该文件无法播放..."));
+    EXPECT_FALSE(r.fileShown);
 }
 
 TEST(PlaybackController, NextOnAnEmptyQueueSaysThereIsNothingToPlay) {

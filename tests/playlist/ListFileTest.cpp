@@ -122,6 +122,25 @@ TEST_F(ListFileControllerTest, SavesTheQueueFilteredOrAsItStands) {
     EXPECT_EQ(WithListExtension("C:\\c.txt"), "C:\\c.txt.QLB");
 }
 
+// A list holds one folder: the user hears how many entries of other folders stay out before anything is written.
+TEST_F(ListFileControllerTest, SaveAsksBeforeLeavingOutEntriesOfOtherFolders) {
+    fs.files["E:\\x\\o.wma"] = "";
+    ASSERT_TRUE(queue.Queue().Replace("D:\\m", {{"D:\\m\\a.wma", "a.wma"}, {"E:\\x\\o.wma", "o.wma"},
+                                                 {"D:\\m\\b.wma", "b.wma"}}));
+    prompts.saveAnswer = "C:\\l";
+    prompts.yesNoAnswer = false;
+    EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Cancelled);
+    EXPECT_EQ(prompts.questions.at(0).text, OtherFolderQuestionText(1, "D:\\m"));
+    EXPECT_EQ(fs.files.count("C:\\l.QLB"), 0u);
+    prompts.yesNoAnswer = true;
+    EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Saved);
+    EXPECT_EQ(fs.files.at("C:\\l.QLB"), ListBytes(kMain, "2*1", "D:\\m*a.wma*b.wma"));
+    OpenQueue("D:\\m", {"a.wma", "b.wma"});
+    const std::size_t asked = prompts.questions.size();
+    EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Saved);
+    EXPECT_EQ(prompts.questions.size(), asked);  // one folder: nothing to ask
+}
+
 TEST_F(ListFileControllerTest, SaveWritesNothingWhenFewerThanTwoRemainOrTheWriteFails) {
     EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Refused);  // empty queue
     OpenQueue("D:\\m", {"a.wma", "x.txt"});

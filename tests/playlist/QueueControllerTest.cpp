@@ -49,6 +49,23 @@ TEST_F(QueueControllerTest, OpenDialogPlaysTheFirstOfTheFolderAndNames) {
     EXPECT_EQ(std::pair(prompts.messages.size(), view.texts), std::pair(std::size_t{1}, EmptyQueueTexts()));
 }
 
+// The search starts at the playing entry and goes down; with nothing playing (stopped, or nothing open) it is
+// refused, and nothing found changes nothing.
+TEST_F(QueueControllerTest, SearchLooksDownFromThePlayingEntryOnlyWhileSomethingPlays) {
+    Open({"D:\\m", "love a.mp3", "rock.mp3", "love b.mp3"}, 2);
+    prompts.textAnswer = "LOVE";
+    EXPECT_FALSE(controller.FindFromCurrent(false));
+    EXPECT_EQ(prompts.questions.size(), 0u);  // refused before the keyword is asked
+    EXPECT_EQ(prompts.messages.at(0).title, "无法“过滤”");
+    EXPECT_TRUE(controller.FindFromCurrent(true));
+    EXPECT_EQ(view.played, (Lines{"D:\\m\\love b.mp3"}));
+    EXPECT_TRUE(controller.FindFromCurrent(true));  // the playing entry is the first looked at: it plays on
+    EXPECT_EQ(std::pair(view.played.size(), view.selected), std::pair(std::size_t{1}, 3));
+    prompts.textAnswer = "rock";
+    EXPECT_FALSE(controller.FindFromCurrent(true));
+    EXPECT_EQ(std::pair(prompts.messages.size(), controller.Queue().Current()), std::pair(std::size_t{1}, 3));
+}
+
 TEST(IsRegularPath, AbsoluteWindowsPathsWithoutForbiddenCharacters) {
     for (const char* path : {"C:\\音乐\\a.mp3", "d:\\", "\\\\server\\share\\a.mp3", "Z:\\"}) {
         EXPECT_TRUE(IsRegularPath(path)) << path;

@@ -5,6 +5,7 @@
 
 #include <new>
 
+#include "ui/TipGuard_win.h"
 #include "ui/tooltip/Tooltip.h"
 
 namespace {
@@ -107,6 +108,7 @@ public:
                                WS_POPUP | TTS_BALLOON | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT, CW_USEDEFAULT,
                                CW_USEDEFAULT, CW_USEDEFAULT, owner_, nullptr, gModule, nullptr);
         if (!tip_) return HRESULT_FROM_WIN32(GetLastError());
+        lumora::GuardTip(tip_);
         // Room for the two-line help texts; line breaks in a text start new lines.
         SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, 360);
         SendMessageW(tip_, TTM_SETDELAYTIME, TTDT_AUTOPOP, 15000);
