@@ -44,6 +44,14 @@ WindowRect RectOf(HWND hwnd) {
     return {r.left, r.top, r.right, r.bottom};
 }
 
+// Differs from one start to the next, even for two starts within one clock tick.
+std::uint64_t RandomSeed() {
+    LARGE_INTEGER counter{};
+    QueryPerformanceCounter(&counter);
+    return (static_cast<std::uint64_t>(counter.QuadPart) * 0x9E3779B97F4A7C15ULL) ^
+           (static_cast<std::uint64_t>(GetCurrentProcessId()) << 32) ^ GetTickCount();
+}
+
 }  // namespace
 
 App::App(AppServices services)
@@ -51,7 +59,7 @@ App::App(AppServices services)
       queue_(services.prompts, services.files, *this, *this),
       decoder1_(services.files, acm_, waveOut_),
       player_({queue_, settings_, services.prompts, decoder2_, &decoder1_, volume_, *this,
-               [] { return static_cast<double>(GetTickCount() % 1000003) / 1000003.0; }}),
+               SeededDraws(RandomSeed())}),
       stream_(services.files),
       lists_(services.prompts, services.files, settings_, queue_, filterWindow_),
       defaultList_(services.prompts, services.files, settings_, queue_, lists_, filterWindow_),

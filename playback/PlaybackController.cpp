@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <memory>
 #include <optional>
+#include <random>
 #include <vector>
 
 #include "common/Text.h"
@@ -59,6 +61,11 @@ std::string VolumeTip(int level) {
 }
 
 }  // namespace
+
+std::function<double()> SeededDraws(std::uint64_t seed) {
+    auto engine = std::make_shared<std::mt19937_64>(seed);
+    return [engine] { return std::uniform_real_distribution<double>(0.0, 1.0)(*engine); };
+}
 
 std::string_view ModeSuffix(PlayMode mode) {
     switch (mode) {
@@ -243,10 +250,16 @@ void PlaybackController::PlayPause() {
     if (IsPlaying()) {
         if (decoder_->Pause()) SetPlaying(false);
     } else if (stopped_ || decoder_->Finished()) {
-        // Stopped: play again from the start (or the segment's A).
-        if (decoder_->PlayRange(pointA_ >= 0 && pointB_ >= 0 ? pointA_ : 0, pointB_ >= 0 ? pointB_ : -1)) {
+        // Stopped: play again from the start (or the segment's A). A file that played to its end is
+        // opened again instead: a device that has reached the end may sound again without saying
+        // so (the MPEG device under Wine), and opening brings back every text and timer of playing.
+        if (stopped_ &&
+            decoder_->PlayRange(pointA_ >= 0 && pointB_ >= 0 ? pointA_ : 0, pointB_ >= 0 ? pointB_ : -1)) {
             SetPlaying(true);
             stopped_ = false;
+        } else if (const MediaEntry* e = deps_.queue.Queue().CurrentEntry()) {
+            OpenAndPlay(e->path);
+            return;
         }
     } else if (decoder_->Resume()) {
         SetPlaying(true);

@@ -2,6 +2,7 @@
 // The playback controller: what plays and how. Transport commands, the four play modes, the A-B
 // segment, speed and volume, the advance at the end of a file and the handling of a file that
 // cannot be played. Its state is the texts the main window shows, and its decisions compare them.
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -69,6 +70,10 @@ public:
     // A file has just been opened and plays (the video window and the stream panel follow it).
     virtual void FileOpened(const std::string& path) = 0;
 };
+
+// Uniform draws in [0, 1) from a generator seeded once: every draw is new, however close together
+// they come (the clock's tick would repeat itself within one tick).
+std::function<double()> SeededDraws(std::uint64_t seed);
 
 struct PlaybackDeps {
     QueueController& queue;

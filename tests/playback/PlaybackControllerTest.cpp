@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <map>
+#include <set>
 
 #include "playback/PlaybackController.h"
 #include "playback/TransportTexts.h"
@@ -31,7 +32,7 @@ struct FakeDecoder : Decoder {
     bool Seek(long long ms) override { return seeks.push_back(position = ms), true; }
     bool PlayRange(long long from, long long to) override {
         ranges.emplace_back(position = from, to);
-        return !(finished = false);
+        return rangeWorks && !(finished = false);
     }
     bool SetSpeed(int percent) override { return speeds.push_back(percent), speedWorks; }
     bool Finished() override { return finished; }
@@ -41,7 +42,7 @@ struct FakeDecoder : Decoder {
     Ranges ranges;
     std::vector<int> speeds;
     long long position = 0;
-    bool finished = false, paused = false, speedWorks = true;
+    bool finished = false, paused = false, speedWorks = true, rangeWorks = true;
 };
 
 struct Rig : PlaybackView, VolumeControl {
@@ -59,7 +60,9 @@ struct Rig : PlaybackView, VolumeControl {
     PlaybackTexts last;
     std::vector<int> levels;
     double draw = 0.0;
-    PlaybackController player{{queue, settings, prompts, decoder, &audio, *this, *this, [this] { return draw; }}};
+    std::function<double()> draws;  // when set, instead of the fixed draw
+    PlaybackController player{{queue, settings, prompts, decoder, &audio, *this, *this,
+                               [this] { return draws ? draws() : draw; }}};
 
     explicit Rig(int entries) {
         std::vector<MediaEntry> list;
@@ -159,6 +162,37 @@ TEST(PlaybackController, EndOfFileByMode) {
         const std::string expected = *next ? "D:\\m\\" + std::string(next) + ".wma" : r.decoder.opened.front();
         EXPECT_EQ(r.Current() + r.last.playCaption, expected + (*next ? "暂停" : "播放")) << mode << start;
     }
+}
+
+// Random play over ten entries: ends that come in quick succession still pick ever new entries, and
+// another seed gives another order.
+TEST(PlaybackController, RandomPlayDrawsFromASeededGenerator) {
+    std::vector<std::string> orders[2];
+    for (const std::uint64_t seed : {1u, 2u}) {
+        Rig r(10);
+        r.draws = SeededDraws(seed);
+        Press(r, "R");
+        r.player.PlayEntry(1);
+        for (int i = 0; i < 40; ++i) r.EndOfFile();
+        orders[seed - 1] = r.decoder.opened;
+        EXPECT_EQ(std::set<std::string>(r.decoder.opened.begin(), r.decoder.opened.end()).size(), 10u);
+    }
+    EXPECT_NE(orders[0], orders[1]);
+}
+
+// Play after the list has ended opens the last entry again, even where the device refuses to play
+// on from its end: the caption, the progress and the time all move again.
+TEST(PlaybackController, PlayAfterTheListEndedPlaysWithItsTexts) {
+    Rig r(2);
+    r.player.PlayEntry(2);
+    r.EndOfFile();
+    ASSERT_EQ(r.last.playCaption, "播放");
+    r.decoder.rangeWorks = false;
+    Press(r, "P");
+    r.decoder.position = 100000;
+    Press(r, "t");
+    EXPECT_EQ(r.decoder.opened, (std::vector<std::string>{"D:\\m\\s2.wma", "D:\\m\\s2.wma"}));
+    EXPECT_EQ(r.last.playCaption + r.last.time, "暂停00:01:40");
 }
 
 TEST(PlaybackController, PreviousNextAndTheEdgesOfTheQueue) {
