@@ -114,7 +114,7 @@ private:
     WinMci mci_;
     MediaEngine engine_{mci_};
     WinControls controls_;
-    EngineDecoder decoder2_{engine_, 0};
+    EngineDecoder decoder2_{engine_, 0, [] { return static_cast<std::uint32_t>(GetTickCount()); }};
     WinVolume volume_;
     AcmMp3Decoder acm_;
     WaveOut waveOut_;

@@ -216,6 +216,13 @@ std::string MediaEngine::Mode() {
     return commands_.Query("status " + std::string(kMovieAlias) + " mode").value_or(std::string());
 }
 
+std::optional<bool> MediaEngine::Playing() {
+    if (kind_ != MediaKind::Flash || !controls_) return std::nullopt;
+    const auto playing = controls_->NumberByName("Playing");
+    if (!playing) return std::nullopt;
+    return *playing != 0;
+}
+
 bool MediaEngine::PlacePicture(WindowId window, std::optional<PixelRect> at) {
     const PixelRect r = at.value_or(PixelRect{});
     return commands_.PlacePicture(window, kMovieAlias, r.left, r.top, r.width, r.height) == kSuccess;

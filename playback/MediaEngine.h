@@ -106,6 +106,8 @@ public:
     long long Length() const { return state_.length; }
     // The mode the device reports ("playing", "paused", "stopped"...); empty on failure.
     std::string Mode();
+    // Whether the Flash control says its movie plays; empty when it does not say (or for other kinds).
+    std::optional<bool> Playing();
     bool PlacePicture(WindowId window, std::optional<PixelRect> at = std::nullopt);
     // Acts only when `allowed`; an unchanged speed is not sent again. True when the device took it.
     bool SetSpeed(long long percent, bool allowed);

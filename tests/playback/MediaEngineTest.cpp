@@ -50,12 +50,14 @@ struct FakeControls : ControlPort {
         return log.push_back("set " + std::to_string(id) + " " + std::to_string(static_cast<int>(value * 10))), true;
     }
     std::optional<double> NumberByName(const std::string& name) override {
+        if (name == "Playing") return playing;
         return name == "Duration" ? 42.5 : name == "PlayState" ? std::optional<double>(playState) : std::nullopt;
     }
     void Close() override { log.push_back("close"); }
 
     bool installed = true, mediaPlayer = false, opens = true, callsWork = true;
     double position = 0, playState = 2;
+    std::optional<double> playing;  // the Flash control's "Playing"
     Lines log;
 };
 
@@ -219,6 +221,40 @@ TEST(EngineDecoder, TurnsMillisecondsIntoTheEnginesUnits) {
 
     EXPECT_FALSE(d.Open("D:\\f.swf"));  // no hosted controls here
     EXPECT_EQ(d.LengthMs(), -1);
+}
+
+// A still picture stays kPictureShowMs on a time line of its own and waits while paused; a Flash movie
+// ends when its control says it no longer plays, or after a picture's time when the control says nothing.
+TEST(EngineDecoder, PicturesAndMoviesInControlsComeToAnEnd) {
+    RecordingMci mci;
+    FakeControls controls;
+    MediaEngine engine(mci);
+    engine.SetControls(&controls);
+    std::uint32_t now = 0xFFFFF000u;  // the tick count about to wrap
+    EngineDecoder d(engine, 7, [&] { return now; });
+    ASSERT_TRUE(d.Open("D:\\照片.jpg"));
+    EXPECT_EQ(d.LengthMs(), kPictureShowMs);
+    now += 2000;
+    ASSERT_TRUE(d.Pause());
+    now += 60000;
+    EXPECT_FALSE(d.Finished());
+    ASSERT_TRUE(d.Resume());
+    now += kPictureShowMs - 2001;
+    EXPECT_EQ(d.PositionMs(), kPictureShowMs - 1);
+    EXPECT_FALSE(d.Finished());
+    now += 1;
+    EXPECT_TRUE(d.Finished());
+    ASSERT_TRUE(d.PlayRange(0, -1));  // play after a stop shows it again
+    EXPECT_FALSE(d.Finished());
+
+    ASSERT_TRUE(d.Open("D:\\片头.swf"));
+    for (const auto& [playing, finished] : {std::pair{std::optional(1.0), false}, {std::optional(0.0), true},
+                                            {std::optional<double>(), false}}) {
+        controls.playing = playing;
+        EXPECT_EQ(d.Finished(), finished);
+    }
+    now += kPictureShowMs;
+    EXPECT_TRUE(d.Finished());
 }
 
 }  // namespace
