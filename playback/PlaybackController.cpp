@@ -175,6 +175,8 @@ void PlaybackController::OpenAndPlay(const std::string& path) {
         return;
     }
     decoder_ = chosen;
+    openPath_ = path;
+    held_.reset();
     stopped_ = false;
     if (texts_.speed != 100) decoder_->SetSpeed(texts_.speed);
     const MediaEntry* entry = deps_.queue.Queue().CurrentEntry();
@@ -428,7 +430,7 @@ bool PlaybackController::VolumeTick() {
 }
 
 void PlaybackController::ProgressTick() {
-    if (!decoder_ || !IsPlaying()) return;
+    if (!decoder_ || !IsPlaying() || held_) return;
     const long long length = decoder_->LengthMs();
     const long long pos = decoder_->PositionMs();
     // Both decoders stop by themselves at the end of the play range, B; playing starts again at A.
@@ -449,6 +451,33 @@ void PlaybackController::ProgressTick() {
         texts_.statusLine = texts_.progressLine;
     }
     Show();
+}
+
+bool PlaybackController::LetGo(const std::string& path) {
+    if (!decoder_ || held_ || path != openPath_) return false;
+    held_ = Held{std::max(0LL, decoder_->PositionMs()), playing_, stopped_ || decoder_->Finished()};
+    decoder_->Close();
+    return true;
+}
+
+void PlaybackController::TakeBack() {
+    if (!held_) return;
+    const Held held = *held_;
+    held_.reset();
+    if (!decoder_->Open(openPath_)) {
+        decoder_ = nullptr;
+        SetPlaying(false);
+        Show();
+        return;
+    }
+    if (texts_.speed != 100) decoder_->SetSpeed(texts_.speed);
+    if (held.stopped) {
+        decoder_->Stop();
+        return;
+    }
+    if (pointA_ >= 0 && pointB_ >= 0) decoder_->PlayRange(pointA_, pointB_);
+    decoder_->Seek(held.positionMs);
+    if (!held.playing) decoder_->Pause();
 }
 
 void PlaybackController::OnEndOfFile() {

@@ -26,7 +26,7 @@ struct FakeDecoder : Decoder {
     bool Pause() override { return paused = true; }
     bool Resume() override { return !(paused = false); }
     void Stop() override { finished = true; }
-    void Close() override {}
+    void Close() override { ++closes; }
     long long PositionMs() override { return position; }
     long long LengthMs() override { return 200000; }
     bool Seek(long long ms) override { return seeks.push_back(position = ms), true; }
@@ -42,6 +42,7 @@ struct FakeDecoder : Decoder {
     Ranges ranges;
     std::vector<int> speeds;
     long long position = 0;
+    int closes = 0;
     bool finished = false, paused = false, speedWorks = true, rangeWorks = true;
 };
 
@@ -193,6 +194,29 @@ TEST(PlaybackController, PlayAfterTheListEndedPlaysWithItsTexts) {
     Press(r, "t");
     EXPECT_EQ(r.decoder.opened, (std::vector<std::string>{"D:\\m\\s2.wma", "D:\\m\\s2.wma"}));
     EXPECT_EQ(r.last.playCaption + r.last.time, "暂停00:01:40");
+}
+
+// For the information editor's write the device lets go of the file and opens it again where it was:
+// playing, paused or stopped, at the same place.
+TEST(PlaybackController, LetsGoOfTheFileForAWriteAndGoesOnWhereItWas) {
+    for (const auto& [before, seeks, paused, finished, caption] :
+         {std::tuple{"", std::vector<long long>{50000}, false, false, "暂停"},
+          {"P", std::vector<long long>{50000}, true, false, "播放"}, {"S", std::vector<long long>{}, false, true, "播放"}}) {
+        Rig r(1);
+        r.player.PlayEntry(1);
+        r.decoder.position = 50000;
+        Press(r, before);
+        EXPECT_FALSE(r.player.LetGo("D:\\m\\other.wma"));
+        ASSERT_TRUE(r.player.LetGo("D:\\m\\s1.wma"));
+        EXPECT_EQ(r.decoder.closes, 1);
+        Press(r, "t");  // the timer leaves the closed device alone
+        r.player.TakeBack();
+        EXPECT_EQ(r.decoder.opened.size(), 2u);
+        EXPECT_EQ(r.decoder.seeks, seeks) << before;
+        EXPECT_EQ(std::tuple(r.decoder.paused, r.decoder.finished, r.last.playCaption),
+                  std::tuple(paused, finished, std::string(caption)))
+            << before;
+    }
 }
 
 TEST(PlaybackController, PreviousNextAndTheEdgesOfTheQueue) {
