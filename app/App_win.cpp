@@ -85,6 +85,7 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
             engine_.PlacePicture(reinterpret_cast<UINT_PTR>(video_.Handle()), PixelRect{0, 0, width, height});
     };
     decoder2_.SetVideoWindow(reinterpret_cast<UINT_PTR>(video_.Handle()));
+    video_.onClose = [this] { WriteSetupValues(PlaceValues(kVideoWindowPlace, video_.Place(), CurrentDpi())); };
     LoadSettings(settings_, services_.registry, ScreenInTwips());
     ApplyOsOverrides(settings_, osCode_);
     if (const auto vol = settings_.Number(opt::kVolume)) window_.SetVolumePosition(static_cast<int>(std::clamp(*vol, 0LL, 20LL)));
@@ -307,9 +308,10 @@ void App::RestorePositions() {
         return ParseDecimal(services_.registry.ReadValue(kSetupKeyPath, name));
     };
     playlist_.Restore(KeptPlace(kPlaylistWindowPlace, fromRegistry, CurrentDpi(), monitors));
+    video_.Restore(KeptPlace(kVideoWindowPlace, fromSettings, CurrentDpi(), monitors));
 }
 
-void App::SavePositions() {
+bool App::WriteSetupValues(const std::vector<std::pair<std::string_view, std::string>>& values) {
     static constexpr std::string_view kLevels[] = {
         "HKEY_LOCAL_MACHINE\\SOFTWARE",
         "HKEY_LOCAL_MACHINE\\SOFTWARE\\Tavrinsoft",
@@ -317,20 +319,21 @@ void App::SavePositions() {
         kSetupKeyPath,
     };
     for (const auto key : kLevels) {
-        if (!services_.registry.CreateKey(key)) return;
+        if (!services_.registry.CreateKey(key)) return false;
     }
+    for (const auto& [name, text] : values) {
+        if (!services_.registry.WriteValue(kSetupKeyPath, name, text)) return false;
+    }
+    return true;
+}
+
+void App::SavePositions() {
     auto values = PlaceValues(kMainWindowPlace, RectOf(window_.Handle()), CurrentDpi());
-    // The video window keeps the place it was given: written back as loaded.
-    for (const std::string_view name :
-         {kVideoWindowPlace.top, kVideoWindowPlace.left, kVideoWindowPlace.height, kVideoWindowPlace.width}) {
-        if (const auto n = settings_.Number(name)) values.emplace_back(name, std::to_string(*n));
-    }
+    for (auto& value : PlaceValues(kVideoWindowPlace, video_.Place(), CurrentDpi())) values.push_back(std::move(value));
     for (auto& value : PlaceValues(kPlaylistWindowPlace, playlist_.Place(), CurrentDpi())) {
         values.push_back(std::move(value));
     }
-    for (const auto& [name, text] : values) {
-        if (!services_.registry.WriteValue(kSetupKeyPath, name, text)) return;
-    }
+    WriteSetupValues(values);
 }
 
 void App::Close() {

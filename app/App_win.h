@@ -99,6 +99,8 @@ private:
     void SetTimerRunning(TimerId id, bool on, unsigned intervalMs);
     void RestorePositions();
     void SavePositions();
+    // Writes values into the setup key (creating it first); false at the first that fails.
+    bool WriteSetupValues(const std::vector<std::pair<std::string_view, std::string>>& values);
     void Close();
 
     AppServices services_;

@@ -35,6 +35,8 @@ public:
     long long LengthMs(std::string_view alias);
     long long Position(std::string_view alias);
     std::string PlacePicture(WindowId window, std::string_view alias, long left, long top, long width, long height);
+    // Shows the device's picture window: opened as a child it starts hidden.
+    std::string ShowPicture(std::string_view alias);
     // "cx": the destination's width, "cy": its height; -1 when the device does not say.
     long long PictureSize(std::string_view alias, std::string_view key);
     long long FrameRate(std::string_view alias);
@@ -93,6 +95,7 @@ public:
 
     // Device layer for the movie device.
     bool OpenMedia(const std::string& path, WindowId parent);
+    bool OpenMedia(const std::string& path, WindowId parent, std::string_view deviceType);
     bool Play(std::string_view from, std::string_view to);
     bool Pause();
     // Drops the remembered pause position, so the next play starts where it is told to (a seek).

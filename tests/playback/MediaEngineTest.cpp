@@ -111,7 +111,14 @@ TEST(MediaEngine, OpenDispatchByEndingAndInstalledControls) {
     RecordingMci mci;
     MediaEngine without(mci);  // no controls at all
     EXPECT_EQ(without.OpenDispatch("D:\\a.swf", 7, false), OpenResult::CannotPlay);
-    mci.errors["open C:\\SHORT~1\\v.avi type AviVideo Alias movie1 parent 7 Style " + std::string(kChildStyle)] = 275;
+    // An AVI the AVI device cannot decode goes to the MPEG device, through the system's media filters.
+    const auto open = [](const char* type) {
+        return "open C:\\SHORT~1\\v.avi type " + std::string(type) + " Alias movie1 parent 7 Style " + std::string(kChildStyle);
+    };
+    mci.errors[open("AviVideo")] = 275;
+    EXPECT_EQ(without.OpenDispatch("D:\\v.avi", 7, false), OpenResult::Playing);
+    EXPECT_NE(std::find(mci.sent.begin(), mci.sent.end(), open("MPEGVideo")), mci.sent.end());
+    mci.errors[open("MPEGVideo")] = 275;
     EXPECT_EQ(without.OpenDispatch("D:\\v.avi", 7, false), OpenResult::CannotPlay);
     mci.errors = {{"play movie1 from 0 to 10001", 263}};
     EXPECT_EQ(without.OpenDispatch("D:\\v.avi", 7, false), OpenResult::CannotPlay);
@@ -125,7 +132,10 @@ TEST(MediaEngine, VideoAndAudioAfterOpening) {
     ASSERT_EQ(e.OpenDispatch("D:\\v.mpg", 3, false), OpenResult::Playing);
     EXPECT_EQ(e.Info().lines, (Lines{"该媒体文件为视频", "画面原始大小(X)：352  (Y)：288",
                                      "画面实际大小(X)：352  (Y)：288", "总帧数：10001  帧速率：25"}));
-    EXPECT_NE(std::find(mci.sent.begin(), mci.sent.end(), "put movie1 window at 0 0 640 480"), mci.sent.end());
+    // The picture fills the window, and the device's window, a hidden child at first, is shown.
+    const auto put = std::find(mci.sent.begin(), mci.sent.end(), "put movie1 window at 0 0 640 480");
+    ASSERT_NE(put, mci.sent.end());
+    EXPECT_EQ(*(put + 1), "window movie1 state show");
     EXPECT_EQ(e.State().positionStep, 2);
     EXPECT_EQ(e.State().segmentEnd, 10001);
 
