@@ -26,32 +26,10 @@ int Seconds(const std::string& hhmmss) {
     return h * 3600 + m * 60 + s;
 }
 
-// A 24-bit bitmap of 8 x 8 pixels, half red and half blue.
-std::string Bitmap() {
-    std::string pixels;
-    for (int y = 0; y < 8; ++y) {
-        for (int x = 0; x < 8; ++x) pixels += x < 4 ? std::string("\x00\x00\xFF", 3) : std::string("\xFF\x00\x00", 3);
-    }
-    std::string b = "BM";
-    const auto put = [&](std::uint32_t v, int bytes) {
-        for (int i = 0; i < bytes; ++i) b += static_cast<char>((v >> (8 * i)) & 0xFF);
-    };
-    put(54 + static_cast<std::uint32_t>(pixels.size()), 4);
-    put(0, 4);
-    put(54, 4);
-    put(40, 4);
-    put(8, 4);
-    put(8, 4);
-    put(1, 2);
-    put(24, 2);
-    put(0, 4);
-    put(static_cast<std::uint32_t>(pixels.size()), 4);
-    put(2835, 4);
-    put(2835, 4);
-    put(0, 4);
-    put(0, 4);
-    return b + pixels;
-}
+// A bitmap of one red pixel: file header, info header (1 x 1, 24 bits), one padded row.
+const std::string kBitmap("BM\x3A\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\x01\0\0\0\x01\0\0\0\x01\0\x18\0"
+                          "\0\0\0\0\x04\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\xFF\0",
+                          58);
 
 // A rectangle the slider answers into memory of its own process (TBM_GETTHUMBRECT, TBM_GETCHANNELRECT).
 RECT SliderRect(HWND slider, UINT message) {
@@ -124,7 +102,7 @@ TEST_F(PlaybackE2E, PlayAfterTheListEndedShowsPlaying) {
 
 // A still picture is shown for its time and the queue goes on to the next entry.
 TEST_F(PlaybackE2E, StillPictureGivesWayToTheNextEntry) {
-    WriteBytes(media_ / L"a.bmp", Bitmap());
+    WriteBytes(media_ / L"a.bmp", kBitmap);
     WriteBytes(media_ / L"b.wav", SilentWave(20));
     Start(media_.Path());
     ASSERT_TRUE(lumora_.WaitForLineCount(2));

@@ -198,14 +198,6 @@ TEST_P(SoundPlayback, SpeedSliderAndItsDoubleClickReset) {
     EXPECT_TRUE(WaitFor([&] { return SendMessageW(slider, TBM_GETPOS, 0, 0) == 100; }));
 }
 
-TEST_P(SoundPlayback, VideoOpensItsWindowAtThePicturesSize) {
-    ASSERT_NE(Start("\\clip.avi"), nullptr);
-    ASSERT_TRUE(Playing());
-    ExpectVideoWindow(320, 240);
-    Sleep(300);
-    Hold("sound", 600, Label("video"));
-}
-
 TEST_P(SoundPlayback, MpegVideoPlaysWithItsPictureAndSound) {
     ASSERT_NE(Start("\\clip.mpg"), nullptr);
     ASSERT_TRUE(Playing());
