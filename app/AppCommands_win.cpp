@@ -130,6 +130,7 @@ void App::OpenInfoEditor() {
         if (entry) dialog.files.push_back({lines[static_cast<size_t>(i - 1)], entry->path});
     }
     dialog.first = queue.Current() > 0 ? queue.Current() - 1 : (dialog.files.empty() ? -1 : 0);
+    dialog.holder = &player_;
     dialog.Run(window_.Handle(), services_.files);
     // What was saved may be the playing file's lyrics: read them again.
     if (const MediaEntry* playing = queue.EntryAt(queue.Current())) lyrics_.Load(playing->path);

@@ -44,6 +44,14 @@ WindowRect RectOf(HWND hwnd) {
     return {r.left, r.top, r.right, r.bottom};
 }
 
+// Differs from one start to the next, even for two starts within one clock tick.
+std::uint64_t RandomSeed() {
+    LARGE_INTEGER counter{};
+    QueryPerformanceCounter(&counter);
+    return (static_cast<std::uint64_t>(counter.QuadPart) * 0x9E3779B97F4A7C15ULL) ^
+           (static_cast<std::uint64_t>(GetCurrentProcessId()) << 32) ^ GetTickCount();
+}
+
 }  // namespace
 
 App::App(AppServices services)
@@ -51,7 +59,7 @@ App::App(AppServices services)
       queue_(services.prompts, services.files, *this, *this),
       decoder1_(services.files, acm_, waveOut_),
       player_({queue_, settings_, services.prompts, decoder2_, &decoder1_, volume_, *this,
-               [] { return static_cast<double>(GetTickCount() % 1000003) / 1000003.0; }}),
+               SeededDraws(RandomSeed())}),
       stream_(services.files),
       lists_(services.prompts, services.files, settings_, queue_, filterWindow_),
       defaultList_(services.prompts, services.files, settings_, queue_, lists_, filterWindow_),
@@ -77,6 +85,7 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
             engine_.PlacePicture(reinterpret_cast<UINT_PTR>(video_.Handle()), PixelRect{0, 0, width, height});
     };
     decoder2_.SetVideoWindow(reinterpret_cast<UINT_PTR>(video_.Handle()));
+    video_.onClose = [this] { WriteSetupValues(PlaceValues(kVideoWindowPlace, video_.Place(), CurrentDpi())); };
     LoadSettings(settings_, services_.registry, ScreenInTwips());
     ApplyOsOverrides(settings_, osCode_);
     if (const auto vol = settings_.Number(opt::kVolume)) window_.SetVolumePosition(static_cast<int>(std::clamp(*vol, 0LL, 20LL)));
@@ -316,9 +325,10 @@ void App::RestorePositions() {
         return ParseDecimal(services_.registry.ReadValue(kSetupKeyPath, name));
     };
     playlist_.Restore(KeptPlace(kPlaylistWindowPlace, fromRegistry, CurrentDpi(), monitors));
+    video_.Restore(KeptPlace(kVideoWindowPlace, fromSettings, CurrentDpi(), monitors));
 }
 
-void App::SavePositions() {
+bool App::WriteSetupValues(const std::vector<std::pair<std::string_view, std::string>>& values) {
     static constexpr std::string_view kLevels[] = {
         "HKEY_LOCAL_MACHINE\\SOFTWARE",
         "HKEY_LOCAL_MACHINE\\SOFTWARE\\Tavrinsoft",
@@ -326,20 +336,21 @@ void App::SavePositions() {
         kSetupKeyPath,
     };
     for (const auto key : kLevels) {
-        if (!services_.registry.CreateKey(key)) return;
+        if (!services_.registry.CreateKey(key)) return false;
     }
+    for (const auto& [name, text] : values) {
+        if (!services_.registry.WriteValue(kSetupKeyPath, name, text)) return false;
+    }
+    return true;
+}
+
+void App::SavePositions() {
     auto values = PlaceValues(kMainWindowPlace, RectOf(window_.Handle()), CurrentDpi());
-    // The video window keeps the place it was given: written back as loaded.
-    for (const std::string_view name :
-         {kVideoWindowPlace.top, kVideoWindowPlace.left, kVideoWindowPlace.height, kVideoWindowPlace.width}) {
-        if (const auto n = settings_.Number(name)) values.emplace_back(name, std::to_string(*n));
-    }
+    for (auto& value : PlaceValues(kVideoWindowPlace, video_.Place(), CurrentDpi())) values.push_back(std::move(value));
     for (auto& value : PlaceValues(kPlaylistWindowPlace, playlist_.Place(), CurrentDpi())) {
         values.push_back(std::move(value));
     }
-    for (const auto& [name, text] : values) {
-        if (!services_.registry.WriteValue(kSetupKeyPath, name, text)) return;
-    }
+    WriteSetupValues(values);
 }
 
 void App::Close() {

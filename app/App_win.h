@@ -101,6 +101,8 @@ private:
     void SetTimerRunning(TimerId id, bool on, unsigned intervalMs);
     void RestorePositions();
     void SavePositions();
+    // Writes values into the setup key (creating it first); false at the first that fails.
+    bool WriteSetupValues(const std::vector<std::pair<std::string_view, std::string>>& values);
     void Close();
 
     AppServices services_;
@@ -116,7 +118,7 @@ private:
     WinMci mci_;
     MediaEngine engine_{mci_};
     WinControls controls_;
-    EngineDecoder decoder2_{engine_, 0};
+    EngineDecoder decoder2_{engine_, 0, [] { return static_cast<std::uint32_t>(GetTickCount()); }};
     WinVolume volume_;
     AcmMp3Decoder acm_;
     WaveOut waveOut_;

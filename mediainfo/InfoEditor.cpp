@@ -43,7 +43,12 @@ Id3v1Tag TagOf(const MediaInfoRecord& r) { return {r.title, r.artist, r.album, r
 }  // namespace
 
 bool InfoEditor::TakeFile(const std::string& path) {
-    if (!fs_.CanOpenForWriting(path)) {
+    bool writable = fs_.CanOpenForWriting(path);
+    if (!writable && holder_ && holder_->LetGo(path)) {
+        writable = fs_.CanOpenForWriting(path);
+        holder_->TakeBack();
+    }
+    if (!writable) {
         prompts_.ShowMessage(kCannotEdit, kErrorTitle);
         return false;
     }
@@ -103,7 +108,11 @@ InfoSaveOutcome InfoEditor::Save() {
         }
     }
 
-    if (WriteInfoBlock(fs_, path_, TagOf(saved), BuildLyricsField(saved.lyrics)) != InfoWriteResult::Written) {
+    // The playing device may hold the file: it lets go for the write and goes on afterwards.
+    const bool letGo = holder_ && !fs_.CanOpenForWriting(path_) && holder_->LetGo(path_);
+    const InfoWriteResult written = WriteInfoBlock(fs_, path_, TagOf(saved), BuildLyricsField(saved.lyrics));
+    if (letGo) holder_->TakeBack();
+    if (written != InfoWriteResult::Written) {
         prompts_.ShowMessage(kSaveFailed, kErrorTitle);
         return InfoSaveOutcome::WriteFailed;
     }

@@ -49,14 +49,26 @@ enum class InfoSaveOutcome {
     WriteFailed,      // the save-failure message shown; the editor keeps its contents for a retry
 };
 
+// Lumora's own hold on a media file (the device that plays it), let go for a write and taken back after.
+class FileHolder {
+public:
+    virtual ~FileHolder() = default;
+    // Lets go of `path` when Lumora holds it open; false, with nothing done, otherwise.
+    virtual bool LetGo(const std::string& path) = 0;
+    // Takes the file back where it was: at the same position, playing, paused or stopped as before.
+    virtual void TakeBack() = 0;
+};
+
 class InfoEditor {
 public:
-    // `versionText` goes into exported QGC files (the version the start-up screen shows).
-    InfoEditor(FileSystem& fs, Prompts& prompts, InfoEditorView& view, std::string versionText)
-        : fs_(fs), prompts_(prompts), view_(view), versionText_(std::move(versionText)) {}
+    // `versionText` goes into exported QGC files (the version the start-up screen shows). `holder`, when
+    // given, lets go of a file Lumora itself holds for the write test and the write.
+    InfoEditor(FileSystem& fs, Prompts& prompts, InfoEditorView& view, std::string versionText,
+               FileHolder* holder = nullptr)
+        : fs_(fs), prompts_(prompts), view_(view), versionText_(std::move(versionText)), holder_(holder) {}
 
-    // The first command: takes the file to edit. The file is opened for writing as a test; when that
-    // fails the user is told "此文件正在被程序使用、不存在或此文件为只读，现在无法保持。" and nothing else
+    // The first command: takes the file to edit. The file is opened for writing as a test (Lumora's own
+    // hold let go for it); when that fails the user is told "此文件正在被程序使用、不存在或此文件为只读，现在无法保持。" and nothing else
     // happens (false). Otherwise the file's tag items and embedded lyrics are shown, the shift cleared.
     bool TakeFile(const std::string& path);
     const std::string& Path() const { return path_; }
@@ -91,6 +103,7 @@ private:
     Prompts& prompts_;
     InfoEditorView& view_;
     std::string versionText_;
+    FileHolder* holder_;
     std::string path_;
     MediaInfoRecord fields_;
     bool removeReadOnly_ = false;

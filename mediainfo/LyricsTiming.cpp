@@ -215,17 +215,42 @@ std::string WrapToLineBytes(std::string_view text, int limit) {
     for (const std::string_view line : SplitLyricsLines(text)) {
         if (!firstLine) out += kCrLf;
         firstLine = false;
-        std::size_t used = 0;
+        std::string row;  // the shown line being filled
+        std::size_t rowBytes = 0;
+        std::size_t blank = std::string::npos;  // the last blank in `row`: words break there
+        std::size_t bytesAfterBlank = 0;
+        const auto breakRow = [&](std::size_t at, std::size_t skip, std::size_t bytesLeft) {
+            out.append(row, 0, at);
+            out += kCrLf;
+            row.erase(0, at + skip);
+            rowBytes = bytesLeft;
+            blank = std::string::npos;
+        };
         for (std::size_t at = 0; at < line.size();) {
             const TextCharacter c = CharacterAt(line, at);
-            if (used > 0 && used + c.cp936Bytes > max) {
-                out += kCrLf;
-                used = 0;
+            const bool isBlank = line[at] == ' ';
+            if (rowBytes > 0 && rowBytes + c.cp936Bytes > max) {
+                if (isBlank) {  // the blank itself is the break
+                    breakRow(row.size(), 0, 0);
+                    ++at;
+                    continue;
+                }
+                if (blank != std::string::npos && blank > 0) {
+                    breakRow(blank, 1, bytesAfterBlank);
+                }
+                if (rowBytes > 0 && rowBytes + c.cp936Bytes > max) breakRow(row.size(), 0, 0);
             }
-            out.append(line.substr(at, c.utf8Bytes));
-            used += c.cp936Bytes;
+            if (isBlank) {
+                blank = row.size();
+                bytesAfterBlank = 0;
+            } else {
+                bytesAfterBlank += c.cp936Bytes;
+            }
+            row.append(line.substr(at, c.utf8Bytes));
+            rowBytes += c.cp936Bytes;
             at += c.utf8Bytes;
         }
+        out += row;
     }
     return out;
 }

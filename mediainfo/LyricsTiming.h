@@ -85,9 +85,11 @@ inline constexpr std::string_view kLineByteLimitValueName = "Gc1Long";
 // The stored text as a limit: a decimal, even, 0 to 9998. Anything else is 0 (no limit).
 int ParseLineByteLimit(std::string_view text);
 
-// An over-long line is wrapped, never cut: each line of `text` is broken before the character that would
-// take it past `limit` bytes, so no lyrics are lost and no Chinese character is split. A single character
-// wider than the limit stands alone on its line. `limit` <= 0 leaves the text as it is.
+// An over-long line is wrapped, never cut: each line of `text` is broken where the next character would
+// take it past `limit` bytes, at the last blank between words when the line holds one (the blank gives
+// way to the break), otherwise before that character; no lyrics are lost and no Chinese character is
+// split. A single character wider than the limit stands alone on its line. `limit` <= 0 leaves the text
+// as it is.
 std::string WrapToLineBytes(std::string_view text, int limit);
 
 // The setting dialog's label for a limit: "当前设置每行：N 个字节(一个汉字占两个字节)", or

@@ -1,6 +1,19 @@
 #include "playback/EngineDecoder.h"
 
+#include <algorithm>
+
 namespace lumora {
+
+long long EngineDecoder::ShownMs() const {
+    if (shownPaused_ || !clockMs_) return shownBeforeMs_;
+    return shownBeforeMs_ + static_cast<std::uint32_t>(clockMs_() - shownSince_);
+}
+
+void EngineDecoder::ShowFrom(long long ms) {
+    shownBeforeMs_ = std::clamp(ms, 0LL, kPictureShowMs);
+    shownSince_ = clockMs_ ? clockMs_() : 0;
+    shownPaused_ = false;
+}
 
 long long EngineDecoder::ToUnits(long long ms) const {
     const auto& s = engine_.State();
@@ -24,31 +37,64 @@ bool EngineDecoder::Open(const std::string& path) {
             lengthMs_ = engine_.State().unitIsMs ? engine_.Length() : engine_.Commands().LengthMs(kMovieAlias);
             return true;
         case OpenResult::Picture:
+            // A picture has no time line of its own: it gets one of kPictureShowMs, so that the
+            // queue goes on after it by the play mode.
+            noTimeline_ = true;
+            lengthMs_ = kPictureShowMs;
+            ShowFrom(0);
+            return true;
         case OpenResult::Control:
-            // Shown rather than played on a time line: no position, no end of its own.
+            // A movie in its control ends when the control says it no longer plays.
             noTimeline_ = true;
             lengthMs_ = 0;
+            ShowFrom(0);
             return true;
         default:
             return false;
     }
 }
 
-bool EngineDecoder::Pause() { return engine_.Pause(); }
+bool EngineDecoder::Pause() {
+    if (!engine_.Pause()) return false;
+    if (noTimeline_) {
+        shownBeforeMs_ = ShownMs();
+        shownPaused_ = true;
+    }
+    return true;
+}
 
 bool EngineDecoder::Resume() {
-    if (noTimeline_) return true;
+    if (noTimeline_) {
+        engine_.ForgetPause();
+        if (shownPaused_) ShowFrom(shownBeforeMs_);
+        return true;
+    }
     return engine_.Play("", rangeEndUnits_ >= 0 ? std::to_string(rangeEndUnits_) : std::string());
 }
 
-void EngineDecoder::Stop() { engine_.Stop(); }
+void EngineDecoder::Stop() {
+    engine_.Stop();
+    if (noTimeline_) {
+        shownBeforeMs_ = lengthMs_;
+        shownPaused_ = true;
+    }
+}
 
 void EngineDecoder::Close() { engine_.CloseAll(); }
 
-long long EngineDecoder::PositionMs() { return noTimeline_ ? 0 : ToMs(engine_.Position()); }
+long long EngineDecoder::PositionMs() {
+    if (noTimeline_) return lengthMs_ > 0 ? std::min(ShownMs(), lengthMs_) : 0;
+    return ToMs(engine_.Position());
+}
 
 bool EngineDecoder::Seek(long long ms) {
-    if (noTimeline_) return false;
+    if (noTimeline_) {
+        if (lengthMs_ <= 0) return false;
+        const bool paused = shownPaused_;
+        ShowFrom(ms);
+        shownPaused_ = paused;
+        return true;
+    }
     const bool wasPaused = engine_.State().paused;
     engine_.ForgetPause();
     if (!engine_.Play(std::to_string(ToUnits(ms < 0 ? 0 : ms)),
@@ -59,7 +105,13 @@ bool EngineDecoder::Seek(long long ms) {
 }
 
 bool EngineDecoder::PlayRange(long long fromMs, long long toMs) {
-    if (noTimeline_) return false;
+    if (noTimeline_) {
+        // Shown again from the start (after a stop); a picture has no range to loop.
+        if (lengthMs_ <= 0 || toMs >= 0) return false;
+        engine_.ForgetPause();
+        ShowFrom(fromMs);
+        return true;
+    }
     rangeEndUnits_ = toMs < 0 ? -1 : ToUnits(toMs);
     engine_.ForgetPause();
     return engine_.Play(std::to_string(ToUnits(fromMs)),
@@ -73,7 +125,14 @@ bool EngineDecoder::SetSpeed(int percent) {
 }
 
 bool EngineDecoder::Finished() {
-    if (noTimeline_ || engine_.State().paused) return false;
+    if (engine_.State().paused) return false;
+    if (noTimeline_) {
+        if (lengthMs_ > 0) return !shownPaused_ && ShownMs() >= lengthMs_;
+        // The Flash control's "Playing" turns false at the movie's end (unless it loops); a control
+        // that does not say is given a picture's time.
+        if (const auto playing = engine_.Playing()) return !*playing;
+        return ShownMs() >= kPictureShowMs;
+    }
     const std::string mode = engine_.Mode();
     return mode == "stopped";
 }

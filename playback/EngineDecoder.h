@@ -1,13 +1,22 @@
 #pragma once
 // Decoder 2: the media engine, with its frames turned into milliseconds.
+#include <cstdint>
+#include <functional>
+
 #include "playback/Decoder.h"
 #include "playback/MediaEngine.h"
 
 namespace lumora {
 
+// How long a still picture stays before the queue goes on, as a file of that length would: five
+// seconds, long enough to look at a photo, short enough for a slide show.
+inline constexpr long long kPictureShowMs = 5000;
+
 class EngineDecoder final : public Decoder {
 public:
-    EngineDecoder(MediaEngine& engine, WindowId videoWindow) : engine_(engine), videoWindow_(videoWindow) {}
+    // `clockMs` is a millisecond counter that may wrap (the system's tick count).
+    EngineDecoder(MediaEngine& engine, WindowId videoWindow, std::function<std::uint32_t()> clockMs = {})
+        : engine_(engine), videoWindow_(videoWindow), clockMs_(std::move(clockMs)) {}
     void SetVideoWindow(WindowId window) { videoWindow_ = window; }
 
     bool Open(const std::string& path) override;
@@ -26,8 +35,16 @@ private:
     long long ToUnits(long long ms) const;
     long long ToMs(long long units) const;
 
+    // The shown time of a picture (or of a movie whose control says nothing): kept while paused.
+    long long ShownMs() const;
+    void ShowFrom(long long ms);
+
     MediaEngine& engine_;
     WindowId videoWindow_;
+    std::function<std::uint32_t()> clockMs_;
+    long long shownBeforeMs_ = 0;   // shown time up to the last pause or seek
+    std::uint32_t shownSince_ = 0;  // the clock when it last went on
+    bool shownPaused_ = false;
     long long lengthMs_ = -1;
     long long rangeEndUnits_ = -1;  // the end of the play range, -1 for the file's end
     bool noTimeline_ = false;       // a still picture or a Flash movie: shown, not played on a time line

@@ -80,6 +80,10 @@ std::string MciCommands::PlacePicture(WindowId window, std::string_view alias, l
                std::to_string(width) + " " + std::to_string(height));
 }
 
+std::string MciCommands::ShowPicture(std::string_view alias) {
+    return Run("window " + std::string(alias) + " state show");
+}
+
 long long MciCommands::PictureSize(std::string_view alias, std::string_view key) {
     const auto reply = Query("Where " + std::string(alias) + " destination");
     if (!reply) return -1;
@@ -116,7 +120,15 @@ std::string DeviceTypeFor(std::string_view path) {
 }
 
 bool MediaEngine::OpenMedia(const std::string& path, WindowId parent) {
-    if (commands_.OpenDevice(parent, kMovieAlias, DeviceTypeFor(path), path) != kSuccess) return false;
+    const std::string type = DeviceTypeFor(path);
+    // The AVI device decodes only the codecs of Video for Windows; the MPEG device goes through the
+    // system's media filters, which play every AVI the system's own player plays.
+    if (OpenMedia(path, parent, type)) return true;
+    return type == "AviVideo" && OpenMedia(path, parent, "MPEGVideo");
+}
+
+bool MediaEngine::OpenMedia(const std::string& path, WindowId parent, std::string_view deviceType) {
+    if (commands_.OpenDevice(parent, kMovieAlias, deviceType, path) != kSuccess) return false;
     state_.alias = std::string(kMovieAlias);
     const long long frames = commands_.LengthFrames(kMovieAlias);
     state_.positionStep = frames >= 5000 ? frames / 5000 : 1;
@@ -216,6 +228,13 @@ std::string MediaEngine::Mode() {
     return commands_.Query("status " + std::string(kMovieAlias) + " mode").value_or(std::string());
 }
 
+std::optional<bool> MediaEngine::Playing() {
+    if (kind_ != MediaKind::Flash || !controls_) return std::nullopt;
+    const auto playing = controls_->NumberByName("Playing");
+    if (!playing) return std::nullopt;
+    return *playing != 0;
+}
+
 bool MediaEngine::PlacePicture(WindowId window, std::optional<PixelRect> at) {
     const PixelRect r = at.value_or(PixelRect{});
     return commands_.PlacePicture(window, kMovieAlias, r.left, r.top, r.width, r.height) == kSuccess;
@@ -300,6 +319,7 @@ OpenResult MediaEngine::OpenDispatch(const std::string& path, WindowId videoWind
     picture_ = video ? PixelRect{0, 0, static_cast<long>(cx), static_cast<long>(cy)} : PixelRect{};
     if (video) {
         PlacePicture(videoWindow);
+        commands_.ShowPicture(kMovieAlias);
         const long long frames = commands_.LengthFrames(kMovieAlias);
         const long long rate = commands_.FrameRate(kMovieAlias);
         info_.lines = {

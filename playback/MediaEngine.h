@@ -35,6 +35,8 @@ public:
     long long LengthMs(std::string_view alias);
     long long Position(std::string_view alias);
     std::string PlacePicture(WindowId window, std::string_view alias, long left, long top, long width, long height);
+    // Shows the device's picture window: opened as a child it starts hidden.
+    std::string ShowPicture(std::string_view alias);
     // "cx": the destination's width, "cy": its height; -1 when the device does not say.
     long long PictureSize(std::string_view alias, std::string_view key);
     long long FrameRate(std::string_view alias);
@@ -93,6 +95,7 @@ public:
 
     // Device layer for the movie device.
     bool OpenMedia(const std::string& path, WindowId parent);
+    bool OpenMedia(const std::string& path, WindowId parent, std::string_view deviceType);
     bool Play(std::string_view from, std::string_view to);
     bool Pause();
     // Drops the remembered pause position, so the next play starts where it is told to (a seek).
@@ -106,6 +109,8 @@ public:
     long long Length() const { return state_.length; }
     // The mode the device reports ("playing", "paused", "stopped"...); empty on failure.
     std::string Mode();
+    // Whether the Flash control says its movie plays; empty when it does not say (or for other kinds).
+    std::optional<bool> Playing();
     bool PlacePicture(WindowId window, std::optional<PixelRect> at = std::nullopt);
     // Acts only when `allowed`; an unchanged speed is not sent again. True when the device took it.
     bool SetSpeed(long long percent, bool allowed);

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <memory>
 #include <optional>
+#include <random>
 #include <vector>
 
 #include "common/Text.h"
@@ -61,6 +63,11 @@ std::string VolumeTip(int level) {
 }  // namespace
 
 std::string VolumeStatusText(int level) { return "当前音量为：" + std::to_string(level * 5) + "%"; }
+
+std::function<double()> SeededDraws(std::uint64_t seed) {
+    auto engine = std::make_shared<std::mt19937_64>(seed);
+    return [engine] { return std::uniform_real_distribution<double>(0.0, 1.0)(*engine); };
+}
 
 std::string_view ModeSuffix(PlayMode mode) {
     switch (mode) {
@@ -170,6 +177,8 @@ void PlaybackController::OpenAndPlay(const std::string& path) {
         return;
     }
     decoder_ = chosen;
+    openPath_ = path;
+    held_.reset();
     stopped_ = false;
     if (texts_.speed != 100) decoder_->SetSpeed(texts_.speed);
     const MediaEntry* entry = deps_.queue.Queue().CurrentEntry();
@@ -247,11 +256,17 @@ void PlaybackController::PlayPause() {
     if (IsPlaying()) {
         if (decoder_->Pause()) SetPlaying(false);
     } else if (stopped_ || decoder_->Finished()) {
-        // Stopped: play again from the start (or the segment's A).
-        if (decoder_->PlayRange(pointA_ >= 0 && pointB_ >= 0 ? pointA_ : 0, pointB_ >= 0 ? pointB_ : -1)) {
+        // Stopped: play again from the start (or the segment's A). A file that played to its end is
+        // opened again instead: a device that has reached the end may sound again without saying
+        // so (the MPEG device under Wine), and opening brings back every text and timer of playing.
+        if (stopped_ &&
+            decoder_->PlayRange(pointA_ >= 0 && pointB_ >= 0 ? pointA_ : 0, pointB_ >= 0 ? pointB_ : -1)) {
             SetPlaying(true);
             stopped_ = false;
             if (const MediaEntry* e = deps_.queue.Queue().CurrentEntry()) deps_.view.FileOpened(e->path);
+        } else if (const MediaEntry* e = deps_.queue.Queue().CurrentEntry()) {
+            OpenAndPlay(e->path);
+            return;
         }
     } else if (decoder_->Resume()) {
         SetPlaying(true);
@@ -425,7 +440,7 @@ bool PlaybackController::VolumeTick() {
 }
 
 void PlaybackController::ProgressTick() {
-    if (!decoder_ || !IsPlaying()) return;
+    if (!decoder_ || !IsPlaying() || held_) return;
     const long long length = decoder_->LengthMs();
     const long long pos = decoder_->PositionMs();
     // Both decoders stop by themselves at the end of the play range, B; playing starts again at A.
@@ -450,6 +465,33 @@ void PlaybackController::ProgressTick() {
         }
     }
     Show();
+}
+
+bool PlaybackController::LetGo(const std::string& path) {
+    if (!decoder_ || held_ || path != openPath_) return false;
+    held_ = Held{std::max(0LL, decoder_->PositionMs()), playing_, stopped_ || decoder_->Finished()};
+    decoder_->Close();
+    return true;
+}
+
+void PlaybackController::TakeBack() {
+    if (!held_) return;
+    const Held held = *held_;
+    held_.reset();
+    if (!decoder_->Open(openPath_)) {
+        decoder_ = nullptr;
+        SetPlaying(false);
+        Show();
+        return;
+    }
+    if (texts_.speed != 100) decoder_->SetSpeed(texts_.speed);
+    if (held.stopped) {
+        decoder_->Stop();
+        return;
+    }
+    if (pointA_ >= 0 && pointB_ >= 0) decoder_->PlayRange(pointA_, pointB_);
+    decoder_->Seek(held.positionMs);
+    if (!held.playing) decoder_->Pause();
 }
 
 void PlaybackController::OnEndOfFile() {

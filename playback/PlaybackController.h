@@ -2,10 +2,13 @@
 // The playback controller: what plays and how. Transport commands, the four play modes, the A-B
 // segment, speed and volume, the advance at the end of a file and the handling of a file that
 // cannot be played. Its state is the texts the main window shows, and its decisions compare them.
+#include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
+#include "mediainfo/InfoEditor.h"
 #include "playback/Decoder.h"
 #include "playlist/PlayQueue.h"
 #include "ports/VolumeControl.h"
@@ -79,6 +82,10 @@ public:
     virtual void FileClosed() = 0;
 };
 
+// Uniform draws in [0, 1) from a generator seeded once: every draw is new, however close together
+// they come (the clock's tick would repeat itself within one tick).
+std::function<double()> SeededDraws(std::uint64_t seed);
+
 struct PlaybackDeps {
     QueueController& queue;
     const SettingsStore& settings;
@@ -90,7 +97,7 @@ struct PlaybackDeps {
     std::function<double()> random;  // uniform in [0, 1)
 };
 
-class PlaybackController {
+class PlaybackController final : public FileHolder {
 public:
     explicit PlaybackController(PlaybackDeps deps);
 
@@ -138,6 +145,10 @@ public:
     // The end-of-file event of a decoder (decoder 2's twin comes from ProgressTick).
     void OnEndOfFile();
 
+    // The open file's device closes for another writer and opens again where it was.
+    bool LetGo(const std::string& path) override;
+    void TakeBack() override;
+
     // Seconds from a typed time: "12345", "01:20:15"; anything else 0.
     static long long ParseTypedTime(std::string_view text);
     static std::string FormatTime(long long ms);
@@ -166,6 +177,14 @@ private:
     long long pointA_ = -1;
     long long pointB_ = -1;
     int rememberedIndex_ = 0;
+    std::string openPath_;  // the file decoder_ holds
+    // While the file is let go: where it was and how.
+    struct Held {
+        long long positionMs;
+        bool playing;
+        bool stopped;
+    };
+    std::optional<Held> held_;
     int mixerLevel_ = 20;
     int noticeTicks_ = 0;  // progress ticks the status line's notice still stays
 };

@@ -98,8 +98,24 @@ void AudioDisplayWindow::PlaceLyrics() {
         ReleaseDC(label, dc);
         need[i] = {std::min<LONG>(r.right - r.left + 4, areaWidth), r.bottom - r.top};
     }
-    // The current line sits in the middle of the spectrum, the next one right under it.
+    // The current line sits in the middle of the spectrum, the next one right under it. Lines that
+    // do not fit make the window taller (up to the work area), so that no wrapped line is cut.
     const int total = need[0].cy + need[1].cy + kLyricsMargin;
+    if (total + 2 * kLyricsMargin > client.bottom) {
+        RECT window;
+        GetWindowRect(hwnd_, &window);
+        MONITORINFO mi{};
+        mi.cbSize = sizeof mi;
+        GetMonitorInfoW(MonitorFromWindow(hwnd_, MONITOR_DEFAULTTONEAREST), &mi);
+        const int frame = (window.bottom - window.top) - client.bottom;
+        const int height = std::min<int>(total + 2 * kLyricsMargin + frame, mi.rcWork.bottom - mi.rcWork.top);
+        const int top = std::min<int>(window.top, mi.rcWork.bottom - height);
+        if (height != window.bottom - window.top) {
+            SetWindowPos(hwnd_, nullptr, window.left, top, window.right - window.left, height,
+                         SWP_NOZORDER | SWP_NOACTIVATE);
+            GetClientRect(hwnd_, &client);
+        }
+    }
     int y = std::max(kLyricsMargin, (static_cast<int>(client.bottom) - total) / 2);
     for (int i = 0; i < 2; ++i) {
         HWND label = GetDlgItem(hwnd_, ids[i]);

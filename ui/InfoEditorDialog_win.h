@@ -9,6 +9,7 @@
 
 namespace lumora {
 
+class FileHolder;
 class FileSystem;
 
 struct InfoEditorFile {
@@ -21,6 +22,8 @@ public:
     // Fields in: the files to offer and the one to take first (-1: none).
     std::vector<InfoEditorFile> files;
     int first = -1;
+    // Lumora's hold on the files (the playing device); null: none.
+    FileHolder* holder = nullptr;
 
     // Modal over `owner`.
     void Run(HWND owner, FileSystem& fs);

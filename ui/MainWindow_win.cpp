@@ -90,7 +90,7 @@ LRESULT MainWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
                 events_->OnCommand(LOWORD(wp));
             }
             return 0;
-        case WM_HSCROLL: OnScroll(reinterpret_cast<HWND>(lp), LOWORD(wp)); return 0;
+        case WM_HSCROLL: OnScroll(reinterpret_cast<HWND>(lp), LOWORD(wp), static_cast<short>(HIWORD(wp))); return 0;
         case WM_TIMER: events_->OnTimer(static_cast<unsigned>(wp)); return 0;
         case WM_DROPFILES: OnDropFiles(reinterpret_cast<HDROP>(wp)); return 0;
         case WM_CONTEXTMENU: OnContextMenu(static_cast<short>(LOWORD(lp)), static_cast<short>(HIWORD(lp))); return 0;
@@ -188,11 +188,32 @@ void MainWindow::OnCreate() {
     SendMessageW(status_, SB_SETPARTS, 3, reinterpret_cast<LPARAM>(widths));
 }
 
-void MainWindow::OnScroll(HWND slider, int code) {
-    const auto move = code == TB_THUMBTRACK                                ? MainWindowEvents::SliderMove::Dragging
-                      : code == TB_ENDTRACK || code == TB_THUMBPOSITION ? MainWindowEvents::SliderMove::Released
-                                                                           : MainWindowEvents::SliderMove::Other;
-    events_->OnSlider(GetDlgCtrlID(slider), move, static_cast<int>(SendMessageW(slider, TBM_GETPOS, 0, 0)));
+void MainWindow::OnScroll(HWND slider, int code, int thumbPosition) {
+    using Move = MainWindowEvents::SliderMove;
+    const int id = GetDlgCtrlID(slider);
+    Move move = Move::Other;
+    int position = static_cast<int>(SendMessageW(slider, TBM_GETPOS, 0, 0));
+    switch (code) {
+        case TB_THUMBTRACK:
+            dragging_ = id;
+            move = Move::Dragging;
+            break;
+        case TB_THUMBPOSITION:
+            // Where the thumb was let go, as the notification says.
+            dragging_ = 0;
+            released_ = id;
+            move = Move::Released;
+            position = thumbPosition;
+            break;
+        case TB_ENDTRACK:
+            // After a drag it only closes the gesture; after a click or a key it is the release.
+            dragging_ = 0;
+            move = released_ == id ? Move::Other : Move::Released;
+            released_ = 0;
+            break;
+        default: break;
+    }
+    events_->OnSlider(id, move, position);
 }
 
 void MainWindow::OnDropFiles(HDROP drop) {
@@ -258,8 +279,8 @@ void MainWindow::ShowPlayback(const PlaybackTexts& t) {
     SetText(IDC_MAIN_PERCENT, t.percent);
     SetText(IDC_MAIN_TITLE, t.title);
     SetText(IDC_MAIN_STATUS_LINE, t.statusLine);
-    SendDlgItemMessageW(hwnd_, IDC_MAIN_PROGRESS, TBM_SETPOS, TRUE, t.progress);
-    SendDlgItemMessageW(hwnd_, IDC_MAIN_SPEED, TBM_SETPOS, TRUE, t.speed);
+    if (dragging_ != IDC_MAIN_PROGRESS) SendDlgItemMessageW(hwnd_, IDC_MAIN_PROGRESS, TBM_SETPOS, TRUE, t.progress);
+    if (dragging_ != IDC_MAIN_SPEED) SendDlgItemMessageW(hwnd_, IDC_MAIN_SPEED, TBM_SETPOS, TRUE, t.speed);
     EnableWindow(GetDlgItem(hwnd_, IDC_MAIN_BACK), t.backForwardEnabled);
     EnableWindow(GetDlgItem(hwnd_, IDC_MAIN_FORWARD), t.backForwardEnabled);
 }

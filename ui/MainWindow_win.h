@@ -64,7 +64,7 @@ public:
 
 private:
     void OnCreate();
-    void OnScroll(HWND slider, int code);
+    void OnScroll(HWND slider, int code, int thumbPosition);
     void OnDropFiles(HDROP drop);
     void OnContextMenu(int x, int y);
     void SetText(int id, const std::string& text);
@@ -74,6 +74,10 @@ private:
     HWND status_ = nullptr;
     TooltipClient tips_;
     bool tipsAttached_ = false;
+    // The slider whose thumb the user holds: the timers leave it where the user put it.
+    int dragging_ = 0;
+    // The slider just released by its thumb: the end-of-scroll that follows is no second release.
+    int released_ = 0;
     // What each control shows now, by control id (status bar parts by -1 - part).
     std::map<int, std::string> shown_;
 };

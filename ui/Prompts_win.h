@@ -1,6 +1,8 @@
 #pragma once
 #include <windows.h>
 
+#include <string>
+
 #include "ports/Prompts.h"
 
 namespace lumora {
@@ -23,7 +25,15 @@ public:
     bool AskYesNo(std::string_view text, std::string_view title) override;
 
 private:
+    std::optional<std::wstring> RunFileDialog(std::string_view title, std::string_view filter,
+                                              std::string_view defaultExtension, bool save, bool many);
+    std::optional<std::string> AskFileName(std::string_view title, std::string_view filter,
+                                           std::string_view defaultExtension, bool save);
+
     HWND owner_;
+    // Where the last file or folder dialog ended: the next one starts there (for this run of the
+    // program; before any, in the user's music folder).
+    std::wstring lastFolder_;
 };
 
 }  // namespace lumora

@@ -26,6 +26,31 @@ bool VideoWindow::Create(HWND owner) {
     return hwnd_ != nullptr;
 }
 
+void VideoWindow::Restore(const std::optional<WindowRect>& kept) {
+    if (kept) {
+        SetWindowPos(hwnd_, nullptr, static_cast<int>(kept->left), static_cast<int>(kept->top),
+                     static_cast<int>(kept->Width()), static_cast<int>(kept->Height()), SWP_NOZORDER | SWP_NOACTIVATE);
+        return;
+    }
+    MONITORINFO mi{};
+    mi.cbSize = sizeof mi;
+    GetMonitorInfoW(MonitorFromWindow(owner_, MONITOR_DEFAULTTONEAREST), &mi);
+    RECT r;
+    GetWindowRect(hwnd_, &r);
+    const int width = r.right - r.left;
+    const int height = r.bottom - r.top;
+    const RECT& work = mi.rcWork;
+    SetWindowPos(hwnd_, nullptr, work.left + std::max(0, static_cast<int>(work.right - work.left - width) / 2),
+                 work.top + std::max(0, static_cast<int>(work.bottom - work.top - height) / 2), 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+WindowRect VideoWindow::Place() const {
+    RECT r = normal_;
+    if (!fullScreen_) GetWindowRect(hwnd_, &r);
+    return {r.left, r.top, r.right, r.bottom};
+}
+
 void VideoWindow::LeaveFullScreen() {
     if (!fullScreen_) return;
     fullScreen_ = false;
@@ -131,7 +156,11 @@ LRESULT VideoWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
             EndPaint(hwnd_, &ps);
             return 0;
         }
-        case WM_CLOSE: ShowWindow(hwnd_, SW_HIDE); return 0;
+        case WM_CLOSE:
+            LeaveFullScreen();
+            if (onClose) onClose();
+            ShowWindow(hwnd_, SW_HIDE);
+            return 0;
     }
     return DefWindowProcW(hwnd_, msg, wp, lp);
 }

@@ -5,8 +5,10 @@
 #include <ocidl.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 
+#include "settings/WindowPlacement.h"
 #include "ui/WindowBase_win.h"
 
 namespace lumora {
@@ -24,8 +26,14 @@ public:
     // A still picture (BMP, JPEG, GIF, WMF, EMF, icon, cursor) drawn to fit; false when it cannot be read.
     bool ShowPicture(const std::string& path);
     void ClearPicture();
+    // Puts the window at its kept place, or, without one, centred on the owner's screen.
+    void Restore(const std::optional<WindowRect>& kept);
+    // Its place out of full screen.
+    WindowRect Place() const;
     // Called with the new client size whenever it changes.
     std::function<void(long width, long height)> onResize;
+    // Called when the user closes the window (it only hides).
+    std::function<void()> onClose;
 
     LRESULT OnMessage(UINT msg, WPARAM wp, LPARAM lp);
 

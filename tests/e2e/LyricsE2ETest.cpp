@@ -92,10 +92,21 @@ TEST_F(LyricsE2E, LongLinesWrapAtTheByteLimitAndTheWindowOpensForLyrics) {
     StoreOption("L48", "1");
     StoreOption("L25", "1");
     const fs::path song = media_ / L"长句.wav";
-    WriteBytes(song, WithBlock(SilentWave(30), "[00:00]长句\r\n[00:01]第一句很长的歌词\r\n[00:30]下一句", "长句"));
+    WriteBytes(song, WithBlock(SilentWave(30),
+                               "[00:00]长句\r\n[00:01]第一句很长的歌词\r\n[00:02]一二三四五六七八九十一二三四五六七八九十"
+                               "一二三四五六七八九十一二三四五六七八九十\r\n[00:30]下一句",
+                               "长句"));
     Start(song);
-    ExpectLines("第一句很\r\n长的歌词", "下一句");
+    ExpectLines("第一句很\r\n长的歌词", "一二三四\r\n五六七八\r\n九十一二\r\n三四五六\r\n七八九十\r\n"
+                                          "一二三四\r\n五六七八\r\n九十一二\r\n三四五六\r\n七八九十");
     EXPECT_TRUE(WaitFor([&] { return IsWindowVisible(display_) != FALSE; }));
+    // Ten wrapped lines: the window grows so that the last of them is not cut at its bottom.
+    RECT client, line;
+    GetClientRect(display_, &client);
+    GetWindowRect(GetDlgItem(display_, IDC_LYRICS_NEXT), &line);
+    MapWindowPoints(nullptr, display_, reinterpret_cast<POINT*>(&line), 2);
+    EXPECT_LE(line.bottom, client.bottom);
+    EXPECT_GT(line.bottom - line.top, 0);
 }
 
 // The settings dialog shows the limit's label and a preview that follows the slider at once, and

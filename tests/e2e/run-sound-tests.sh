@@ -19,6 +19,9 @@ lame --quiet -b 128 "$work/long.wav" "$work/media/long.mp3"
 # A short video, in a codec Windows and Wine both have.
 ffmpeg -loglevel error -y -f lavfi -i testsrc=size=320x240:rate=15 -f lavfi -i sine=frequency=600:sample_rate=22050 \
     -t 4 -c:v msvideo1 -c:a pcm_s16le -shortest "$work/media/clip.avi"
+# The same in Motion JPEG, which only the system's media filters decode.
+ffmpeg -loglevel error -y -f lavfi -i testsrc=size=320x240:rate=15 -f lavfi -i sine=frequency=600:sample_rate=22050 \
+    -t 4 -c:v mjpeg -q:v 3 -c:a pcm_s16le -shortest "$work/media/clip-mjpeg.avi"
 # An MPEG-1 program stream, as VCD-era files are: the movie device plays it through the system's
 # MPEG filters.
 ffmpeg -loglevel error -y -f lavfi -i testsrc=size=352x240:rate=25 -f lavfi -i sine=frequency=600:sample_rate=44100 \

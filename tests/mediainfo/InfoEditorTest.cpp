@@ -61,6 +61,37 @@ TEST_F(InfoEditorTest, SavesOnlyAWritableFileWithValidFieldsAndShowsWhatItHoldsN
     EXPECT_FALSE(editor.TakeFile(kPath) || editor.TakeFile("D:\\missing.mp3"));
 }
 
+// A file Lumora itself holds (the playing device) is let go for the write test and the write, and taken
+// back after each; a file read-only for real is still refused.
+TEST_F(InfoEditorTest, LetsGoOfTheFileLumoraHoldsForTheWrite) {
+    struct Holder : FileHolder {
+        explicit Holder(test::FakeFileSystem& files) : fs(files) {}
+        bool LetGo(const std::string& path) override {
+            if (path != kPath) return false;
+            log += "let go,";
+            return std::erase(fs.readOnly, path) > 0;
+        }
+        void TakeBack() override {
+            log += "back,";
+            fs.readOnly.push_back(kPath);
+        }
+        test::FakeFileSystem& fs;
+        std::string log;
+    } holder{fs};
+    InfoEditor held{fs, prompts, view, "1.2.3", &holder};
+    fs.readOnly.push_back(kPath);  // the device's hold
+    ASSERT_TRUE(held.TakeFile(kPath));
+    held.SetFields({"标题", "", "", "", "", ""});
+    EXPECT_EQ(held.Save(), InfoSaveOutcome::Saved);
+    EXPECT_EQ(holder.log, "let go,back,let go,back,");
+    EXPECT_NE(fs.files[kPath].find(Gbk("TAG标题")), std::string::npos);
+    const std::string other = "D:\\音乐\\只读.mp3";
+    fs.files[other] = "x";
+    fs.readOnly.push_back(other);
+    EXPECT_FALSE(held.TakeFile(other));
+    EXPECT_EQ(prompts.messages.back().title, kErrorTitle);
+}
+
 TEST_F(InfoEditorTest, TimeTrackShiftIsAskedAndAppliedByTheSave) {
     EXPECT_FALSE(editor.ChooseTimeShift());  // no lyrics yet: nothing is asked
     EXPECT_EQ(std::pair(prompts.messages.size(), prompts.questions.size()), std::pair(std::size_t{1}, std::size_t{0}));

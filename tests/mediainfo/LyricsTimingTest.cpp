@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "mediainfo/InfoBlock.h"
@@ -43,8 +44,15 @@ TEST(ChooseDisplayLines, TheLineReachedAndTheNext) {
 }
 
 TEST(LineByteLimit, WrapsNeverSplittingACharacter) {
-    EXPECT_EQ(WrapToLineBytes("ab一cd", 3), "ab\r\n一c\r\nd");
-    EXPECT_EQ(WrapToLineBytes("一二", 1), "一\r\n二");  // wider than the limit: alone on its line
+    const std::tuple<std::string_view, int, std::string_view> cases[] = {
+        {"ab一cd", 3, "ab\r\n一c\r\nd"},
+        {"一二", 1, "一\r\n二"},  // wider than the limit: alone on its line
+        {"hello big world", 10, "hello big\r\nworld"},  // at the blank between words
+        {"go on and on", 5, "go on\r\nand\r\non"},  // a blank right at the limit is the break
+        {"abcdefghijkl mn", 5, "abcde\r\nfghij\r\nkl mn"},  // no blank within the limit: inside the word
+        {"我爱 你们大家", 6, "我爱\r\n你们大\r\n家"},
+    };
+    for (const auto& [text, limit, wrapped] : cases) EXPECT_EQ(WrapToLineBytes(text, limit), wrapped) << text;
     EXPECT_EQ(LineByteLimitLabel(20), "当前设置每行：20 个字节(一个汉字占两个字节)");
     const std::pair<std::string_view, int> stored[] = {{"20", 20}, {"21", 0}, {"-2", 0}, {"2 ", 0}, {"9998", 9998}, {"10000", 0}};
     for (const auto& [text, limit] : stored) EXPECT_EQ(ParseLineByteLimit(text), limit) << text;

@@ -50,12 +50,14 @@ struct FakeControls : ControlPort {
         return log.push_back("set " + std::to_string(id) + " " + std::to_string(static_cast<int>(value * 10))), true;
     }
     std::optional<double> NumberByName(const std::string& name) override {
+        if (name == "Playing") return playing;
         return name == "Duration" ? 42.5 : name == "PlayState" ? std::optional<double>(playState) : std::nullopt;
     }
     void Close() override { log.push_back("close"); }
 
     bool installed = true, mediaPlayer = false, opens = true, callsWork = true;
     double position = 0, playState = 2;
+    std::optional<double> playing;  // the Flash control's "Playing"
     Lines log;
 };
 
@@ -109,7 +111,14 @@ TEST(MediaEngine, OpenDispatchByEndingAndInstalledControls) {
     RecordingMci mci;
     MediaEngine without(mci);  // no controls at all
     EXPECT_EQ(without.OpenDispatch("D:\\a.swf", 7, false), OpenResult::CannotPlay);
-    mci.errors["open C:\\SHORT~1\\v.avi type AviVideo Alias movie1 parent 7 Style " + std::string(kChildStyle)] = 275;
+    // An AVI the AVI device cannot decode goes to the MPEG device, through the system's media filters.
+    const auto open = [](const char* type) {
+        return "open C:\\SHORT~1\\v.avi type " + std::string(type) + " Alias movie1 parent 7 Style " + std::string(kChildStyle);
+    };
+    mci.errors[open("AviVideo")] = 275;
+    EXPECT_EQ(without.OpenDispatch("D:\\v.avi", 7, false), OpenResult::Playing);
+    EXPECT_NE(std::find(mci.sent.begin(), mci.sent.end(), open("MPEGVideo")), mci.sent.end());
+    mci.errors[open("MPEGVideo")] = 275;
     EXPECT_EQ(without.OpenDispatch("D:\\v.avi", 7, false), OpenResult::CannotPlay);
     mci.errors = {{"play movie1 from 0 to 10001", 263}};
     EXPECT_EQ(without.OpenDispatch("D:\\v.avi", 7, false), OpenResult::CannotPlay);
@@ -123,7 +132,10 @@ TEST(MediaEngine, VideoAndAudioAfterOpening) {
     ASSERT_EQ(e.OpenDispatch("D:\\v.mpg", 3, false), OpenResult::Playing);
     EXPECT_EQ(e.Info().lines, (Lines{"该媒体文件为视频", "画面原始大小(X)：352  (Y)：288",
                                      "画面实际大小(X)：352  (Y)：288", "总帧数：10001  帧速率：25"}));
-    EXPECT_NE(std::find(mci.sent.begin(), mci.sent.end(), "put movie1 window at 0 0 640 480"), mci.sent.end());
+    // The picture fills the window, and the device's window, a hidden child at first, is shown.
+    const auto put = std::find(mci.sent.begin(), mci.sent.end(), "put movie1 window at 0 0 640 480");
+    ASSERT_NE(put, mci.sent.end());
+    EXPECT_EQ(*(put + 1), "window movie1 state show");
     EXPECT_EQ(e.State().positionStep, 2);
     EXPECT_EQ(e.State().segmentEnd, 10001);
 
@@ -219,6 +231,40 @@ TEST(EngineDecoder, TurnsMillisecondsIntoTheEnginesUnits) {
 
     EXPECT_FALSE(d.Open("D:\\f.swf"));  // no hosted controls here
     EXPECT_EQ(d.LengthMs(), -1);
+}
+
+// A still picture stays kPictureShowMs on a time line of its own and waits while paused; a Flash movie
+// ends when its control says it no longer plays, or after a picture's time when the control says nothing.
+TEST(EngineDecoder, PicturesAndMoviesInControlsComeToAnEnd) {
+    RecordingMci mci;
+    FakeControls controls;
+    MediaEngine engine(mci);
+    engine.SetControls(&controls);
+    std::uint32_t now = 0xFFFFF000u;  // the tick count about to wrap
+    EngineDecoder d(engine, 7, [&] { return now; });
+    ASSERT_TRUE(d.Open("D:\\照片.jpg"));
+    EXPECT_EQ(d.LengthMs(), kPictureShowMs);
+    now += 2000;
+    ASSERT_TRUE(d.Pause());
+    now += 60000;
+    EXPECT_FALSE(d.Finished());
+    ASSERT_TRUE(d.Resume());
+    now += kPictureShowMs - 2001;
+    EXPECT_EQ(d.PositionMs(), kPictureShowMs - 1);
+    EXPECT_FALSE(d.Finished());
+    now += 1;
+    EXPECT_TRUE(d.Finished());
+    ASSERT_TRUE(d.PlayRange(0, -1));  // play after a stop shows it again
+    EXPECT_FALSE(d.Finished());
+
+    ASSERT_TRUE(d.Open("D:\\片头.swf"));
+    for (const auto& [playing, finished] : {std::pair{std::optional(1.0), false}, {std::optional(0.0), true},
+                                            {std::optional<double>(), false}}) {
+        controls.playing = playing;
+        EXPECT_EQ(d.Finished(), finished);
+    }
+    now += kPictureShowMs;
+    EXPECT_TRUE(d.Finished());
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <map>
+#include <set>
 
 #include "playback/PlaybackController.h"
 #include "playback/TransportTexts.h"
@@ -26,13 +27,13 @@ struct FakeDecoder : Decoder {
     bool Pause() override { return paused = true; }
     bool Resume() override { return !(paused = false); }
     void Stop() override { finished = true; }
-    void Close() override {}
+    void Close() override { ++closes; }
     long long PositionMs() override { return position; }
     long long LengthMs() override { return 200000; }
     bool Seek(long long ms) override { return seeks.push_back(position = ms), true; }
     bool PlayRange(long long from, long long to) override {
         ranges.emplace_back(position = from, to);
-        return !(finished = false);
+        return rangeWorks && !(finished = false);
     }
     bool SetSpeed(int percent) override { return speeds.push_back(percent), speedWorks; }
     bool Finished() override { return finished; }
@@ -42,7 +43,8 @@ struct FakeDecoder : Decoder {
     Ranges ranges;
     std::vector<int> speeds;
     long long position = 0;
-    bool finished = false, paused = false, speedWorks = true;
+    int closes = 0;
+    bool finished = false, paused = false, speedWorks = true, rangeWorks = true;
 };
 
 struct Rig : PlaybackView, VolumeControl {
@@ -62,7 +64,9 @@ struct Rig : PlaybackView, VolumeControl {
     std::vector<int> levels;
     double draw = 0.0;
     bool fileShown = false;  // the panels describe an open file
-    PlaybackController player{{queue, settings, prompts, decoder, &audio, *this, *this, [this] { return draw; }}};
+    std::function<double()> draws;  // when set, instead of the fixed draw
+    PlaybackController player{{queue, settings, prompts, decoder, &audio, *this, *this,
+                               [this] { return draws ? draws() : draw; }}};
 
     explicit Rig(int entries) {
         std::vector<MediaEntry> list;
@@ -169,6 +173,60 @@ TEST(PlaybackController, EndOfFileByMode) {
         r.EndOfFile();
         const std::string expected = *next ? "D:\\m\\" + std::string(next) + ".wma" : r.decoder.opened.front();
         EXPECT_EQ(r.Current() + r.last.playCaption, expected + (*next ? "暂停" : "播放")) << mode << start;
+    }
+}
+
+// Random play over ten entries: ends that come in quick succession still pick ever new entries, and
+// another seed gives another order.
+TEST(PlaybackController, RandomPlayDrawsFromASeededGenerator) {
+    std::vector<std::string> orders[2];
+    for (const std::uint64_t seed : {1u, 2u}) {
+        Rig r(10);
+        r.draws = SeededDraws(seed);
+        Press(r, "R");
+        r.player.PlayEntry(1);
+        for (int i = 0; i < 40; ++i) r.EndOfFile();
+        orders[seed - 1] = r.decoder.opened;
+        EXPECT_EQ(std::set<std::string>(r.decoder.opened.begin(), r.decoder.opened.end()).size(), 10u);
+    }
+    EXPECT_NE(orders[0], orders[1]);
+}
+
+// Play after the list has ended opens the last entry again, even where the device refuses to play
+// on from its end: the caption, the progress and the time all move again.
+TEST(PlaybackController, PlayAfterTheListEndedPlaysWithItsTexts) {
+    Rig r(2);
+    r.player.PlayEntry(2);
+    r.EndOfFile();
+    ASSERT_EQ(r.last.playCaption, "播放");
+    r.decoder.rangeWorks = false;
+    Press(r, "P");
+    r.decoder.position = 100000;
+    Press(r, "t");
+    EXPECT_EQ(r.decoder.opened, (std::vector<std::string>{"D:\\m\\s2.wma", "D:\\m\\s2.wma"}));
+    EXPECT_EQ(r.last.playCaption + r.last.time, "暂停00:01:40");
+}
+
+// For the information editor's write the device lets go of the file and opens it again where it was:
+// playing, paused or stopped, at the same place.
+TEST(PlaybackController, LetsGoOfTheFileForAWriteAndGoesOnWhereItWas) {
+    for (const auto& [before, seeks, paused, finished, caption] :
+         {std::tuple{"", std::vector<long long>{50000}, false, false, "暂停"},
+          {"P", std::vector<long long>{50000}, true, false, "播放"}, {"S", std::vector<long long>{}, false, true, "播放"}}) {
+        Rig r(1);
+        r.player.PlayEntry(1);
+        r.decoder.position = 50000;
+        Press(r, before);
+        EXPECT_FALSE(r.player.LetGo("D:\\m\\other.wma"));
+        ASSERT_TRUE(r.player.LetGo("D:\\m\\s1.wma"));
+        EXPECT_EQ(r.decoder.closes, 1);
+        Press(r, "t");  // the timer leaves the closed device alone
+        r.player.TakeBack();
+        EXPECT_EQ(r.decoder.opened.size(), 2u);
+        EXPECT_EQ(r.decoder.seeks, seeks) << before;
+        EXPECT_EQ(std::tuple(r.decoder.paused, r.decoder.finished, r.last.playCaption),
+                  std::tuple(paused, finished, std::string(caption)))
+            << before;
     }
 }
 

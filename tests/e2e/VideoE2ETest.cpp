@@ -1,0 +1,75 @@
+// The video window end to end: it opens where it was last or on the main window's screen, for every
+// AVI the system can play. The clips are made by tests/e2e/run-sound-tests.sh with ffmpeg.
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include "e2e/Driver.h"
+#include "platform/WinText_win.h"
+#include "settings/WindowPlacement.h"
+#include "ui/ControlIds.h"
+
+namespace lumora::e2e {
+namespace {
+
+using namespace ids;
+
+std::string MediaFolder() {
+    wchar_t buf[MAX_PATH] = {};
+    GetEnvironmentVariableW(L"LUMORA_E2E_MEDIA", buf, MAX_PATH);
+    return Narrow(buf);
+}
+
+class SoundVideo : public ::testing::TestWithParam<const char*> {
+protected:
+    void SetUp() override {
+        ASSERT_FALSE(MediaFolder().empty()) << "run through tests/e2e/run-sound-tests.sh";
+        ForgetSettings();
+        StoreOption("L25", "1");
+    }
+    void TearDown() override { lumora_.process.Kill(); }
+    HWND StartVideo() {
+        if (!lumora_.Start(Quoted(MediaFolder() + "\\" + GetParam())) || !lumora_.Playing()) return nullptr;
+        HWND video = WaitForWindow(lumora_.process.Id(), L"LumoraVideo");
+        if (!video || !WaitFor([&] { return IsWindowVisible(video) != FALSE; })) return nullptr;
+        return video;
+    }
+
+    Session lumora_;
+};
+
+// The clip plays in a window at the picture's size (320 x 240). A window without a kept place opens
+// inside the main window's screen, not at its corner; closed, it keeps its place for the next start.
+TEST_P(SoundVideo, WindowOpensOnTheScreenAndKeepsItsPlace) {
+    HWND video = StartVideo();
+    ASSERT_NE(video, nullptr);
+    RECT r;
+    GetClientRect(video, &r);
+    EXPECT_EQ(std::pair(r.right, r.bottom), std::pair(320L, 240L));
+    GetWindowRect(video, &r);
+    MONITORINFO mi{};
+    mi.cbSize = sizeof mi;
+    GetMonitorInfoW(MonitorFromWindow(lumora_.main, MONITOR_DEFAULTTONEAREST), &mi);
+    EXPECT_GT(r.left, mi.rcWork.left);
+    EXPECT_GT(r.top, mi.rcWork.top);
+    EXPECT_LE(r.right, mi.rcWork.right);
+    EXPECT_LE(r.bottom, mi.rcWork.bottom);
+
+    SetWindowPos(video, nullptr, 120, 90, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    PostMessageW(video, WM_CLOSE, 0, 0);
+    EXPECT_TRUE(WaitFor([&] { return ReadOption("MovLEFT").has_value(); }));
+    lumora_.process.Kill();
+    ASSERT_TRUE(WaitFor([&] { return !IsWindow(video); }));
+    video = StartVideo();
+    ASSERT_NE(video, nullptr);
+    GetWindowRect(video, &r);
+    EXPECT_EQ(std::pair(r.left, r.top), std::pair(120L, 90L));
+}
+
+// Microsoft Video 1 (which the AVI device decodes itself) and Motion JPEG (which only the system's
+// media filters decode, as the system's own media player plays it).
+INSTANTIATE_TEST_SUITE_P(SoundClips, SoundVideo, ::testing::Values("clip.avi", "clip-mjpeg.avi"),
+                         [](const auto& param) { return std::string(param.index == 0 ? "Video1" : "MotionJpeg"); });
+
+}  // namespace
+}  // namespace lumora::e2e
