@@ -69,6 +69,7 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
     services_.prompts.SetOwner(main);
     playlist_.Create(*this, main);
     display_.Create(main);
+    display_.onUserClose = [this] { displayClosedByUser_ = true; };
     video_.Create(main);
     engine_.SetControls(&controls_);
     video_.onResize = [this](long width, long height) {
@@ -140,6 +141,8 @@ void App::ShowLyricsLines(std::string_view first, std::string_view second) {
 }
 
 void App::FileOpened(const std::string& path) {
+    displayClosedByUser_ = false;
+    UpdateTimers();
     // "当正在播放的媒体文件装有“歌词”时，自动打开…" / "…没有“歌词”时，自动关闭“音频\歌词显示”窗口"
     if (lyrics_.Load(path)) {
         if (settings_.IsOn(opt::kAutoOpenLyricsWindow)) display_.Show();
@@ -204,6 +207,7 @@ void App::UpdateTimers() {
     in.displayShown = display_.Visible();
     in.volumeChanging = player_.VolumeChanging();
     in.volumeStepSetting = settings_.Number(opt::kVolumeFadeDelay);
+    in.displayClosedByUser = displayClosedByUser_;
     const TimerPlan plan = PlanTimers(in);
     if (plan.openDisplay) display_.Show();
     SetTimerRunning(TimerId::Progress, plan.progress, kProgressIntervalMs);

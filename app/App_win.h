@@ -129,6 +129,7 @@ private:
     CommandTable commands_;
     std::string osCode_;
     unsigned runningTimers_ = 0;  // a bit for each TimerId that runs
+    bool displayClosedByUser_ = false;  // until the next file opens
 };
 
 }  // namespace lumora

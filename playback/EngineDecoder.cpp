@@ -49,6 +49,8 @@ long long EngineDecoder::PositionMs() { return noTimeline_ ? 0 : ToMs(engine_.Po
 
 bool EngineDecoder::Seek(long long ms) {
     if (noTimeline_) return false;
+    // Clamped before it is scaled: a typed time of any size stays a place in the file.
+    if (lengthMs_ > 0 && ms > lengthMs_) ms = lengthMs_;
     const bool wasPaused = engine_.State().paused;
     engine_.ForgetPause();
     if (!engine_.Play(std::to_string(ToUnits(ms < 0 ? 0 : ms)),

@@ -169,7 +169,9 @@ long long Mp3Player::PositionMs() {
 
 bool Mp3Player::Seek(long long ms) {
     if (!open_) return false;
-    return StartAt(ms * sampleRate_ / 1000) || ms * sampleRate_ / 1000 >= totalSamples_;
+    // Clamped before it is scaled: a typed time of any size stays a place in the file.
+    const long long sample = std::clamp(ms, 0LL, LengthMs()) * sampleRate_ / 1000;
+    return StartAt(sample) || sample >= totalSamples_;
 }
 
 bool Mp3Player::PlayRange(long long fromMs, long long toMs) {

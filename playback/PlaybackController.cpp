@@ -54,6 +54,11 @@ std::optional<double> ReadNumber(std::string_view s) {
     return std::stod(std::string(s));
 }
 
+// Whole seconds, held within a range that stays far from overflow when it becomes milliseconds.
+long long RoundSeconds(double seconds) {
+    return std::llround(std::clamp(seconds, -PlaybackController::kMaxTypedSeconds, PlaybackController::kMaxTypedSeconds));
+}
+
 std::string VolumeTip(int level) {
     return "显示播放音量 -- " + std::to_string(level) + "  （0为MIN；20为MAX）";
 }
@@ -86,7 +91,7 @@ PlaybackController::PlaybackController(PlaybackDeps deps) : deps_(std::move(deps
 }
 
 long long PlaybackController::ParseTypedTime(std::string_view text) {
-    if (const auto seconds = ReadNumber(text)) return std::llround(*seconds);
+    if (const auto seconds = ReadNumber(text)) return RoundSeconds(*seconds);
     std::vector<std::string_view> parts;
     size_t start = 0;
     while (true) {
@@ -103,7 +108,7 @@ long long PlaybackController::ParseTypedTime(std::string_view text) {
         if (!n) return 0;
         total += *n * weights[i];
     }
-    return std::llround(total);
+    return RoundSeconds(total);
 }
 
 std::string PlaybackController::FormatTime(long long ms) {
@@ -303,7 +308,10 @@ void PlaybackController::JumpToTime() {
     const auto answer = deps_.prompts.AskText(kJumpPrompt, kJumpTitle, "");
     if (!answer || Trim(*answer).empty()) return;
     if (!decoder_) return;
-    decoder_->Seek(ParseTypedTime(*answer) * 1000);
+    const long long seconds = std::max(0LL, ParseTypedTime(*answer));
+    const long long length = decoder_->LengthMs();
+    // Clamped to the file before the seconds become milliseconds.
+    decoder_->Seek(length >= 0 && seconds > length / 1000 ? length : seconds * 1000);
 }
 
 void PlaybackController::SeekToPermille(int permille) {

@@ -127,8 +127,9 @@ public:
     // The end-of-file event of a decoder (decoder 2's twin comes from ProgressTick).
     void OnEndOfFile();
 
-    // Seconds from a typed time: "12345", "01:20:15"; anything else 0.
+    // Seconds from a typed time: "12345", "01:20:15"; anything else 0. Within ±kMaxTypedSeconds.
     static long long ParseTypedTime(std::string_view text);
+    static constexpr double kMaxTypedSeconds = 1e12;
     static std::string FormatTime(long long ms);
 
 private:

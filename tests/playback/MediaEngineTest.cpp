@@ -196,6 +196,7 @@ TEST(EngineDecoder, TurnsMillisecondsIntoTheEnginesUnits) {
         {[&] { return d.Pause(); }, "status movie1 position"},
         {[&] { return d.Resume(); }, "play movie1 from 5000 to 50"},
         {[&] { return d.PlayRange(0, -1); }, "play movie1 from 0 to 10001"},
+        {[&] { return d.Seek(9'000'000'000'000'000'000LL); }, "play movie1 from 10001 to 10001"},  // no overflow
         {[&] { return d.SetSpeed(200); }, "set movie1 speed 2000"},
     };
     for (const auto& s : steps) {

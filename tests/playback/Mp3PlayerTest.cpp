@@ -88,6 +88,12 @@ TEST(Mp3Player, KeepsFourBuffersQueuedAndEndsOnceEveryBufferCameBack) {
     ASSERT_TRUE(big.player.Seek(10005));  // frame 383 starts at 10004.9 ms
     EXPECT_EQ(big.decoder.resets, 1);
     EXPECT_EQ(big.player.PositionMs(), 383LL * 1152 * 1000 / 44100);
+    for (const auto& [far, near] : {std::pair{9'000'000'000'000'000'000LL, big.player.LengthMs()}, {-9'000'000'000'000'000'000LL, 0LL}}) {
+        ASSERT_TRUE(big.player.Seek(near));
+        const long long expected = big.player.PositionMs();
+        ASSERT_TRUE(big.player.Seek(far));  // no overflow: the end, or the start
+        EXPECT_EQ(big.player.PositionMs(), expected);
+    }
 }
 
 TEST(Mp3Player, WhatIsNotMpegAudioIsRefused) {

@@ -210,10 +210,14 @@ TEST(PlaybackController, TypedTimesJumpsAndSeeks) {
     Rig r(1);
     r.settings.SetText("L1", "10");
     r.settings.SetText("L2", "30");
-    r.prompts.textAnswer = "01:20:15";
+    r.prompts.textAnswer = "0:1:15";
     r.player.JumpToTime();  // nothing open yet
     r.player.Back();
     r.player.PlayEntry(1);
+    r.player.JumpToTime();
+    // Past the end, however many digits: the end of the file; before the start: the start.
+    r.prompts.textScript = {"99999999999999999999", "-99999999999999999999:0:0"};
+    r.player.JumpToTime();
     r.player.JumpToTime();
     EXPECT_EQ(r.prompts.questions.back().title, "直接播放");
     for (const long long at : {50000, 3000}) {
@@ -223,7 +227,7 @@ TEST(PlaybackController, TypedTimesJumpsAndSeeks) {
     r.decoder.position = 190000;
     r.player.Forward();
     for (int permille : {250, -5, 1200}) r.player.SeekToPermille(permille);
-    EXPECT_EQ(r.decoder.seeks, (std::vector<long long>{4815000, 40000, 0, 200000, 50000, 0, 200000}));
+    EXPECT_EQ(r.decoder.seeks, (std::vector<long long>{75000, 200000, 0, 40000, 0, 200000, 50000, 0, 200000}));
 }
 
 TEST(PlaybackController, VolumeMovesOneStepATickUnlessL60) {
