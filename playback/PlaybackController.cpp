@@ -432,18 +432,24 @@ void PlaybackController::ProgressTick() {
         return;
     }
     if (decoder_->Finished()) {
+        // The last tick may have come a good part of a second before the end: the end shows the end.
+        ShowPosition(length, length);
         OnEndOfFile();
         return;
     }
-    if (length > 0 && pos >= 0) {
-        texts_.progress = static_cast<int>(std::min<long long>(1000, pos * 1000 / length));
-        const long long percent = pos * 100 / length;
-        texts_.percent = std::to_string(percent) + "%";
-        texts_.time = timeMode_ == TimeMode::Remaining ? "-" + FormatTime(length - pos) : FormatTime(pos);
-        texts_.progressLine = "播放的进度为：" + std::to_string(percent) + "%" + " 时间为：" + FormatTime(pos);
-        texts_.statusLine = texts_.progressLine;
-    }
+    ShowPosition(pos, length);
     Show();
+}
+
+void PlaybackController::ShowPosition(long long pos, long long length) {
+    if (length <= 0 || pos < 0) return;
+    pos = std::min(pos, length);
+    texts_.progress = static_cast<int>(pos * 1000 / length);
+    const long long percent = pos * 100 / length;
+    texts_.percent = std::to_string(percent) + "%";
+    texts_.time = timeMode_ == TimeMode::Remaining ? "-" + FormatTime(length - pos) : FormatTime(pos);
+    texts_.progressLine = "播放的进度为：" + std::to_string(percent) + "%" + " 时间为：" + FormatTime(pos);
+    texts_.statusLine = texts_.progressLine;
 }
 
 void PlaybackController::OnEndOfFile() {

@@ -137,6 +137,8 @@ private:
     void ChooseAndPlay(QueueDirection direction);
     bool PlayIndex(int index);
     void CannotPlay(const std::string& name);
+    // The position's texts (slider, time, percent, status line); nothing when either is unknown.
+    void ShowPosition(long long pos, long long length);
     // Each state change goes through one of these, which also sets the texts that show it.
     void SetMode(PlayMode mode);
     void SetPlaying(bool playing);

@@ -109,6 +109,7 @@ TEST(PlaybackController, CommandsAndTheTextsTheyShow) {
         {3, "RG", &T::modeLabel, std::string(kSegmentPrefix)}, {3, "G", &T::segmentButton, "取消选段"},
         {3, "GA", &T::segmentTip, "当前A点（开始点）为00:00:50\r\n选择文件的一段进行循环播放。选择A点的位置。"},
         {3, "A", &T::segmentA, "A=N/A"}, {3, "GAB", &T::segmentB, "B=00:00:50"}, {3, "GAN", &T::segmentA, "A=N/A"},
+        {1, "E", &T::statusLine, "播放的进度为：100% 时间为：00:03:20"},  // the end of a file shows the end
     };
     for (const auto& c : cases) {
         Rig r(c.entries);
