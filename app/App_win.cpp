@@ -50,7 +50,7 @@ App::App(AppServices services)
     : services_(services),
       queue_(services.prompts, services.files, *this, *this),
       decoder1_(services.files, acm_, waveOut_),
-      player_({queue_, settings_, services.prompts, decoder2_, &decoder1_, volume_, *this,
+      player_({queue_, settings_, services.prompts, decoder2_, &decoder1_, *this, *this,
                [] { return static_cast<double>(GetTickCount() % 1000003) / 1000003.0; }}),
       stream_(services.files),
       lists_(services.prompts, services.files, settings_, queue_, filterWindow_),
@@ -80,7 +80,11 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
     decoder2_.SetVideoWindow(reinterpret_cast<UINT_PTR>(video_.Handle()));
     LoadSettings(settings_, services_.registry, ScreenInTwips());
     ApplyOsOverrides(settings_, osCode_);
-    if (const auto vol = settings_.Number(opt::kVolume)) window_.SetVolumePosition(static_cast<int>(std::clamp(*vol, 0LL, 20LL)));
+    if (const auto vol = settings_.Number(opt::kVolume)) {
+        const int level = static_cast<int>(std::clamp(*vol, 0LL, 20LL));
+        window_.SetVolumePosition(level);
+        player_.RestoreVolume(level);
+    }
     ShowTips();
     playlist_.CreateInfoTip(settings_.IsOn(opt::kClassicListTips));
 
@@ -118,6 +122,11 @@ void App::ShowTips() {
 }
 
 // The presenter side of the controllers' views.
+
+void App::SetLevel(int level) {
+    decoder1_.SetVolume(level);
+    decoder2_.SetVolume(level);
+}
 
 void App::ShowLines(const std::vector<std::string>& lines) { playlist_.SetLines(lines); }
 
@@ -321,6 +330,7 @@ void App::SavePositions() {
          {kVideoWindowPlace.top, kVideoWindowPlace.left, kVideoWindowPlace.height, kVideoWindowPlace.width}) {
         if (const auto n = settings_.Number(name)) values.emplace_back(name, std::to_string(*n));
     }
+    values.emplace_back(opt::kVolume, std::to_string(player_.Texts().volume));
     for (auto& value : PlaceValues(kPlaylistWindowPlace, playlist_.Place(), CurrentDpi())) {
         values.push_back(std::move(value));
     }

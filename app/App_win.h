@@ -14,7 +14,6 @@
 #include "platform/Audio_win.h"
 #include "platform/ControlHost_win.h"
 #include "platform/Mci_win.h"
-#include "platform/Volume_win.h"
 #include "playback/EngineDecoder.h"
 #include "playback/MediaEngine.h"
 #include "playback/Mp3Player.h"
@@ -47,7 +46,7 @@ struct AppServices {
     Registry& rawRegistry;  // for values kept as plain strings (the music library's folder)
 };
 
-class App final : QueueView, QueuePlayer, PlaybackView, LyricsView, MainWindowEvents, PlaylistCommands {
+class App final : QueueView, QueuePlayer, PlaybackView, LyricsView, MainWindowEvents, PlaylistCommands, VolumeControl {
 public:
     explicit App(AppServices services);
     ~App() override;
@@ -67,6 +66,8 @@ private:
     // PlaybackView
     void ShowPlayback(const PlaybackTexts& texts) override;
     void FileOpened(const std::string& path) override;
+    // VolumeControl: the level goes to both decoders' own sound, which every system applies.
+    void SetLevel(int level) override;
     // LyricsView
     void ShowLyricsLines(std::string_view first, std::string_view second) override;
     // MainWindowEvents
@@ -115,7 +116,6 @@ private:
     MediaEngine engine_{mci_};
     WinControls controls_;
     EngineDecoder decoder2_{engine_, 0};
-    WinVolume volume_;
     AcmMp3Decoder acm_;
     WaveOut waveOut_;
     Mp3Player decoder1_;

@@ -22,6 +22,7 @@ bool EngineDecoder::Open(const std::string& path) {
     switch (engine_.OpenDispatch(path, videoWindow_, false)) {
         case OpenResult::Playing:
             lengthMs_ = engine_.State().unitIsMs ? engine_.Length() : engine_.Commands().LengthMs(kMovieAlias);
+            if (volume_ != 20) SetVolume(volume_);
             return true;
         case OpenResult::Picture:
         case OpenResult::Control:
@@ -32,6 +33,12 @@ bool EngineDecoder::Open(const std::string& path) {
         default:
             return false;
     }
+}
+
+void EngineDecoder::SetVolume(int level) {
+    volume_ = level;
+    // A device without sound of its own refuses; nothing else to do about it.
+    if (lengthMs_ >= 0 && !noTimeline_) engine_.Commands().SetVolume(kMovieAlias, level * 50);
 }
 
 bool EngineDecoder::Pause() { return engine_.Pause(); }

@@ -21,6 +21,8 @@ public:
     bool PlayRange(long long fromMs, long long toMs) override;
     bool SetSpeed(int percent) override;
     bool Finished() override;
+    // The level of the device's own sound, 0 … 20; kept for the files opened later.
+    void SetVolume(int level);
 
 private:
     long long ToUnits(long long ms) const;
@@ -30,7 +32,8 @@ private:
     WindowId videoWindow_;
     long long lengthMs_ = -1;
     long long rangeEndUnits_ = -1;  // the end of the play range, -1 for the file's end
-    bool noTimeline_ = false;       // a still picture or a Flash movie: shown, not played on a time line
+    bool noTimeline_ = false;
+    int volume_ = 20;       // a still picture or a Flash movie: shown, not played on a time line
 };
 
 }  // namespace lumora

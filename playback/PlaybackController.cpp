@@ -415,6 +415,14 @@ void PlaybackController::SetVolume(int level) {
     Show();
 }
 
+void PlaybackController::RestoreVolume(int level) {
+    level = std::clamp(level, 0, 20);
+    texts_.volume = mixerLevel_ = level;
+    texts_.volumeTip = VolumeTip(level);
+    deps_.volume.SetLevel(level);
+    Show();
+}
+
 bool PlaybackController::VolumeTick() {
     if (mixerLevel_ == texts_.volume) return false;
     mixerLevel_ += mixerLevel_ < texts_.volume ? 1 : -1;

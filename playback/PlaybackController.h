@@ -118,6 +118,8 @@ public:
     void SetSpeed(int percent);
     void ResetSpeed();
     void SetVolume(int level);
+    // The level kept from the last run, applied at once at start.
+    void RestoreVolume(int level);
     // One step of the gradual volume change; false once the target is reached.
     bool VolumeTick();
     bool VolumeChanging() const { return mixerLevel_ != texts_.volume; }

@@ -198,6 +198,7 @@ TEST(EngineDecoder, TurnsMillisecondsIntoTheEnginesUnits) {
         {[&] { return d.PlayRange(0, -1); }, "play movie1 from 0 to 10001"},
         {[&] { return d.Seek(9'000'000'000'000'000'000LL); }, "play movie1 from 10001 to 10001"},  // no overflow
         {[&] { return d.SetSpeed(200); }, "set movie1 speed 2000"},
+        {[&] { return d.SetVolume(10), true; }, "setaudio movie1 volume to 500"},
     };
     for (const auto& s : steps) {
         EXPECT_TRUE(s.run()) << s.sent;

@@ -72,14 +72,16 @@ TEST(Mp3Player, KeepsFourBuffersQueuedAndEndsOnceEveryBufferCameBack) {
     big.decoder.resets = 0;
     ASSERT_TRUE(big.player.Seek(10005));  // frame 383 starts at 10004.9 ms
     EXPECT_EQ(big.decoder.resets, 1);
+    big.player.SetVolume(7);  // the player's own sound
+    EXPECT_EQ(big.out.volume, 7);
     big.out.DeliverStale();  // late completions of what the seek threw away change nothing
     EXPECT_EQ(big.out.queue, (std::vector<int>{0, 1, 2, 3}));
     EXPECT_EQ(big.out.writesRefused, 0);
     EXPECT_EQ(big.player.PositionMs(), 383LL * 1152 * 1000 / 44100);
-    for (const auto& [far, near] : {std::pair{9'000'000'000'000'000'000LL, big.player.LengthMs()}, {-9'000'000'000'000'000'000LL, 0LL}}) {
-        ASSERT_TRUE(big.player.Seek(near));
+    for (const auto& [asked, same] : {std::pair{9'000'000'000'000'000'000LL, big.player.LengthMs()}, {-9'000'000'000'000'000'000LL, 0LL}}) {
+        ASSERT_TRUE(big.player.Seek(same));
         const long long expected = big.player.PositionMs();
-        ASSERT_TRUE(big.player.Seek(far));  // no overflow: the end, or the start
+        ASSERT_TRUE(big.player.Seek(asked));  // no overflow: the end, or the start
         EXPECT_EQ(big.player.PositionMs(), expected);
     }
 }
