@@ -22,6 +22,12 @@ bool EngineDecoder::Open(const std::string& path) {
     switch (engine_.OpenDispatch(path, videoWindow_, false)) {
         case OpenResult::Playing:
             lengthMs_ = engine_.State().unitIsMs ? engine_.Length() : engine_.Commands().LengthMs(kMovieAlias);
+            // The MPEG device takes some files it finds nothing in and "plays" them silently.
+            if (lengthMs_ == 0) {
+                engine_.CloseAll();
+                lengthMs_ = -1;
+                return false;
+            }
             if (volume_ != 20) SetVolume(volume_);
             return true;
         case OpenResult::Picture:

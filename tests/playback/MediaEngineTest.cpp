@@ -221,6 +221,9 @@ TEST(EngineDecoder, TurnsMillisecondsIntoTheEnginesUnits) {
 
     EXPECT_FALSE(d.Open("D:\\f.swf"));  // no hosted controls here
     EXPECT_EQ(d.LengthMs(), -1);
+    mci.lengthFrames = mci.lengthMs = 0;  // the device "opens" what it cannot play: nothing to play
+    EXPECT_FALSE(d.Open("D:\\zeros.mp3"));
+    EXPECT_EQ(mci.sent.back(), "Close All");
 }
 
 }  // namespace

@@ -20,7 +20,7 @@ struct FakeDecoder : Decoder {
     bool Open(const std::string& path) override {
         opened.push_back(path);
         position = 0;
-        return !(finished = paused = false);
+        return !(finished = paused = false) && opens;
     }
     bool Pause() override { return paused = true; }
     bool Resume() override { return !(paused = false); }
@@ -41,7 +41,7 @@ struct FakeDecoder : Decoder {
     Ranges ranges;
     std::vector<int> speeds;
     long long position = 0;
-    bool finished = false, paused = false, speedWorks = true;
+    bool finished = false, paused = false, speedWorks = true, opens = true;
 };
 
 struct Rig : PlaybackView, VolumeControl {
@@ -261,6 +261,28 @@ TEST(TransportTips, FollowTheQueueAndTheOptions) {
     }
     const TransportTips none = MakeTransportTips(r.settings, PlayQueue{}, kSuffixNormal, false);
     EXPECT_EQ(none.previous, "现在无文件播放");
+}
+
+// Decoder 1 takes MPEG audio ("L25" 0); what it refuses goes to decoder 2, and what neither plays is
+// the cannot-play case, with its question when "L16" is 1.
+TEST(PlaybackController, AFileNoDecoderPlaysTakesTheCannotPlayPath) {
+    for (const bool engineOpens : {false, true}) {
+        Rig r(0);
+        r.queue.Queue().Replace("D:\\m", {{"D:\\m\\a.mp3", "a.mp3"}});
+        r.settings.SetText("L25", "0");
+        r.settings.SetText("L16", "1");
+        r.audio.opens = false;
+        r.decoder.opens = engineOpens;
+        r.prompts.yesNoAnswer = false;  // "否": the previous entry, which does not exist
+        r.player.PlayEntry(1);
+        EXPECT_EQ(r.audio.opened.size() + r.decoder.opened.size(), 2u);
+        EXPECT_EQ(r.last.playCaption, engineOpens ? "暂停" : "播放");
+        EXPECT_EQ(r.prompts.questions.size(), engineOpens ? 0u : 1u);
+        if (!engineOpens) {
+            EXPECT_EQ(r.last.statusLine, "该文件无法播放...");
+            EXPECT_EQ(r.prompts.questions[0].text.rfind("a.mp3 文件无法播放", 0), 0u);
+        }
+    }
 }
 
 TEST(PlaybackController, NextOnAnEmptyQueueSaysThereIsNothingToPlay) {
