@@ -76,6 +76,8 @@ bool EngineDecoder::Seek(long long ms) {
 bool EngineDecoder::PlayRange(long long fromMs, long long toMs) {
     if (noTimeline_) return false;
     rangeEndUnits_ = toMs < 0 ? -1 : ToUnits(toMs);
+    lastPosition_ = -1;
+    stalledPolls_ = 0;
     engine_.ForgetPause();
     return engine_.Play(std::to_string(ToUnits(fromMs)),
                         rangeEndUnits_ >= 0 ? std::to_string(rangeEndUnits_) : std::string());
@@ -89,8 +91,15 @@ bool EngineDecoder::SetSpeed(int percent) {
 
 bool EngineDecoder::Finished() {
     if (noTimeline_ || engine_.State().paused) return false;
-    const std::string mode = engine_.Mode();
-    return mode == "stopped";
+    if (engine_.Mode() == "stopped") return true;
+    if (rangeEndUnits_ < 0) return false;
+    // The MPEG device under Wine does not always stop at the end of a range it plays again: it
+    // stays "playing" at B. Reaching B, or standing still in the range's second half, is its end.
+    const long long pos = engine_.Position();
+    stalledPolls_ = pos == lastPosition_ ? stalledPolls_ + 1 : 0;
+    lastPosition_ = pos;
+    const long long from = engine_.State().segmentStart;
+    return pos >= rangeEndUnits_ || (stalledPolls_ >= 2 && pos > from + (rangeEndUnits_ - from) / 2);
 }
 
 }  // namespace lumora

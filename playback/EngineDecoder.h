@@ -33,7 +33,9 @@ private:
     long long lengthMs_ = -1;
     long long rangeEndUnits_ = -1;  // the end of the play range, -1 for the file's end
     bool noTimeline_ = false;
-    int volume_ = 20;       // a still picture or a Flash movie: shown, not played on a time line
+    int volume_ = 20;
+    long long lastPosition_ = -1;  // at the last Finished() question, in a range
+    int stalledPolls_ = 0;         // questions since which it has not moved       // a still picture or a Flash movie: shown, not played on a time line
 };
 
 }  // namespace lumora

@@ -434,12 +434,14 @@ void PlaybackController::ProgressTick() {
     if (!decoder_ || !IsPlaying()) return;
     const long long length = decoder_->LengthMs();
     const long long pos = decoder_->PositionMs();
+    // Asked once a tick: a decoder may count its questions.
+    const bool finished = decoder_->Finished();
     // Both decoders stop by themselves at the end of the play range, B; playing starts again at A.
-    if (pointA_ >= 0 && pointB_ >= 0 && decoder_->Finished()) {
+    if (pointA_ >= 0 && pointB_ >= 0 && finished) {
         decoder_->PlayRange(pointA_, pointB_);
         return;
     }
-    if (decoder_->Finished()) {
+    if (finished) {
         // The last tick may have come a good part of a second before the end: the end shows the end.
         ShowPosition(length, length);
         OnEndOfFile();

@@ -204,6 +204,17 @@ TEST(EngineDecoder, TurnsMillisecondsIntoTheEnginesUnits) {
         EXPECT_TRUE(s.run()) << s.sent;
         EXPECT_EQ(mci.sent.back(), s.sent);
     }
+    // A range's end: B reached, or the device standing still in the range's second half, though it says "playing".
+    mci.replies["status movie1 mode"] = "playing";
+    for (const auto& [at, polls, finished] : {std::tuple{30, 3, false}, {50, 1, true}, {45, 1, false}, {45, 3, true}}) {
+        ASSERT_TRUE(d.PlayRange(1000, 2000));
+        mci.position = at;
+        bool said = false;
+        for (int i = 0; i < polls; ++i) said = d.Finished();
+        EXPECT_EQ(said, finished) << at;
+    }
+    mci.replies["status movie1 mode"] = "";
+    ASSERT_TRUE(d.PlayRange(0, -1));
 
     // A seek while paused stays paused at the new place.
     ASSERT_TRUE(d.Pause());
