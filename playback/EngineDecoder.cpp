@@ -1,5 +1,7 @@
 #include "playback/EngineDecoder.h"
 
+#include <utility>
+
 namespace lumora {
 
 long long EngineDecoder::ToUnits(long long ms) const {
@@ -19,6 +21,8 @@ bool EngineDecoder::Open(const std::string& path) {
     rangeEndUnits_ = -1;
     lengthMs_ = -1;
     noTimeline_ = false;
+    ended_ = false;
+    path_ = path;
     switch (engine_.OpenDispatch(path, videoWindow_, false)) {
         case OpenResult::Playing:
             lengthMs_ = engine_.State().unitIsMs ? engine_.Length() : engine_.Commands().LengthMs(kMovieAlias);
@@ -75,6 +79,12 @@ bool EngineDecoder::Seek(long long ms) {
 
 bool EngineDecoder::PlayRange(long long fromMs, long long toMs) {
     if (noTimeline_) return false;
+    // The MPEG device under Wine does not play reliably again once it has reached the end of a range
+    // or file (it stands still, sounding): a range played again starts on the file opened anew.
+    if (std::exchange(ended_, false)) {
+        if (engine_.OpenDispatch(path_, videoWindow_, false) != OpenResult::Playing) return false;
+        if (volume_ != 20) SetVolume(volume_);
+    }
     rangeEndUnits_ = toMs < 0 ? -1 : ToUnits(toMs);
     lastPosition_ = -1;
     stalledPolls_ = 0;
@@ -91,7 +101,7 @@ bool EngineDecoder::SetSpeed(int percent) {
 
 bool EngineDecoder::Finished() {
     if (noTimeline_ || engine_.State().paused) return false;
-    if (engine_.Mode() == "stopped") return true;
+    if (engine_.Mode() == "stopped") return ended_ = true;
     if (rangeEndUnits_ < 0) return false;
     // The MPEG device under Wine does not always stop at the end of a range it plays again: it
     // stays "playing" at B. Reaching B, or standing still in the range's second half, is its end.
@@ -99,7 +109,8 @@ bool EngineDecoder::Finished() {
     stalledPolls_ = pos == lastPosition_ ? stalledPolls_ + 1 : 0;
     lastPosition_ = pos;
     const long long from = engine_.State().segmentStart;
-    return pos >= rangeEndUnits_ || (stalledPolls_ >= 2 && pos > from + (rangeEndUnits_ - from) / 2);
+    ended_ = pos >= rangeEndUnits_ || (stalledPolls_ >= 2 && pos > from + (rangeEndUnits_ - from) / 2);
+    return ended_;
 }
 
 }  // namespace lumora

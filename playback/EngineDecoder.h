@@ -34,6 +34,8 @@ private:
     long long rangeEndUnits_ = -1;  // the end of the play range, -1 for the file's end
     bool noTimeline_ = false;
     int volume_ = 20;
+    std::string path_;   // the open file, opened again to play a range once more
+    bool ended_ = false;  // Finished() said so: the device is at the end of the file or range
     long long lastPosition_ = -1;  // at the last Finished() question, in a range
     int stalledPolls_ = 0;         // questions since which it has not moved       // a still picture or a Flash movie: shown, not played on a time line
 };

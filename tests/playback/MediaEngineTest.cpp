@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <functional>
 #include <map>
 
@@ -206,6 +208,8 @@ TEST(EngineDecoder, TurnsMillisecondsIntoTheEnginesUnits) {
     }
     // A range's end: B reached, or the device standing still in the range's second half, though it says "playing".
     mci.replies["status movie1 mode"] = "playing";
+    const auto opens = [&] { return std::count(mci.sent.begin(), mci.sent.end(), "Close All"); };
+    const auto opensBefore = opens();
     for (const auto& [at, polls, finished] : {std::tuple{30, 3, false}, {50, 1, true}, {45, 1, false}, {45, 3, true}}) {
         ASSERT_TRUE(d.PlayRange(1000, 2000));
         mci.position = at;
@@ -213,8 +217,9 @@ TEST(EngineDecoder, TurnsMillisecondsIntoTheEnginesUnits) {
         for (int i = 0; i < polls; ++i) said = d.Finished();
         EXPECT_EQ(said, finished) << at;
     }
-    mci.replies["status movie1 mode"] = "";
     ASSERT_TRUE(d.PlayRange(0, -1));
+    EXPECT_EQ(opens(), opensBefore + 2);  // a range played again after its end starts on the file opened anew
+    mci.replies["status movie1 mode"] = "";
 
     // A seek while paused stays paused at the new place.
     ASSERT_TRUE(d.Pause());
