@@ -76,7 +76,10 @@ void App::BuildCommands() {
     add({IDM_LIBRARY_DELETE}, "删除“我的音乐库”", [this] { library_.DeleteLibrary(); });
     add({IDM_MEDIA_INFO}, "媒体信息编辑(&I)...", [this] { OpenInfoEditor(); });
     add({IDM_ASSIGN_LYRICS}, "为当前文件指定歌词文件...", [this] { AssignLyrics(); });
-    add({IDM_LYRICS_WINDOW}, kLyricsWindowCaption, [this] { display_.Toggle(); }, CheckedWhileLyricsWindowShown);
+    add({IDM_LYRICS_WINDOW}, kLyricsWindowCaption, [this] {
+        display_.Toggle();
+        displayClosedByUser_ = !display_.Visible();
+    }, CheckedWhileLyricsWindowShown);
     add({IDM_LYRICS_SETTINGS}, "歌词显示设置...", [this] { EditLyricsSettings(); });
     add({IDM_SHOW_PLAYLIST, IDC_MAIN_LIST}, "文件列表(&L)", [this] { playlist_.Toggle(); }, CheckedWhilePlaylistShown);
     add({IDM_EXIT}, "退出(&X)", [this] { Close(); });

@@ -58,7 +58,7 @@ App::App(AppServices services)
     : services_(services),
       queue_(services.prompts, services.files, *this, *this),
       decoder1_(services.files, acm_, waveOut_),
-      player_({queue_, settings_, services.prompts, decoder2_, &decoder1_, volume_, *this,
+      player_({queue_, settings_, services.prompts, decoder2_, &decoder1_, *this, *this,
                SeededDraws(RandomSeed())}),
       stream_(services.files),
       lists_(services.prompts, services.files, settings_, queue_, filterWindow_),
@@ -77,6 +77,7 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
     services_.prompts.SetOwner(main);
     playlist_.Create(*this, main);
     display_.Create(main);
+    display_.onUserClose = [this] { displayClosedByUser_ = true; };
     video_.Create(main);
     engine_.SetControls(&controls_);
     video_.onResize = [this](long width, long height) {
@@ -88,7 +89,11 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
     video_.onClose = [this] { WriteSetupValues(PlaceValues(kVideoWindowPlace, video_.Place(), CurrentDpi())); };
     LoadSettings(settings_, services_.registry, ScreenInTwips());
     ApplyOsOverrides(settings_, osCode_);
-    if (const auto vol = settings_.Number(opt::kVolume)) window_.SetVolumePosition(static_cast<int>(std::clamp(*vol, 0LL, 20LL)));
+    if (const auto vol = settings_.Number(opt::kVolume)) {
+        const int level = static_cast<int>(std::clamp(*vol, 0LL, 20LL));
+        window_.SetVolumePosition(level);
+        player_.RestoreVolume(level);
+    }
     ShowTips();
     playlist_.CreateInfoTip(settings_.IsOn(opt::kClassicListTips));
 
@@ -132,6 +137,11 @@ void App::RefreshTips() {
 
 // The presenter side of the controllers' views.
 
+void App::SetLevel(int level) {
+    decoder1_.SetVolume(level);
+    decoder2_.SetVolume(level);
+}
+
 void App::ShowLines(const std::vector<std::string>& lines) { playlist_.SetLines(lines); }
 
 void App::ShowTexts(const QueueTexts& texts) {
@@ -161,6 +171,8 @@ void App::FileClosed() {
 }
 
 void App::FileOpened(const std::string& path) {
+    displayClosedByUser_ = false;
+    UpdateTimers();
     // "当正在播放的媒体文件装有“歌词”时，自动打开…" / "…没有“歌词”时，自动关闭“音频\歌词显示”窗口"
     if (lyrics_.Load(path)) {
         if (settings_.IsOn(opt::kAutoOpenLyricsWindow)) display_.Show();
@@ -225,6 +237,7 @@ void App::UpdateTimers() {
     in.displayShown = display_.Visible();
     in.volumeChanging = player_.VolumeChanging();
     in.volumeStepSetting = settings_.Number(opt::kVolumeFadeDelay);
+    in.displayClosedByUser = displayClosedByUser_;
     const TimerPlan plan = PlanTimers(in);
     if (plan.openDisplay) display_.Show();
     SetTimerRunning(TimerId::Progress, plan.progress, kProgressIntervalMs);
@@ -347,6 +360,7 @@ bool App::WriteSetupValues(const std::vector<std::pair<std::string_view, std::st
 void App::SavePositions() {
     auto values = PlaceValues(kMainWindowPlace, RectOf(window_.Handle()), CurrentDpi());
     for (auto& value : PlaceValues(kVideoWindowPlace, video_.Place(), CurrentDpi())) values.push_back(std::move(value));
+    values.emplace_back(opt::kVolume, std::to_string(player_.Texts().volume));
     for (auto& value : PlaceValues(kPlaylistWindowPlace, playlist_.Place(), CurrentDpi())) {
         values.push_back(std::move(value));
     }

@@ -14,7 +14,6 @@
 #include "platform/Audio_win.h"
 #include "platform/ControlHost_win.h"
 #include "platform/Mci_win.h"
-#include "platform/Volume_win.h"
 #include "playback/EngineDecoder.h"
 #include "playback/MediaEngine.h"
 #include "playback/Mp3Player.h"
@@ -47,7 +46,7 @@ struct AppServices {
     Registry& rawRegistry;  // for values kept as plain strings (the music library's folder)
 };
 
-class App final : QueueView, QueuePlayer, PlaybackView, LyricsView, MainWindowEvents, PlaylistCommands {
+class App final : QueueView, QueuePlayer, PlaybackView, LyricsView, MainWindowEvents, PlaylistCommands, VolumeControl {
 public:
     explicit App(AppServices services);
     ~App() override;
@@ -68,6 +67,8 @@ private:
     void ShowPlayback(const PlaybackTexts& texts) override;
     void FileOpened(const std::string& path) override;
     void FileClosed() override;
+    // VolumeControl: the level goes to both decoders' own sound, which every system applies.
+    void SetLevel(int level) override;
     // LyricsView
     void ShowLyricsLines(std::string_view first, std::string_view second) override;
     // MainWindowEvents
@@ -119,7 +120,6 @@ private:
     MediaEngine engine_{mci_};
     WinControls controls_;
     EngineDecoder decoder2_{engine_, 0, [] { return static_cast<std::uint32_t>(GetTickCount()); }};
-    WinVolume volume_;
     AcmMp3Decoder acm_;
     WaveOut waveOut_;
     Mp3Player decoder1_;
@@ -133,6 +133,7 @@ private:
     CommandTable commands_;
     std::string osCode_;
     unsigned runningTimers_ = 0;  // a bit for each TimerId that runs
+    bool displayClosedByUser_ = false;  // until the next file opens
 };
 
 }  // namespace lumora

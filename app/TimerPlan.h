@@ -17,6 +17,7 @@ struct TimerInputs {
     bool displayShown = false;    // the audio display window is visible
     bool volumeChanging = false;  // the mixer still moves toward the slider
     std::optional<long long> volumeStepSetting;  // "L53": the delay between two volume steps
+    bool displayClosedByUser = false;  // the user closed the audio display since the file opened
 };
 
 struct TimerPlan {
@@ -24,7 +25,8 @@ struct TimerPlan {
     bool display = false;
     bool volume = false;
     unsigned volumeIntervalMs = 0;
-    // Decoder 1 plays into the audio display: the window opens with the sound.
+    // Decoder 1 plays into the audio display: the window opens with the sound, unless the user
+    // closed it; that close holds until the next file.
     bool openDisplay = false;
 };
 

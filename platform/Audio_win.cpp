@@ -53,9 +53,44 @@ bool AcmMp3Decoder::Open(const MpegFrameHeader& first) {
         mp2.fwHeadFlags = ACM_MPEG_ID_MPEG1;
         rc = acmStreamOpen(&stream_, nullptr, &mp2.wfx, &pcm, nullptr, 0, 0, ACM_STREAMOPENF_NONREALTIME);
     }
-    if (rc != MMSYSERR_NOERROR) {
+    if (AudioStatusOf(rc) != AudioStatus::Ok) {
         stream_ = nullptr;
         return false;
+    }
+    return true;
+}
+
+// Converts `src` (possibly nothing, to collect what the decoder still holds) and appends all the PCM it
+// gives. The system's decoder takes every byte it is handed but returns only what fits the output
+// buffer, keeping the rest for later calls; that rest is collected here until it has none left.
+bool AcmMp3Decoder::Convert(std::string_view src, DWORD flags, std::string& pcm, DWORD& used) {
+    // Room for the lowest bit rate the stream's version allows (VBR frames go down to it), not for the
+    // first frame's bit rate.
+    const int channels = header_.mode == ChannelMode::Mono ? 1 : 2;
+    const long long lowestRate = header_.version == MpegVersion::Mpeg1 ? 32000 : 8000;
+    const long long room = static_cast<long long>(src.size()) * 16 * channels * header_.frequency / lowestRate +
+                           4LL * 1152 * 2 * channels;
+    std::string out(static_cast<size_t>(room), '\0');
+    char none = 0;
+    used = 0;
+    for (int round = 0; round < 64; ++round) {
+        const std::string_view in = round == 0 ? src : std::string_view();
+        ACMSTREAMHEADER h{};
+        h.cbStruct = sizeof h;
+        h.pbSrc = reinterpret_cast<BYTE*>(in.empty() ? &none : const_cast<char*>(in.data()));
+        h.cbSrcLength = static_cast<DWORD>(in.size());
+        h.pbDst = reinterpret_cast<BYTE*>(out.data());
+        h.cbDstLength = static_cast<DWORD>(out.size());
+        if (AudioStatusOf(acmStreamPrepareHeader(stream_, &h, 0)) != AudioStatus::Ok) return false;
+        const AudioStatus status = AudioStatusOf(acmStreamConvert(stream_, &h, flags));
+        const DWORD produced = h.cbDstLengthUsed;
+        if (round == 0) used = h.cbSrcLengthUsed;
+        h.cbSrcLength = static_cast<DWORD>(in.size());
+        h.cbDstLength = static_cast<DWORD>(out.size());
+        (void)AudioStatusOf(acmStreamUnprepareHeader(stream_, &h, 0));
+        if (status != AudioStatus::Ok) return false;
+        pcm.append(out.data(), produced);
+        if (produced < out.size()) return true;
     }
     return true;
 }
@@ -63,46 +98,51 @@ bool AcmMp3Decoder::Open(const MpegFrameHeader& first) {
 bool AcmMp3Decoder::Decode(std::string_view frames, std::string& pcm) {
     if (!stream_) return false;
     pending_.append(frames.data(), frames.size());
-    DWORD outSize = 0;
-    if (acmStreamSize(stream_, static_cast<DWORD>(pending_.size()), &outSize, ACM_STREAMSIZEF_SOURCE) != 0 ||
-        outSize == 0) {
-        outSize = static_cast<DWORD>(pending_.size() * 24 + 65536);
-    }
-    std::string out(outSize, '\0');
-    ACMSTREAMHEADER h{};
-    h.cbStruct = sizeof h;
-    h.pbSrc = reinterpret_cast<BYTE*>(pending_.data());
-    h.cbSrcLength = static_cast<DWORD>(pending_.size());
-    h.pbDst = reinterpret_cast<BYTE*>(out.data());
-    h.cbDstLength = outSize;
-    if (acmStreamPrepareHeader(stream_, &h, 0) != 0) return false;
-    const MMRESULT rc = acmStreamConvert(stream_, &h, ACM_STREAMCONVERTF_BLOCKALIGN);
-    const DWORD used = h.cbSrcLengthUsed;
-    const DWORD produced = h.cbDstLengthUsed;
-    h.cbSrcLength = static_cast<DWORD>(pending_.size());
-    h.cbDstLength = outSize;
-    acmStreamUnprepareHeader(stream_, &h, 0);
-    if (rc != 0) {
+    DWORD used = 0;
+    if (!Convert(pending_, ACM_STREAMCONVERTF_BLOCKALIGN, pcm, used)) {
         pending_.clear();
         return false;
     }
-    pcm.append(out.data(), produced);
     pending_.erase(0, used <= pending_.size() ? used : pending_.size());
     return true;
 }
 
+bool AcmMp3Decoder::Drain(std::string& pcm) {
+    if (!stream_) return false;
+    DWORD used = 0;
+    const bool ok = Convert(pending_, ACM_STREAMCONVERTF_END, pcm, used);
+    pending_.clear();
+    return ok;
+}
+
 void AcmMp3Decoder::Reset() {
     pending_.clear();
-    if (stream_) acmStreamReset(stream_, 0);
+    if (stream_) (void)AudioStatusOf(acmStreamReset(stream_, 0));
 }
 
 void AcmMp3Decoder::Close() {
-    if (stream_) acmStreamClose(stream_, 0);
+    if (stream_) (void)AudioStatusOf(acmStreamClose(stream_, 0));
     stream_ = nullptr;
     pending_.clear();
 }
 
 // ---- waveOut --------------------------------------------------------------------------------
+
+AudioStatus AudioStatusOf(MMRESULT rc) {
+    switch (rc) {
+        case MMSYSERR_NOERROR: return AudioStatus::Ok;
+        case MMSYSERR_BADDEVICEID:
+        case MMSYSERR_NODRIVER:
+        case MMSYSERR_ALLOCATED:
+        case MMSYSERR_INVALHANDLE: return AudioStatus::NoDevice;
+        case WAVERR_BADFORMAT:
+        case ACMERR_NOTPOSSIBLE:
+        case MMSYSERR_NOTSUPPORTED: return AudioStatus::Unsupported;
+        case WAVERR_STILLPLAYING: return AudioStatus::StillPlaying;
+        case MMSYSERR_NOMEM: return AudioStatus::NoMemory;
+        default: return AudioStatus::Failed;
+    }
+}
 
 WaveOut::WaveOut() {
     static bool registered = false;
@@ -127,22 +167,26 @@ WaveOut::~WaveOut() {
 LRESULT CALLBACK WaveOut::WndProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
     if (msg == MM_WOM_DONE) {
         auto* self = reinterpret_cast<WaveOut*>(GetWindowLongPtrW(hwnd, GWLP_USERDATA));
-        auto* header = reinterpret_cast<WAVEHDR*>(lp);
-        if (!self || reinterpret_cast<HWAVEOUT>(wp) != self->device_) return 0;
-        for (int id = 0; id < AudioOut::kBuffers; ++id) {
-            // A buffer returned by a Reset (an older generation) is not reported.
-            if (header == &self->headers_[id] && header->dwUser == self->generation_) {
-                self->Unprepare(id);
-                if (self->onDone) self->onDone(id);
-                break;
-            }
-        }
+        if (self && reinterpret_cast<HWAVEOUT>(wp) == self->device_) self->OnDone(reinterpret_cast<const WAVEHDR*>(lp));
         return 0;
     }
     return DefWindowProcW(hwnd, msg, wp, lp);
 }
 
-bool WaveOut::Open(int sampleRate, int channels) {
+void WaveOut::OnDone(const WAVEHDR* header) {
+    for (int id = 0; id < AudioOut::kBuffers; ++id) {
+        if (header != &headers_[id]) continue;
+        // The message of a buffer a reset returned, or of the header's earlier use, can arrive after
+        // the header has been written again: only a header that is done now and in flight counts.
+        if (!inFlight_[id] || (headers_[id].dwFlags & WHDR_DONE) == 0) return;
+        inFlight_[id] = false;
+        Unprepare(id);
+        if (onDone) onDone(id);
+        return;
+    }
+}
+
+AudioStatus WaveOut::Open(int sampleRate, int channels) {
     Close();
     WAVEFORMATEX f{};
     f.wFormatTag = WAVE_FORMAT_PCM;
@@ -152,52 +196,75 @@ bool WaveOut::Open(int sampleRate, int channels) {
     f.nBlockAlign = static_cast<WORD>(channels * 2);
     f.nAvgBytesPerSec = f.nSamplesPerSec * f.nBlockAlign;
     blockAlign_ = f.nBlockAlign;
-    if (waveOutOpen(&device_, WAVE_MAPPER, &f, reinterpret_cast<DWORD_PTR>(window_), 0, CALLBACK_WINDOW) != 0) {
+    const AudioStatus status = AudioStatusOf(
+        waveOutOpen(&device_, WAVE_MAPPER, &f, reinterpret_cast<DWORD_PTR>(window_), 0, CALLBACK_WINDOW));
+    if (status != AudioStatus::Ok) {
         device_ = nullptr;
-        return false;
+        return status;
     }
-    return true;
+    // A new device starts at the level the user chose.
+    SetVolume(volume_);
+    return AudioStatus::Ok;
 }
 
 void WaveOut::Unprepare(int id) {
-    if (prepared_[id] && device_) waveOutUnprepareHeader(device_, &headers_[id], sizeof(WAVEHDR));
+    if (prepared_[id] && device_ &&
+        AudioStatusOf(waveOutUnprepareHeader(device_, &headers_[id], sizeof(WAVEHDR))) == AudioStatus::StillPlaying) {
+        return;  // still the system's: kept prepared
+    }
     prepared_[id] = false;
 }
 
-bool WaveOut::Write(int id, std::string_view pcm) {
-    if (!device_ || id < 0 || id >= AudioOut::kBuffers) return false;
+AudioStatus WaveOut::Write(int id, std::string_view pcm) {
+    if (!device_ || id < 0 || id >= AudioOut::kBuffers) return AudioStatus::NoDevice;
+    // Rewriting a header the system still holds would queue it twice.
+    if (inFlight_[id] && (headers_[id].dwFlags & WHDR_DONE) == 0) return AudioStatus::StillPlaying;
+    inFlight_[id] = false;
     Unprepare(id);
+    if (prepared_[id]) return AudioStatus::StillPlaying;
     data_[id].assign(pcm.data(), pcm.size());
     WAVEHDR& h = headers_[id];
     h = WAVEHDR{};
     h.lpData = data_[id].data();
     h.dwBufferLength = static_cast<DWORD>(data_[id].size());
-    h.dwUser = generation_;
-    if (waveOutPrepareHeader(device_, &h, sizeof h) != 0) return false;
+    AudioStatus status = AudioStatusOf(waveOutPrepareHeader(device_, &h, sizeof h));
+    if (status != AudioStatus::Ok) return status;
     prepared_[id] = true;
-    return waveOutWrite(device_, &h, sizeof h) == 0;
+    status = AudioStatusOf(waveOutWrite(device_, &h, sizeof h));
+    inFlight_[id] = status == AudioStatus::Ok;
+    return status;
 }
 
-void WaveOut::Pause() {
-    if (device_) waveOutPause(device_);
-}
+AudioStatus WaveOut::Pause() { return device_ ? AudioStatusOf(waveOutPause(device_)) : AudioStatus::NoDevice; }
 
-void WaveOut::Restart() {
-    if (device_) waveOutRestart(device_);
-}
+AudioStatus WaveOut::Restart() { return device_ ? AudioStatusOf(waveOutRestart(device_)) : AudioStatus::NoDevice; }
 
-void WaveOut::Reset() {
-    if (!device_) return;
-    ++generation_;
-    waveOutReset(device_);
+AudioStatus WaveOut::Reset() {
+    if (!device_) return AudioStatus::NoDevice;
+    const AudioStatus status = AudioStatusOf(waveOutReset(device_));
+    // The reset marks every queued buffer done and posts its MM_WOM_DONE: those are dropped here, so
+    // that none of them is taken for the buffer written next in its place.
+    MSG m;
+    while (PeekMessageW(&m, window_, MM_WOM_DONE, MM_WOM_DONE, PM_REMOVE)) {
+    }
+    inFlight_.fill(false);
     for (int id = 0; id < AudioOut::kBuffers; ++id) Unprepare(id);
+    return status;
+}
+
+AudioStatus WaveOut::SetVolume(int level) {
+    volume_ = level < 0 ? 0 : level > 20 ? 20 : level;
+    if (!device_) return AudioStatus::Ok;  // applied when the device opens
+    // The level of our own device: what every system, Wine included, applies to this sound.
+    const DWORD channel = static_cast<DWORD>(volume_) * 0xFFFF / 20;
+    return AudioStatusOf(waveOutSetVolume(device_, channel | (channel << 16)));
 }
 
 long long WaveOut::PlayedSamples() {
     if (!device_) return 0;
     MMTIME t{};
     t.wType = TIME_SAMPLES;
-    if (waveOutGetPosition(device_, &t, sizeof t) != 0) return 0;
+    if (AudioStatusOf(waveOutGetPosition(device_, &t, sizeof t)) != AudioStatus::Ok) return 0;
     if (t.wType == TIME_SAMPLES) return t.u.sample;
     if (t.wType == TIME_BYTES) return t.u.cb / static_cast<DWORD>(blockAlign_);
     return 0;

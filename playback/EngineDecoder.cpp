@@ -1,6 +1,7 @@
 #include "playback/EngineDecoder.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace lumora {
 
@@ -32,9 +33,18 @@ bool EngineDecoder::Open(const std::string& path) {
     rangeEndUnits_ = -1;
     lengthMs_ = -1;
     noTimeline_ = false;
+    ended_ = false;
+    path_ = path;
     switch (engine_.OpenDispatch(path, videoWindow_, false)) {
         case OpenResult::Playing:
             lengthMs_ = engine_.State().unitIsMs ? engine_.Length() : engine_.Commands().LengthMs(kMovieAlias);
+            // The MPEG device takes some files it finds nothing in and "plays" them silently.
+            if (lengthMs_ == 0) {
+                engine_.CloseAll();
+                lengthMs_ = -1;
+                return false;
+            }
+            if (volume_ != 20) SetVolume(volume_);
             return true;
         case OpenResult::Picture:
             // A picture has no time line of its own: it gets one of kPictureShowMs, so that the
@@ -52,6 +62,12 @@ bool EngineDecoder::Open(const std::string& path) {
         default:
             return false;
     }
+}
+
+void EngineDecoder::SetVolume(int level) {
+    volume_ = level;
+    // A device without sound of its own refuses; nothing else to do about it.
+    if (lengthMs_ >= 0 && !noTimeline_) engine_.Commands().SetVolume(kMovieAlias, level * 50);
 }
 
 bool EngineDecoder::Pause() {
@@ -95,6 +111,8 @@ bool EngineDecoder::Seek(long long ms) {
         shownPaused_ = paused;
         return true;
     }
+    // Clamped before it is scaled: a typed time of any size stays a place in the file.
+    if (lengthMs_ > 0 && ms > lengthMs_) ms = lengthMs_;
     const bool wasPaused = engine_.State().paused;
     engine_.ForgetPause();
     if (!engine_.Play(std::to_string(ToUnits(ms < 0 ? 0 : ms)),
@@ -112,7 +130,15 @@ bool EngineDecoder::PlayRange(long long fromMs, long long toMs) {
         ShowFrom(fromMs);
         return true;
     }
+    // The MPEG device under Wine does not play reliably again once it has reached the end of a range
+    // or file (it stands still, sounding): a range played again starts on the file opened anew.
+    if (std::exchange(ended_, false)) {
+        if (engine_.OpenDispatch(path_, videoWindow_, false) != OpenResult::Playing) return false;
+        if (volume_ != 20) SetVolume(volume_);
+    }
     rangeEndUnits_ = toMs < 0 ? -1 : ToUnits(toMs);
+    lastPosition_ = -1;
+    stalledPolls_ = 0;
     engine_.ForgetPause();
     return engine_.Play(std::to_string(ToUnits(fromMs)),
                         rangeEndUnits_ >= 0 ? std::to_string(rangeEndUnits_) : std::string());
@@ -133,8 +159,16 @@ bool EngineDecoder::Finished() {
         if (const auto playing = engine_.Playing()) return !*playing;
         return ShownMs() >= kPictureShowMs;
     }
-    const std::string mode = engine_.Mode();
-    return mode == "stopped";
+    if (engine_.Mode() == "stopped") return ended_ = true;
+    if (rangeEndUnits_ < 0) return false;
+    // The MPEG device under Wine does not always stop at the end of a range it plays again: it
+    // stays "playing" at B. Reaching B, or standing still in the range's second half, is its end.
+    const long long pos = engine_.Position();
+    stalledPolls_ = pos == lastPosition_ ? stalledPolls_ + 1 : 0;
+    lastPosition_ = pos;
+    const long long from = engine_.State().segmentStart;
+    ended_ = pos >= rangeEndUnits_ || (stalledPolls_ >= 2 && pos > from + (rangeEndUnits_ - from) / 2);
+    return ended_;
 }
 
 }  // namespace lumora

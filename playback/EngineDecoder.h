@@ -30,6 +30,8 @@ public:
     bool PlayRange(long long fromMs, long long toMs) override;
     bool SetSpeed(int percent) override;
     bool Finished() override;
+    // The level of the device's own sound, 0 … 20; kept for the files opened later.
+    void SetVolume(int level);
 
 private:
     long long ToUnits(long long ms) const;
@@ -47,7 +49,12 @@ private:
     bool shownPaused_ = false;
     long long lengthMs_ = -1;
     long long rangeEndUnits_ = -1;  // the end of the play range, -1 for the file's end
-    bool noTimeline_ = false;       // a still picture or a Flash movie: shown, not played on a time line
+    bool noTimeline_ = false;
+    int volume_ = 20;
+    std::string path_;   // the open file, opened again to play a range once more
+    bool ended_ = false;  // Finished() said so: the device is at the end of the file or range
+    long long lastPosition_ = -1;  // at the last Finished() question, in a range
+    int stalledPolls_ = 0;         // questions since which it has not moved       // a still picture or a Flash movie: shown, not played on a time line
 };
 
 }  // namespace lumora

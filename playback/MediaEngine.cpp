@@ -107,6 +107,10 @@ std::string MciCommands::SetSpeed(std::string_view alias, long long percent) {
     return Run("set " + std::string(alias) + " speed " + std::to_string(percent * 10));
 }
 
+std::string MciCommands::SetVolume(std::string_view alias, int permille) {
+    return Run("setaudio " + std::string(alias) + " volume to " + std::to_string(permille));
+}
+
 std::string MciCommands::CloseAll() { return Run("Close All"); }
 
 std::string DeviceTypeFor(std::string_view path) {

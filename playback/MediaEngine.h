@@ -41,6 +41,8 @@ public:
     long long PictureSize(std::string_view alias, std::string_view key);
     long long FrameRate(std::string_view alias);
     std::string SetSpeed(std::string_view alias, long long percent);
+    // The device's own sound level, 0 … 1000.
+    std::string SetVolume(std::string_view alias, int permille);
     std::string CloseAll();
     // A query whose reply is wanted; the reply, or empty optional on failure.
     std::optional<std::string> Query(const std::string& command);

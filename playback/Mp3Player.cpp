@@ -45,7 +45,7 @@ bool Mp3Player::Open(const std::string& path) {
         Close();
         return false;
     }
-    if (!out_.Open(sampleRate_, channels_)) {
+    if (out_.Open(sampleRate_, channels_) != AudioStatus::Ok) {
         decoder_.Close();
         Close();
         return false;
@@ -74,6 +74,8 @@ bool Mp3Player::StartAt(long long sample) {
     queued_ = 0;
     order_.clear();
     std::fill(std::begin(queuedIds_), std::end(queuedIds_), false);
+    drained_ = false;
+    finished_ = false;
     nextFrame_ = FrameAtSample(std::clamp<long long>(sample, 0, totalSamples_));
     startSample_ = nextFrame_ < frames_.size() ? frames_[nextFrame_].startSample : totalSamples_;
     if (paused_) out_.Pause();
@@ -87,15 +89,25 @@ bool Mp3Player::Fill(int id) {
         nextFrame_ = loopStartFrame_;
         decoder_.Reset();
     }
-    if (nextFrame_ >= endFrame_) return false;
+    if (nextFrame_ >= endFrame_) {
+        // The end of the stream: what the decoder still holds is played too.
+        if (drained_ || looping_) return false;
+        drained_ = true;
+        pcm_[id].clear();
+        return decoder_.Drain(pcm_[id]) && !pcm_[id].empty() && Queue(id);
+    }
     const std::size_t last = std::min(endFrame_, nextFrame_ + kFramesPerBuffer);
     const std::size_t from = frames_[nextFrame_].offset;
     const std::size_t to = frames_[last - 1].offset + static_cast<std::size_t>(frames_[last - 1].size);
     pcm_[id].clear();
     const bool decoded = decoder_.Decode(std::string_view(file_).substr(from, to - from), pcm_[id]);
     nextFrame_ = last;
-    if (!decoded || pcm_[id].empty()) return nextFrame_ < endFrame_ && Fill(id);
-    if (!out_.Write(id, pcm_[id])) return false;
+    if (!decoded || pcm_[id].empty()) return Fill(id);
+    return Queue(id);
+}
+
+bool Mp3Player::Queue(int id) {
+    if (out_.Write(id, pcm_[id]) != AudioStatus::Ok) return false;
     writtenSamples_ += static_cast<long long>(pcm_[id].size()) / (2LL * std::max(1, channels_));
     queuedIds_[id] = true;
     order_.push_back(id);
@@ -132,8 +144,11 @@ void Mp3Player::Stop() {
     order_.clear();
     std::fill(std::begin(queuedIds_), std::end(queuedIds_), false);
     nextFrame_ = endFrame_;
+    drained_ = true;
     startSample_ = totalSamples_;
 }
+
+void Mp3Player::SetVolume(int level) { out_.SetVolume(level); }
 
 void Mp3Player::Close() {
     if (open_) {
@@ -157,6 +172,7 @@ long long Mp3Player::LengthMs() {
 
 long long Mp3Player::PositionMs() {
     if (!open_ || sampleRate_ <= 0) return -1;
+    if (finished_) return LengthMs();  // the end shows the end, whatever the card counted
     const long long sinceStart = std::max(0LL, out_.PlayedSamples() - playedBase_);
     long long played = std::min(totalSamples_, startSample_ + sinceStart);
     if (looping_ && loopStartFrame_ < endFrame_) {
@@ -169,7 +185,9 @@ long long Mp3Player::PositionMs() {
 
 bool Mp3Player::Seek(long long ms) {
     if (!open_) return false;
-    return StartAt(ms * sampleRate_ / 1000) || ms * sampleRate_ / 1000 >= totalSamples_;
+    // Clamped before it is scaled: a typed time of any size stays a place in the file.
+    const long long sample = std::clamp(ms, 0LL, LengthMs()) * sampleRate_ / 1000;
+    return StartAt(sample) || sample >= totalSamples_;
 }
 
 bool Mp3Player::PlayRange(long long fromMs, long long toMs) {
@@ -191,11 +209,11 @@ bool Mp3Player::Finished() {
         return false;
     }
     const long long played = out_.PlayedSamples();
-    if (played - playedBase_ >= writtenSamples_) return true;
     // Some cards stop counting a little short of the end: a count that no longer moves is the end too.
     stalledPolls_ = played == lastPolled_ ? stalledPolls_ + 1 : 0;
     lastPolled_ = played;
-    return stalledPolls_ >= 2;
+    finished_ = played - playedBase_ >= writtenSamples_ || stalledPolls_ >= 2;
+    return finished_;
 }
 
 std::string_view Mp3Player::SoundingPcm() const {

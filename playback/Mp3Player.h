@@ -35,6 +35,8 @@ public:
     bool PlayRange(long long fromMs, long long toMs) override;
     bool SetSpeed(int percent) override { return percent == 100; }
     bool Finished() override;
+    // The level of this player's own sound, 0 … 20.
+    void SetVolume(int level);
 
     // The PCM of the buffer now sounding (for the audio display); empty when nothing plays.
     std::string_view SoundingPcm() const;
@@ -51,6 +53,8 @@ private:
     void OnDone(int id);
     // Decodes the next frames into buffer `id` and queues it; false when there is nothing left.
     bool Fill(int id);
+    // Hands buffer `id`'s PCM to the sound card.
+    bool Queue(int id);
     bool StartAt(long long sample);
     std::size_t FrameAtSample(long long sample) const;
 
@@ -64,6 +68,8 @@ private:
     int channels_ = 0;
     bool open_ = false;
     bool paused_ = false;
+    bool drained_ = false;   // the decoder's rest has been taken at the end of the stream
+    bool finished_ = false;  // Finished() said so: the position is the end
     std::size_t nextFrame_ = 0;
     std::size_t endFrame_ = 0;       // one past the last frame to play (the play range's end)
     long long startSample_ = 0;      // where playing began after the last open, seek or range

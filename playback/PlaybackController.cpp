@@ -56,6 +56,11 @@ std::optional<double> ReadNumber(std::string_view s) {
     return std::stod(std::string(s));
 }
 
+// Whole seconds, held within a range that stays far from overflow when it becomes milliseconds.
+long long RoundSeconds(double seconds) {
+    return std::llround(std::clamp(seconds, -PlaybackController::kMaxTypedSeconds, PlaybackController::kMaxTypedSeconds));
+}
+
 std::string VolumeTip(int level) {
     return "显示播放音量 -- " + std::to_string(level) + "  （0为MIN；20为MAX）";
 }
@@ -95,7 +100,7 @@ PlaybackController::PlaybackController(PlaybackDeps deps) : deps_(std::move(deps
 }
 
 long long PlaybackController::ParseTypedTime(std::string_view text) {
-    if (const auto seconds = ReadNumber(text)) return std::llround(*seconds);
+    if (const auto seconds = ReadNumber(text)) return RoundSeconds(*seconds);
     std::vector<std::string_view> parts;
     size_t start = 0;
     while (true) {
@@ -112,7 +117,7 @@ long long PlaybackController::ParseTypedTime(std::string_view text) {
         if (!n) return 0;
         total += *n * weights[i];
     }
-    return std::llround(total);
+    return RoundSeconds(total);
 }
 
 std::string PlaybackController::FormatTime(long long ms) {
@@ -324,7 +329,10 @@ void PlaybackController::JumpToTime() {
     const auto answer = deps_.prompts.AskText(kJumpPrompt, kJumpTitle, "");
     if (!answer || Trim(*answer).empty()) return;
     if (!decoder_) return;
-    decoder_->Seek(ParseTypedTime(*answer) * 1000);
+    const long long seconds = std::max(0LL, ParseTypedTime(*answer));
+    const long long length = decoder_->LengthMs();
+    // Clamped to the file before the seconds become milliseconds.
+    decoder_->Seek(length >= 0 && seconds > length / 1000 ? length : seconds * 1000);
 }
 
 void PlaybackController::SeekToPermille(int permille) {
@@ -432,6 +440,14 @@ void PlaybackController::SetVolume(int level) {
     Show();
 }
 
+void PlaybackController::RestoreVolume(int level) {
+    level = std::clamp(level, 0, 20);
+    texts_.volume = mixerLevel_ = level;
+    texts_.volumeTip = VolumeTip(level);
+    deps_.volume.SetLevel(level);
+    Show();
+}
+
 bool PlaybackController::VolumeTick() {
     if (mixerLevel_ == texts_.volume) return false;
     mixerLevel_ += mixerLevel_ < texts_.volume ? 1 : -1;
@@ -443,28 +459,36 @@ void PlaybackController::ProgressTick() {
     if (!decoder_ || !IsPlaying() || held_) return;
     const long long length = decoder_->LengthMs();
     const long long pos = decoder_->PositionMs();
+    // Asked once a tick: a decoder may count its questions.
+    const bool finished = decoder_->Finished();
     // Both decoders stop by themselves at the end of the play range, B; playing starts again at A.
-    if (pointA_ >= 0 && pointB_ >= 0 && decoder_->Finished()) {
+    if (pointA_ >= 0 && pointB_ >= 0 && finished) {
         decoder_->PlayRange(pointA_, pointB_);
         return;
     }
-    if (decoder_->Finished()) {
+    if (finished) {
+        // The last tick may have come a good part of a second before the end: the end shows the end.
+        ShowPosition(length, length);
         OnEndOfFile();
         return;
     }
-    if (length > 0 && pos >= 0) {
-        texts_.progress = static_cast<int>(std::min<long long>(1000, pos * 1000 / length));
-        const long long percent = pos * 100 / length;
-        texts_.percent = std::to_string(percent) + "%";
-        texts_.time = timeMode_ == TimeMode::Remaining ? "-" + FormatTime(length - pos) : FormatTime(pos);
-        texts_.progressLine = "播放的进度为：" + std::to_string(percent) + "%" + " 时间为：" + FormatTime(pos);
-        if (noticeTicks_ > 0) {
-            --noticeTicks_;
-        } else {
-            texts_.statusLine = texts_.progressLine;
-        }
-    }
+    ShowPosition(pos, length);
     Show();
+}
+
+void PlaybackController::ShowPosition(long long pos, long long length) {
+    if (length <= 0 || pos < 0) return;
+    pos = std::min(pos, length);
+    texts_.progress = static_cast<int>(pos * 1000 / length);
+    const long long percent = pos * 100 / length;
+    texts_.percent = std::to_string(percent) + "%";
+    texts_.time = timeMode_ == TimeMode::Remaining ? "-" + FormatTime(length - pos) : FormatTime(pos);
+    texts_.progressLine = "播放的进度为：" + std::to_string(percent) + "%" + " 时间为：" + FormatTime(pos);
+    if (noticeTicks_ > 0) {
+        --noticeTicks_;
+    } else {
+        texts_.statusLine = texts_.progressLine;
+    }
 }
 
 bool PlaybackController::LetGo(const std::string& path) {

@@ -136,6 +136,8 @@ public:
     void SetSpeed(int percent);
     void ResetSpeed();
     void SetVolume(int level);
+    // The level kept from the last run, applied at once at start.
+    void RestoreVolume(int level);
     // One step of the gradual volume change; false once the target is reached.
     bool VolumeTick();
     bool VolumeChanging() const { return mixerLevel_ != texts_.volume; }
@@ -149,8 +151,9 @@ public:
     bool LetGo(const std::string& path) override;
     void TakeBack() override;
 
-    // Seconds from a typed time: "12345", "01:20:15"; anything else 0.
+    // Seconds from a typed time: "12345", "01:20:15"; anything else 0. Within ±kMaxTypedSeconds.
     static long long ParseTypedTime(std::string_view text);
+    static constexpr double kMaxTypedSeconds = 1e12;
     static std::string FormatTime(long long ms);
 
 private:
@@ -158,6 +161,8 @@ private:
     void ChooseAndPlay(QueueDirection direction);
     bool PlayIndex(int index);
     void CannotPlay(const std::string& name);
+    // The position's texts (slider, time, percent, status line); nothing when either is unknown.
+    void ShowPosition(long long pos, long long length);
     // Each state change goes through one of these, which also sets the texts that show it.
     void SetMode(PlayMode mode);
     void SetPlaying(bool playing);

@@ -1,5 +1,8 @@
 #include "playback/StreamPanelFeed.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "common/Text.h"
 #include "mediainfo/Id3v1.h"
 #include "ports/FileSystem.h"
@@ -24,7 +27,9 @@ void StreamPanelFeed::Opened(const std::string& path, long long lengthMs) {
 
 void StreamPanelFeed::Progress(long long positionMs) {
     if (!facts_ || facts_->msPerFrame <= 0 || positionMs < 0) return;
-    RefreshFramesRead(texts_, static_cast<std::int32_t>(static_cast<double>(positionMs) / facts_->msPerFrame));
+    // To the nearest frame: the file's length in whole milliseconds falls a fraction short of its last frame.
+    const double frames = std::round(static_cast<double>(positionMs) / facts_->msPerFrame);
+    RefreshFramesRead(texts_, static_cast<std::int32_t>(std::min<double>(frames, facts_->totalFrames)));
 }
 
 }  // namespace lumora

@@ -17,10 +17,15 @@ public:
     virtual bool Open(const MpegFrameHeader& first) = 0;
     // Decodes whole frames and appends 16-bit interleaved PCM to `pcm`.
     virtual bool Decode(std::string_view frames, std::string& pcm) = 0;
+    // At the end of the stream: appends what the decoder still holds.
+    virtual bool Drain(std::string& pcm) = 0;
     // Forgets what earlier frames left behind (after a seek).
     virtual void Reset() = 0;
     virtual void Close() = 0;
 };
+
+// What the sound card answers; every answer of the system maps onto one of these.
+enum class AudioStatus { Ok, NoDevice, Unsupported, StillPlaying, NoMemory, Failed };
 
 // Port: the sound card.
 class AudioOut {
@@ -29,13 +34,17 @@ public:
     static constexpr int kBuffers = 4;
 
     virtual ~AudioOut() = default;
-    virtual bool Open(int sampleRate, int channels) = 0;
-    // Queues buffer `id` (0 … kBuffers-1) with `pcm`; it comes back through the done callback.
-    virtual bool Write(int id, std::string_view pcm) = 0;
-    virtual void Pause() = 0;
-    virtual void Restart() = 0;
-    // Returns every queued buffer at once, without done callbacks, and sets the played count to 0.
-    virtual void Reset() = 0;
+    virtual AudioStatus Open(int sampleRate, int channels) = 0;
+    // Queues buffer `id` (0 … kBuffers-1) with `pcm`; it comes back through the done callback once
+    // it has really been played. A buffer still queued is not queued again (StillPlaying).
+    virtual AudioStatus Write(int id, std::string_view pcm) = 0;
+    virtual AudioStatus Pause() = 0;
+    virtual AudioStatus Restart() = 0;
+    // Returns every queued buffer at once, without done callbacks (also none that arrive late), and
+    // sets the played count to 0.
+    virtual AudioStatus Reset() = 0;
+    // The level of this output alone, 0 (silent) to 20 (full).
+    virtual AudioStatus SetVolume(int level) = 0;
     // Samples per channel played since Open or the last Reset.
     virtual long long PlayedSamples() = 0;
     virtual void Close() = 0;

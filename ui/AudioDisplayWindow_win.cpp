@@ -266,6 +266,7 @@ LRESULT AudioDisplayWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
             break;
         case WM_CLOSE:
             ShowWindow(hwnd_, SW_HIDE);
+            if (onUserClose) onUserClose();
             return 0;
     }
     return DefWindowProcW(hwnd_, msg, wp, lp);

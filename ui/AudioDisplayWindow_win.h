@@ -5,6 +5,7 @@
 #include <ocidl.h>
 
 #include <array>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -40,6 +41,9 @@ public:
     void SetLyrics(const std::string& current, const std::string& next);
 
     LRESULT OnMessage(UINT msg, WPARAM wp, LPARAM lp);
+
+    // The user closed the window with its close box.
+    std::function<void()> onUserClose;
 
 private:
     void Paint(HDC dc);

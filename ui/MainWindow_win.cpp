@@ -151,8 +151,9 @@ void MainWindow::OnCreate() {
     CreateImageButton(hwnd_, IDC_MAIN_MODE_LOOP, L"循环", 186, 128, 44, 22);
     CreateImageButton(hwnd_, IDC_MAIN_MODE_RANDOM, L"随机", 234, 128, 44, 22);
     CreateImageButton(hwnd_, IDC_MAIN_SEGMENT, Widen(t.segment).c_str(), 290, 128, 64, 22);
-    Label(hwnd_, IDC_MAIN_SEGMENT_A, Widen(t.segmentA).c_str(), 360, 132, 46, 18);
-    Label(hwnd_, IDC_MAIN_SEGMENT_B, Widen(t.segmentB).c_str(), 408, 132, 46, 18);
+    // One above the other: side by side, "A=00:00:00" and "B=00:00:00" do not fit beside the buttons.
+    Label(hwnd_, IDC_MAIN_SEGMENT_A, Widen(t.segmentA).c_str(), 360, 123, 94, 16);
+    Label(hwnd_, IDC_MAIN_SEGMENT_B, Widen(t.segmentB).c_str(), 360, 139, 94, 16);
 
     Label(hwnd_, IDC_MAIN_VOLUME_LABEL, Widen(kVolumeLabel).c_str(), 8, 160, 30, 18);
     Label(hwnd_, IDC_MAIN_VOLUME_MIN, L"MIN", 38, 160, 22, 18);

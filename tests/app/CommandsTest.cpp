@@ -37,17 +37,19 @@ TEST(Commands, OneTableRunsCommandsAndBuildsMenus) {
 
 TEST(TimerPlan, OnlyTimersWithWorkRun) {
     struct Case {
-        bool playing, decoder1, displayShown, volumeChanging;
+        bool playing, decoder1, displayShown, volumeChanging, closedByUser;
         bool progress, display, volume, openDisplay;
     } cases[] = {
-        {false, false, false, false, false, false, false, false},  // idle
-        {false, true, true, false, false, false, false, false},    // paused under decoder 1
-        {true, false, true, false, true, false, false, false},     // decoder 2 has no spectrum
-        {true, true, false, false, true, true, false, true},       // decoder 1 opens its display
-        {false, false, false, true, false, false, true, false},
+        {false, false, false, false, false, false, false, false, false},  // idle
+        {false, true, true, false, false, false, false, false, false},    // paused under decoder 1
+        {true, false, true, false, false, true, false, false, false},     // decoder 2 has no spectrum
+        {true, true, false, false, false, true, true, false, true},       // decoder 1 opens its display
+        {true, true, false, false, true, true, false, false, false},      // ... unless the user closed it
+        {false, false, false, true, false, false, false, true, false},
     };
     for (const auto& c : cases) {
-        const TimerPlan p = PlanTimers({c.playing, c.decoder1, c.displayShown, c.volumeChanging, std::nullopt});
+        const TimerPlan p =
+            PlanTimers({c.playing, c.decoder1, c.displayShown, c.volumeChanging, std::nullopt, c.closedByUser});
         EXPECT_EQ(p.progress, c.progress);
         EXPECT_EQ(p.display, c.display);
         EXPECT_EQ(p.volume, c.volume);

@@ -43,6 +43,21 @@ void Hold(const char* kind, DWORD ms, const std::string& label) {
     std::fclose(f);
 }
 
+// The label's text fits its control (width and height) in the control's own font.
+bool TextFits(HWND parent, int id) {
+    HWND label = GetDlgItem(parent, id);
+    const std::wstring text = Widen(ControlText(parent, id));
+    HDC dc = GetDC(label);
+    HGDIOBJ old = SelectObject(dc, reinterpret_cast<HGDIOBJ>(SendMessageW(label, WM_GETFONT, 0, 0)));
+    SIZE size{};
+    GetTextExtentPoint32W(dc, text.c_str(), static_cast<int>(text.size()), &size);
+    SelectObject(dc, old);
+    ReleaseDC(label, dc);
+    RECT r;
+    GetClientRect(label, &r);
+    return size.cx <= r.right && size.cy <= r.bottom;
+}
+
 int Seconds(const std::string& hhmmss) {
     int h = 0, m = 0, s = 0;
     if (std::sscanf(hhmmss.c_str(), "%d:%d:%d", &h, &m, &s) != 3) return -1;
@@ -77,7 +92,7 @@ protected:
         Command(list_, IDM_PLAYLIST_PLAY);
     }
 
-    std::string Label(const char* what) const {
+    std::string Label(const std::string& what) const {
         return std::string(GetParam() == "0" ? "decoder1-" : "decoder2-") + what;
     }
 
@@ -154,11 +169,11 @@ TEST_P(SoundPlayback, NextPreviousAndEndOfFileByMode) {
     Hold("sound", 500, Label("repeat-one-again"));
 }
 
-TEST_P(SoundPlayback, SegmentLoopKeepsThePositionInside) {
+// A-B: at B playing goes back to A and on, time and again; A and B show their whole times.
+TEST_P(SoundPlayback, SegmentLoopReturnsToAFiveTimes) {
     ASSERT_NE(Start("\\long.mp3"), nullptr);
     ASSERT_TRUE(Playing());
     Click(main_, IDC_MAIN_SEGMENT);
-    EXPECT_EQ(WaitForControlText(main_, IDC_MAIN_MODE, "选段播放"), "选段播放");
     ASSERT_TRUE(WaitFor([&] { return Time() >= 1; }));
     PostMessageW(main_, WM_COMMAND, MAKEWPARAM(IDC_MAIN_SEGMENT_A, STN_CLICKED), 0);
     ASSERT_TRUE(WaitFor([&] { return ControlText(main_, IDC_MAIN_SEGMENT_A) != "A=N/A"; }));
@@ -166,14 +181,58 @@ TEST_P(SoundPlayback, SegmentLoopKeepsThePositionInside) {
     ASSERT_TRUE(WaitFor([&] { return Time() >= a + 2; }));
     PostMessageW(main_, WM_COMMAND, MAKEWPARAM(IDC_MAIN_SEGMENT_B, STN_CLICKED), 0);
     ASSERT_TRUE(WaitFor([&] { return ControlText(main_, IDC_MAIN_SEGMENT_B) != "B=N/A"; }));
+    EXPECT_TRUE(TextFits(main_, IDC_MAIN_SEGMENT_A));
+    EXPECT_TRUE(TextFits(main_, IDC_MAIN_SEGMENT_B));
     const int b = Seconds(ControlText(main_, IDC_MAIN_SEGMENT_B).substr(2));
-    for (int i = 0; i < 16; ++i) {
-        Sleep(250);
+    int loops = 0;
+    for (int previous = Time(), i = 0; i < 100 && loops < 5; ++i) {
+        Sleep(200);
         const int t = Time();
         EXPECT_GE(t, a);
         EXPECT_LE(t, b + 1);
+        loops += t < previous;
+        previous = t;
     }
-    Hold("sound", 600, Label("segment"));
+    EXPECT_EQ(loops, 5);
+    Hold("sound", 600, Label("segment-after-five-loops"));
+}
+
+// The volume slider sets the level of Lumora's own sound: each step down is heard quieter.
+TEST_P(SoundPlayback, VolumeSliderSetsTheLevelHeard) {
+    StoreOption("L60", "1");  // no gradual change: the level follows the slider at once
+    ASSERT_NE(Start("\\long.mp3"), nullptr);
+    ASSERT_TRUE(Playing());
+    HWND slider = GetDlgItem(main_, IDC_MAIN_VOLUME);
+    for (const int level : {20, 8, 2}) {
+        SendMessageW(slider, TBM_SETPOS, TRUE, level);
+        PostMessageW(main_, WM_HSCROLL, MAKEWPARAM(TB_ENDTRACK, 0), reinterpret_cast<LPARAM>(slider));
+        Sleep(700);  // what the sound server holds plays out at the old level
+        Hold(level == 20 ? "sound" : "quieter", 800, Label("volume-" + std::to_string(level)));
+    }
+}
+
+// VBR files of every rate play to their end, whatever their frames' bit rates.
+TEST_P(SoundPlayback, VariableBitRateFilesPlayToTheirEnd) {
+    for (const char* name : {"v2-44k", "v9-44k", "v2-22k", "v9-11k", "v9-8k"}) {
+        ASSERT_NE(Start(std::string("\\vbr\\") + name + ".mp3"), nullptr);
+        ASSERT_TRUE(Playing()) << name;
+        const DWORD started = GetTickCount();
+        Sleep(2900);  // the tone is 4 s long
+        Hold("sound", 600, Label(std::string("vbr-") + name + "-near-its-end"));
+        EXPECT_TRUE(WaitFor([&] { return ControlText(main_, IDC_MAIN_PLAY) == "播放"; }, 5000)) << name;
+        EXPECT_GE(GetTickCount() - started, 3500u) << name;
+        process_.Kill();
+    }
+}
+
+// A file no decoder can play asks the cannot-play question (with "L16" 1), whichever decoder tried it.
+TEST_P(SoundPlayback, AFileNobodyCanPlayAsksTheQuestion) {
+    StoreOption("L16", "1");
+    ASSERT_NE(Start("\\worse\\zeros.mp3"), nullptr);
+    HWND box = WaitForBox("无法播放");
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(BoxText(box).rfind("zeros.mp3 文件无法播放", 0), 0u) << BoxText(box);
+    AnswerBox(box, IDYES);
 }
 
 TEST_P(SoundPlayback, SpeedSliderAndItsDoubleClickReset) {

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <functional>
 #include <map>
 
@@ -208,12 +210,28 @@ TEST(EngineDecoder, TurnsMillisecondsIntoTheEnginesUnits) {
         {[&] { return d.Pause(); }, "status movie1 position"},
         {[&] { return d.Resume(); }, "play movie1 from 5000 to 50"},
         {[&] { return d.PlayRange(0, -1); }, "play movie1 from 0 to 10001"},
+        {[&] { return d.Seek(9'000'000'000'000'000'000LL); }, "play movie1 from 10001 to 10001"},  // no overflow
         {[&] { return d.SetSpeed(200); }, "set movie1 speed 2000"},
+        {[&] { return d.SetVolume(10), true; }, "setaudio movie1 volume to 500"},
     };
     for (const auto& s : steps) {
         EXPECT_TRUE(s.run()) << s.sent;
         EXPECT_EQ(mci.sent.back(), s.sent);
     }
+    // A range's end: B reached, or the device standing still in the range's second half, though it says "playing".
+    mci.replies["status movie1 mode"] = "playing";
+    const auto opens = [&] { return std::count(mci.sent.begin(), mci.sent.end(), "Close All"); };
+    const auto opensBefore = opens();
+    for (const auto& [at, polls, finished] : {std::tuple{30, 3, false}, {50, 1, true}, {45, 1, false}, {45, 3, true}}) {
+        ASSERT_TRUE(d.PlayRange(1000, 2000));
+        mci.position = at;
+        bool said = false;
+        for (int i = 0; i < polls; ++i) said = d.Finished();
+        EXPECT_EQ(said, finished) << at;
+    }
+    ASSERT_TRUE(d.PlayRange(0, -1));
+    EXPECT_EQ(opens(), opensBefore + 2);  // a range played again after its end starts on the file opened anew
+    mci.replies["status movie1 mode"] = "";
 
     // A seek while paused stays paused at the new place.
     ASSERT_TRUE(d.Pause());
@@ -231,6 +249,9 @@ TEST(EngineDecoder, TurnsMillisecondsIntoTheEnginesUnits) {
 
     EXPECT_FALSE(d.Open("D:\\f.swf"));  // no hosted controls here
     EXPECT_EQ(d.LengthMs(), -1);
+    mci.lengthFrames = mci.lengthMs = 0;  // the device "opens" what it cannot play: nothing to play
+    EXPECT_FALSE(d.Open("D:\\zeros.mp3"));
+    EXPECT_EQ(mci.sent.back(), "Close All");
 }
 
 // A still picture stays kPictureShowMs on a time line of its own and waits while paused; a Flash movie

@@ -15,38 +15,20 @@ struct FakeMp3Decoder : Mp3Decoder {
         pcm.append(frames.size() / 417 * 1152 * 4, '\x11');
         return true;
     }
-    void Reset() override { ++resets; }
+    bool Drain(std::string& pcm) override {  // the decoder's delay: one frame comes out at the end
+        pcm.append(std::exchange(held, 0) * 1152 * 4, '\x22');
+        return true;
+    }
+    void Reset() override { ++resets, held = 1; }
     void Close() override {}
+    int held = 1;
     bool accept = true;
     int decoded = 0;
     int resets = 0;
 };
 
-struct FakeAudioOut : AudioOut {
-    bool Open(int rate, int ch) override {
-        format = {rate, ch};
-        return true;
-    }
-    bool Write(int id, std::string_view) override {
-        queue.push_back(id);
-        return true;
-    }
-    void Pause() override { paused = true; }
-    void Restart() override { paused = false; }
-    void Reset() override { queue.clear(), played = 0; }
-    long long PlayedSamples() override { return played; }
-    void Close() override { ++closes; }
-    void FinishOne() {  // the sound card finishes the oldest buffer
-        const int id = queue.front();
-        queue.erase(queue.begin());
-        played += 1152 * Mp3Player::kFramesPerBuffer;
-        onDone(id);
-    }
-    std::vector<int> queue;
-    long long played = 0;
-    std::pair<int, int> format;
-    bool paused = false;
-    int closes = 0;
+struct FakeAudioOut : test::FakeAudioOut {
+    void FinishOne() { test::FakeAudioOut::FinishOne(1152 * Mp3Player::kFramesPerBuffer); }
 };
 
 struct Rig {
@@ -58,11 +40,11 @@ struct Rig {
 };
 
 TEST(Mp3Player, KeepsFourBuffersQueuedAndEndsOnceEveryBufferCameBack) {
-    Rig r(20);  // 3 buffers of 8, 8 and 4 frames
+    Rig r(20);  // 3 buffers of 8, 8 and 4 frames, and the decoder's rest
     EXPECT_EQ(r.player.PositionMs(), -1);
     ASSERT_TRUE(r.player.Open("D:\\a.mp3"));
     EXPECT_EQ(r.out.format, std::pair(44100, 2));
-    EXPECT_EQ(r.out.queue.size(), 3u);
+    EXPECT_EQ(r.out.queue.size(), 4u);
     EXPECT_EQ(r.player.LengthMs(), 20LL * 1152 * 1000 / 44100);
     r.out.FinishOne();
     EXPECT_EQ(r.player.PositionMs(), 8LL * 1152 * 1000 / 44100);
@@ -75,7 +57,10 @@ TEST(Mp3Player, KeepsFourBuffersQueuedAndEndsOnceEveryBufferCameBack) {
     ASSERT_TRUE(r.player.Resume());
     EXPECT_FALSE(r.out.paused);
     r.out.onDone(0);  // a buffer handed back twice counts once
+    EXPECT_FALSE(r.player.Finished());
+    r.out.FinishOne();  // the decoder's rest, drained at the end of the stream
     EXPECT_TRUE(r.player.Finished());
+    EXPECT_EQ(r.player.PositionMs(), r.player.LengthMs());
     EXPECT_EQ(r.decoder.decoded, 20);
     ASSERT_TRUE(r.player.Open("D:\\a.mp3"));  // opening again closes the card first
     EXPECT_EQ(r.out.closes, 1);
@@ -87,7 +72,18 @@ TEST(Mp3Player, KeepsFourBuffersQueuedAndEndsOnceEveryBufferCameBack) {
     big.decoder.resets = 0;
     ASSERT_TRUE(big.player.Seek(10005));  // frame 383 starts at 10004.9 ms
     EXPECT_EQ(big.decoder.resets, 1);
+    big.player.SetVolume(7);  // the player's own sound
+    EXPECT_EQ(big.out.volume, 7);
+    big.out.DeliverStale();  // late completions of what the seek threw away change nothing
+    EXPECT_EQ(big.out.queue, (std::vector<int>{0, 1, 2, 3}));
+    EXPECT_EQ(big.out.writesRefused, 0);
     EXPECT_EQ(big.player.PositionMs(), 383LL * 1152 * 1000 / 44100);
+    for (const auto& [asked, same] : {std::pair{9'000'000'000'000'000'000LL, big.player.LengthMs()}, {-9'000'000'000'000'000'000LL, 0LL}}) {
+        ASSERT_TRUE(big.player.Seek(same));
+        const long long expected = big.player.PositionMs();
+        ASSERT_TRUE(big.player.Seek(asked));  // no overflow: the end, or the start
+        EXPECT_EQ(big.player.PositionMs(), expected);
+    }
 }
 
 TEST(Mp3Player, WhatIsNotMpegAudioIsRefused) {

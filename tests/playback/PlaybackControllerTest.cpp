@@ -22,7 +22,7 @@ struct FakeDecoder : Decoder {
         opened.push_back(path);
         position = 0;
         finished = paused = false;
-        return path.find("bad") == std::string::npos;
+        return opens && path.find("bad") == std::string::npos;
     }
     bool Pause() override { return paused = true; }
     bool Resume() override { return !(paused = false); }
@@ -44,7 +44,7 @@ struct FakeDecoder : Decoder {
     std::vector<int> speeds;
     long long position = 0;
     int closes = 0;
-    bool finished = false, paused = false, speedWorks = true, rangeWorks = true;
+    bool finished = false, paused = false, speedWorks = true, rangeWorks = true, opens = true;
 };
 
 struct Rig : PlaybackView, VolumeControl {
@@ -116,6 +116,7 @@ TEST(PlaybackController, CommandsAndTheTextsTheyShow) {
         {3, "RG", &T::modeLabel, std::string(kSegmentPrefix)}, {3, "G", &T::segmentButton, "取消选段"},
         {3, "GA", &T::segmentTip, "当前A点（开始点）为00:00:50\r\n选择文件的一段进行循环播放。选择A点的位置。"},
         {3, "A", &T::segmentA, "A=N/A"}, {3, "GAB", &T::segmentB, "B=00:00:50"}, {3, "GAN", &T::segmentA, "A=N/A"},
+        {1, "E", &T::statusLine, "播放的进度为：100% 时间为：00:03:20"},  // the end of a file shows the end
     };
     for (const auto& c : cases) {
         Rig r(c.entries);
@@ -279,10 +280,14 @@ TEST(PlaybackController, TypedTimesJumpsAndSeeks) {
     Rig r(1);
     r.settings.SetText("L1", "10");
     r.settings.SetText("L2", "30");
-    r.prompts.textAnswer = "01:20:15";
+    r.prompts.textAnswer = "0:1:15";
     r.player.JumpToTime();  // nothing open yet
     r.player.Back();
     r.player.PlayEntry(1);
+    r.player.JumpToTime();
+    // Past the end, however many digits: the end of the file; before the start: the start.
+    r.prompts.textScript = {"99999999999999999999", "-99999999999999999999:0:0"};
+    r.player.JumpToTime();
     r.player.JumpToTime();
     EXPECT_EQ(r.prompts.questions.back().title, "直接播放");
     for (const long long at : {50000, 3000}) {
@@ -292,7 +297,7 @@ TEST(PlaybackController, TypedTimesJumpsAndSeeks) {
     r.decoder.position = 190000;
     r.player.Forward();
     for (int permille : {250, -5, 1200}) r.player.SeekToPermille(permille);
-    EXPECT_EQ(r.decoder.seeks, (std::vector<long long>{4815000, 40000, 0, 200000, 50000, 0, 200000}));
+    EXPECT_EQ(r.decoder.seeks, (std::vector<long long>{75000, 200000, 0, 40000, 0, 200000, 50000, 0, 200000}));
 }
 
 TEST(PlaybackController, VolumeMovesOneStepATickUnlessL60) {
@@ -306,7 +311,8 @@ TEST(PlaybackController, VolumeMovesOneStepATickUnlessL60) {
     }
     r.settings.SetText("L60", "1");  // gradual change switched off
     r.player.SetVolume(5);
-    EXPECT_EQ(r.levels, (std::vector<int>{19, 18, 17, 18, 19, 5}));
+    r.player.RestoreVolume(25);  // the last run's level, at once
+    EXPECT_EQ(r.levels, (std::vector<int>{19, 18, 17, 18, 19, 5, 20}));
     EXPECT_FALSE(r.player.VolumeChanging());
 }
 
@@ -354,6 +360,28 @@ TEST(PlaybackController, StopAndAnUnplayableFileClearWhatDescribedTheFile) {
     EXPECT_EQ(std::tuple(r.last.segmentA, r.last.segmentB, r.last.totalTime, r.last.statusLine),
               std::tuple("A=N/A", "B=N/A", "总时：N/A", "该文件无法播放..."));
     EXPECT_FALSE(r.fileShown);
+}
+
+// Decoder 1 takes MPEG audio ("L25" 0); what it refuses goes to decoder 2, and what neither plays is
+// the cannot-play case, with its question when "L16" is 1.
+TEST(PlaybackController, AFileNoDecoderPlaysTakesTheCannotPlayPath) {
+    for (const bool engineOpens : {false, true}) {
+        Rig r(0);
+        r.queue.Queue().Replace("D:\\m", {{"D:\\m\\a.mp3", "a.mp3"}});
+        r.settings.SetText("L25", "0");
+        r.settings.SetText("L16", "1");
+        r.audio.opens = false;
+        r.decoder.opens = engineOpens;
+        r.prompts.yesNoAnswer = false;  // "否": the previous entry, which does not exist
+        r.player.PlayEntry(1);
+        EXPECT_EQ(r.audio.opened.size() + r.decoder.opened.size(), 2u);
+        EXPECT_EQ(r.last.playCaption, engineOpens ? "暂停" : "播放");
+        EXPECT_EQ(r.prompts.questions.size(), engineOpens ? 0u : 1u);
+        if (!engineOpens) {
+            EXPECT_EQ(r.last.statusLine, "该文件无法播放...");
+            EXPECT_EQ(r.prompts.questions[0].text.rfind("a.mp3 文件无法播放", 0), 0u);
+        }
+    }
 }
 
 TEST(PlaybackController, NextOnAnEmptyQueueSaysThereIsNothingToPlay) {

@@ -22,6 +22,8 @@ TEST(StreamPanelFeed, OpenFillsFromTheFileAndProgressCountsFrames) {
     EXPECT_EQ(t.totalTime, "总时：00:00:02");
     feed.Progress(1000);  // about 38 frames of 26.1 ms
     EXPECT_NE(feed.Texts().framesRead.find("38"), std::string::npos) << feed.Texts().framesRead;
+    feed.Progress(2612);  // the end of the file: every frame read
+    EXPECT_EQ(feed.Texts().framesRead, "读取帧：100");
     feed.Progress(0);  // back at the start
     EXPECT_EQ(feed.Texts().framesRead.find("38"), std::string::npos) << feed.Texts().framesRead;
     fs.files["D:\\v.avi"] = "RIFF....AVI LIST";
