@@ -17,6 +17,8 @@ root=${LUMORA_WINE_ROOT:-$here/../build/wine}
 mkdir -p "$root"
 root=$(cd "$root" && pwd)
 state=$root/state.env
+# The caller's display: a state file left by a run that was killed must not lend it a dead one.
+caller_display=${DISPLAY:-}
 
 export WINEPREFIX=$root/prefix
 export WINEARCH=win64
@@ -135,6 +137,7 @@ EOS
 do_start() {
     if is_up; then log "already up"; return 0; fi
     XVFB_PID=
+    DISPLAY=$caller_display
     if [ -z "${DISPLAY:-}" ] || [ -n "${LUMORA_FORCE_XVFB:-}" ]; then start_xvfb; fi
     export DISPLAY
     start_pulse

@@ -1,0 +1,180 @@
+// Malformed files of every kind Lumora reads (made by make-bad-files.py), opened one after another
+// through the real program: after each it still answers, shows its message or nothing, and has
+// changed no byte of anything it only opened.
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <map>
+
+#include "e2e/Driver.h"
+#include "platform/WinText_win.h"
+#include "ui/ControlIds.h"
+
+namespace lumora::e2e {
+namespace {
+
+using namespace ids;
+namespace fs = std::filesystem;
+
+std::string NameOf(const std::string& line) { return line.substr(5, line.size() - 6); }
+
+std::map<fs::path, std::string> Contents(const fs::path& folder) {
+    std::map<fs::path, std::string> all;
+    for (const auto& e : fs::recursive_directory_iterator(folder)) {
+        if (e.is_regular_file()) all[e.path()] = ReadBytes(e.path());
+    }
+    return all;
+}
+
+HWND BoxOf(DWORD pid) {
+    for (HWND w : AllWindows(L"#32770")) {
+        DWORD owner = 0;
+        GetWindowThreadProcessId(w, &owner);
+        // A box is taken once it shows its title: not while it is still being made.
+        if (owner == pid && IsWindowVisible(w) && !Text(w).empty()) return w;
+    }
+    return nullptr;
+}
+
+class BadFilesE2E : public ::testing::Test {
+protected:
+    void SetUp() override {
+        wchar_t buf[MAX_PATH] = {};
+        GetEnvironmentVariableW(L"LUMORA_BAD_FILES", buf, MAX_PATH);
+        folder_ = buf;
+        ASSERT_FALSE(folder_.empty()) << "run through tests/e2e/run-bad-files.sh";
+        ASSERT_FALSE(LumoraExe().empty());
+    }
+
+    // The main window answers a message in time.
+    bool Answers() {
+        DWORD_PTR ignored = 0;
+        return SendMessageTimeoutW(lumora_.main, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 5000, &ignored) != 0;
+    }
+    void ExpectWell(const std::string& after) {
+        EXPECT_FALSE(lumora_.process.WaitForExit(0)) << "ended after " << after;
+        EXPECT_TRUE(Answers()) << "no answer after " << after;
+    }
+
+    // Answers every box Lumora shows until none comes for a moment: "no" to "无法播放" (it plays
+    // the entry before the first: nothing), "yes" to other questions.
+    void AnswerBoxes(const std::string& after) {
+        for (DWORD quiet = GetTickCount(); GetTickCount() - quiet < 400;) {
+            HWND box = BoxOf(lumora_.process.Id());
+            if (!box) {
+                Sleep(20);
+                continue;
+            }
+            const bool question = GetDlgItem(box, IDYES) != nullptr;
+            AnswerBox(box, Text(box) == "无法播放" ? IDNO : question ? IDYES : IDOK);
+            EXPECT_TRUE(WaitFor([&] { return !IsWindow(box); })) << "box stays after " << after;
+            ExpectWell(after);
+            quiet = GetTickCount();
+        }
+    }
+
+    // Waits until Lumora has opened `name`: it plays it, or asks about it. Any other box is logged
+    // and answered. False when Lumora neither does so in time nor answers a message.
+    bool Reached(const std::string& name, HWND& question) {
+        question = nullptr;
+        const bool reached = WaitFor([&] {
+            HWND box = BoxOf(lumora_.process.Id());
+            if (box && Text(box) == "无法播放" && BoxText(box).rfind(name, 0) == 0) question = box;
+            if (box && !question && Text(box) != "无法播放") {
+                std::printf("%s: %s: %s\n", name.c_str(), Text(box).c_str(), BoxText(box).c_str());
+                AnswerBox(box, GetDlgItem(box, IDYES) ? IDYES : IDOK);
+                WaitFor([&] { return !IsWindow(box); }, 2000);
+            }
+            return question || ControlText(lumora_.main, IDC_MAIN_TITLE) == name || lumora_.process.WaitForExit(0);
+        }, 10000);
+        return reached && Answers();
+    }
+
+    // Lumora on one folder in repeat-one mode (so that an end of file never skips an entry): each
+    // entry in turn either plays (then "next") or brings the cannot-play question that names it
+    // (answered "next"). After a hang Lumora starts again and goes on with the entry after it.
+    void WalkFolder(const char* decoder, const fs::path& folder) {
+        ForgetSettings();
+        StoreOption("L16", "1");
+        StoreOption("L25", decoder);
+        std::vector<std::string> lines;
+        for (size_t i = 0; !HasFatalFailure(); ++i) {
+            if (!lumora_.main) {
+                ASSERT_TRUE(lumora_.Start(Quoted(PathText(folder))));
+                Click(lumora_.main, IDC_MAIN_MODE_LOOP);
+                ASSERT_TRUE(WaitFor([&] { return Answers() && !lumora_.Lines().empty(); }));
+                lines = lumora_.Lines();
+                HWND question = nullptr;
+                ASSERT_TRUE(Reached(NameOf(lines[0]), question) && !question) << "the first file is a playable one";
+                SendDlgItemMessageW(lumora_.list, IDC_PLAYLIST_LINES, LB_SETCURSEL, i, 0);
+                PostMessageW(lumora_.list, WM_COMMAND, MAKEWPARAM(IDC_PLAYLIST_LINES, LBN_DBLCLK), 0);
+            }
+            if (i == lines.size()) return;
+            const std::string name = NameOf(lines[i]);
+            HWND question = nullptr;
+            const DWORD start = GetTickCount();
+            if (!Reached(name, question) || lumora_.process.WaitForExit(0)) {
+                ADD_FAILURE() << name << " with decoder " << decoder << ": Lumora hangs or ended";
+                lumora_.process.Kill();
+                lumora_.main = nullptr;
+                continue;
+            }
+            if (GetTickCount() - start > 1000) std::printf("%s: %lu ms\n", name.c_str(), GetTickCount() - start);
+            if (question) {
+                AnswerBox(question, IDYES);
+                EXPECT_TRUE(WaitFor([&] { return !IsWindow(question); })) << name;
+            } else {
+                Click(lumora_.main, IDC_MAIN_NEXT);
+            }
+            ++opened_;
+        }
+    }
+
+    void OpenLists(const fs::path& folder) {
+        for (const auto& e : fs::directory_iterator(folder)) {
+            const std::string name = PathText(e.path().filename());
+            Command(lumora_.main, IDM_OPEN_LIST);
+            HWND dialog = WaitForBox("打开Lumora专用列表文件（*.QLB）");
+            ASSERT_NE(dialog, nullptr) << name;
+            AnswerFileDialog(dialog, PathText(e.path()));
+            ASSERT_TRUE(WaitFor([&] { return !IsWindow(dialog); })) << name;
+            AnswerBoxes(name);
+            ExpectWell(name);
+            ++opened_;
+        }
+    }
+
+    void Close() {
+        PostMessageW(lumora_.main, WM_CLOSE, 0, 0);
+        DWORD code = 1;
+        EXPECT_TRUE(lumora_.process.WaitForExit(kTimeoutMs, &code));
+        EXPECT_EQ(code, 0u);
+        lumora_.main = nullptr;
+    }
+
+    fs::path folder_;
+    Session lumora_;
+    int opened_ = 0;
+};
+
+TEST_F(BadFilesE2E, EachOpensWithoutCrashHangOrChange) {
+    const auto before = Contents(folder_);
+    for (const auto& [decoder, folder] : {std::pair{"0", L"mpeg"}, {"1", L"mpeg"}, {"0", L"lyrics"}, {"0", L"media"}}) {
+        WalkFolder(decoder, folder_ / folder);
+        if (lumora_.main) Close();
+    }
+    ForgetSettings();
+    StoreOption("L16", "1");
+    ASSERT_TRUE(lumora_.Start(""));
+    OpenLists(folder_ / L"lists");
+    Close();
+    const auto after = Contents(folder_);
+    for (const auto& [path, bytes] : before) EXPECT_TRUE(after.count(path) && after.at(path) == bytes) << PathText(path);
+    EXPECT_EQ(after.size(), before.size());
+    std::printf("%d files opened\n", opened_);
+}
+
+}  // namespace
+}  // namespace lumora::e2e
