@@ -1,5 +1,7 @@
 #include "app/App_win.h"
 
+#include "playback/HeaderCheck.h"
+
 #include <algorithm>
 
 #include "app/Startup.h"
@@ -86,6 +88,7 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
             engine_.PlacePicture(reinterpret_cast<UINT_PTR>(video_.Handle()), PixelRect{0, 0, width, height});
     };
     decoder2_.SetVideoWindow(reinterpret_cast<UINT_PTR>(video_.Handle()));
+    decoder2_.SetHeadCheck([this](const std::string& path) { return FileHeadLooksSound(services_.files, path); });
     video_.onClose = [this] { WriteSetupValues(PlaceValues(kVideoWindowPlace, video_.Place(), CurrentDpi())); };
     LoadSettings(settings_, services_.registry, ScreenInTwips());
     ApplyOsOverrides(settings_, osCode_);

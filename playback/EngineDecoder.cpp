@@ -35,6 +35,7 @@ bool EngineDecoder::Open(const std::string& path) {
     noTimeline_ = false;
     ended_ = false;
     path_ = path;
+    if (headCheck_ && !headCheck_(path)) return false;
     switch (engine_.OpenDispatch(path, videoWindow_, false)) {
         case OpenResult::Playing:
             lengthMs_ = engine_.State().unitIsMs ? engine_.Length() : engine_.Commands().LengthMs(kMovieAlias);

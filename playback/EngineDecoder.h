@@ -2,6 +2,7 @@
 // Decoder 2: the media engine, with its frames turned into milliseconds.
 #include <cstdint>
 #include <functional>
+#include <string>
 
 #include "playback/Decoder.h"
 #include "playback/MediaEngine.h"
@@ -18,6 +19,8 @@ public:
     EngineDecoder(MediaEngine& engine, WindowId videoWindow, std::function<std::uint32_t()> clockMs = {})
         : engine_(engine), videoWindow_(videoWindow), clockMs_(std::move(clockMs)) {}
     void SetVideoWindow(WindowId window) { videoWindow_ = window; }
+    // Asked before a file goes to the system: false keeps it from there (see HeaderCheck.h).
+    void SetHeadCheck(std::function<bool(const std::string&)> check) { headCheck_ = std::move(check); }
 
     bool Open(const std::string& path) override;
     bool Pause() override;
@@ -49,12 +52,13 @@ private:
     bool shownPaused_ = false;
     long long lengthMs_ = -1;
     long long rangeEndUnits_ = -1;  // the end of the play range, -1 for the file's end
-    bool noTimeline_ = false;
+    bool noTimeline_ = false;  // a still picture or a Flash movie: shown, not played on a time line
     int volume_ = 20;
     std::string path_;   // the open file, opened again to play a range once more
     bool ended_ = false;  // Finished() said so: the device is at the end of the file or range
     long long lastPosition_ = -1;  // at the last Finished() question, in a range
-    int stalledPolls_ = 0;         // questions since which it has not moved       // a still picture or a Flash movie: shown, not played on a time line
+    int stalledPolls_ = 0;         // questions since which it has not moved
+    std::function<bool(const std::string&)> headCheck_;
 };
 
 }  // namespace lumora

@@ -165,6 +165,7 @@ TEST(InfoBlockKill, KilledAtRandomPointsTheFileIsOldOrNewWhole) {
     }
     EXPECT_GT(saves, 0);  // the saves did run
     fs.RemoveFile(path);
+}
 
 // A path past MAX_PATH is never cut: its folders are made, its file written, found, read and named short.
 TEST(FileSystemPlatform, PathsLongerThanMaxPathWork) {

@@ -195,6 +195,9 @@ TEST(EngineDecoder, TurnsMillisecondsIntoTheEnginesUnits) {
     mci.replies["Where movie1 destination"] = "0 0 352 288";
     MediaEngine engine(mci);
     EngineDecoder d(engine, 7);
+    d.SetHeadCheck([](const std::string& path) { return path != "D:\\bad.wav"; });
+    EXPECT_FALSE(d.Open("D:\\bad.wav"));
+    EXPECT_TRUE(mci.sent.empty());  // a refused head never reaches the system
     EXPECT_EQ(d.LengthMs(), -1);
     ASSERT_TRUE(d.Open("D:\\v.avi"));
     EXPECT_EQ(d.LengthMs(), 400000);
