@@ -13,6 +13,7 @@ packages=(
     gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-ugly gstreamer1.0-plugins-bad gstreamer1.0-libav
     locales fonts-wqy-microhei                      # zh_CN.UTF-8 (code page 936) and a CJK font
     sox lame ffmpeg espeak-ng                       # demo media, recordings, screenshots
+    python3                                         # the bad-files generator
 )
 
 missing=()
