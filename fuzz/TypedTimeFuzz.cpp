@@ -19,6 +19,7 @@ struct SeekRecorder : Decoder, PlaybackView, VolumeControl {
     bool Finished() override { return false; }
     void ShowPlayback(const PlaybackTexts&) override {}
     void FileOpened(const std::string&) override {}
+    void FileClosed() override {}
     void SetLevel(int) override {}
     long long length = 0;
     std::vector<long long> seeks;
