@@ -25,7 +25,6 @@ inline constexpr std::string_view kSuffixNormal = "：正常";
 inline constexpr std::string_view kSuffixRepeatOne = "：单曲循环";
 inline constexpr std::string_view kSuffixRepeatAll = "：全部循环";
 inline constexpr std::string_view kSuffixRandom = "：随机";
-inline constexpr std::string_view kNothingPlayingStatus = "没有文件播放";
 // The status line when a command needs a file and the queue is empty; also the neighbour buttons' tips then.
 inline constexpr std::string_view kNoFileToPlay = "现在无文件播放";
 inline constexpr std::string_view kSegmentIdleTip = "当前没有选段播放。\r\n选择文件的一段进行循环播放。选择A点的位置。";

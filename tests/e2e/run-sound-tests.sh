@@ -18,8 +18,8 @@ sox -n -r 44100 -c 2 "$work/long.wav" synth 12 sine 500 vol 0.5
 lame --quiet -b 128 "$work/long.wav" "$work/media/long.mp3"
 # Variable bit rate at every MPEG version's rates: lame -V 2 and -V 9 of a 4 s tone.
 mkdir -p "$work/media/vbr"
-for spec in v2:44100:44.1 v9:44100:44.1 v2:22050:22.05 v9:11025:11.025 v9:8000:8; do
-    IFS=: read -r q rate khz <<<"$spec"
+for clip in v2:44100:44.1 v9:44100:44.1 v2:22050:22.05 v9:11025:11.025 v9:8000:8; do
+    IFS=: read -r q rate khz <<<"$clip"
     sox -n -r "$rate" -c 2 "$work/vbr.wav" synth 4 sine 440 vol 0.5
     lame --quiet -V "${q#v}" --resample "$khz" "$work/vbr.wav" "$work/media/vbr/$q-${khz%%.*}k.mp3"
 done
