@@ -3,10 +3,11 @@
 // each program's start and its playing and paused stretches, from which bench/playback.sh takes
 // the first sound in the recording and the CPU time the system counted for the process.
 #include <windows.h>
-#include <psapi.h>
 
 #include <cstdio>
 #include <string>
+
+#include "BenchProcess_win.h"
 
 namespace {
 
@@ -36,13 +37,10 @@ void SetDecoder(const char* value) {
 }
 
 void Run(const char* name, const std::wstring& exe, const std::wstring& file, FILE* log, bool lumora) {
-    std::wstring cmd = L"\"" + exe + L"\" \"" + file + L"\"";
-    STARTUPINFOW si{};
-    si.cb = sizeof si;
-    PROCESS_INFORMATION pi{};
     std::fprintf(log, "start %s %lld 0\n", name, UnixMs());
     std::fflush(log);
-    if (!CreateProcessW(exe.c_str(), cmd.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &pi)) return;
+    const bench::Child child(exe, L"\"" + file + L"\"");
+    if (!child.Started()) return;
     Sleep(2000);
     Stretch(log, name, "playing", 3000);
     if (lumora) {
@@ -51,14 +49,9 @@ void Run(const char* name, const std::wstring& exe, const std::wstring& file, FI
         Sleep(500);
         Stretch(log, name, "paused", 3000);
     }
-    PROCESS_MEMORY_COUNTERS pmc{};
-    pmc.cb = sizeof pmc;
-    GetProcessMemoryInfo(pi.hProcess, &pmc, sizeof pmc);
-    TerminateProcess(pi.hProcess, 0);
-    WaitForSingleObject(pi.hProcess, 5000);
-    CloseHandle(pi.hProcess);
-    CloseHandle(pi.hThread);
-    std::printf("%-10s peak memory %.1f MiB\n", name, static_cast<double>(pmc.PeakWorkingSetSize) / (1024.0 * 1024.0));
+    const double peakMiB = child.PeakMiB();
+    child.Kill();
+    std::printf("%-10s peak memory %.1f MiB\n", name, peakMiB);
     std::fflush(stdout);
     Sleep(1500);  // silence between two programs, so each one's first sound stands apart
 }

@@ -10,24 +10,10 @@
 #include <cstdio>
 #include <string>
 
+#include "BenchProcess_win.h"
 #include "ui/ControlIds.h"
 
 namespace {
-
-struct Find {
-    DWORD pid;
-    HWND found;
-};
-
-BOOL CALLBACK Match(HWND hwnd, LPARAM lp) {
-    auto* f = reinterpret_cast<Find*>(lp);
-    DWORD pid = 0;
-    GetWindowThreadProcessId(hwnd, &pid);
-    wchar_t cls[64] = {};
-    GetClassNameW(hwnd, cls, 64);
-    if (pid == f->pid && lstrcmpW(cls, lumora::ids::kMainClass) == 0 && IsWindowVisible(hwnd)) f->found = hwnd;
-    return f->found == nullptr;
-}
 
 std::string Utf8(const wchar_t* w) {
     char out[1024] = {};
@@ -112,35 +98,27 @@ int wmain(int argc, wchar_t** argv) {
         return 2;
     }
     StoreOption(L"L25", Utf8(argv[3]).c_str());
-    std::wstring cmd = L"\"" + std::wstring(argv[1]) + L"\" \"" + argv[2] + L"\"";
-    STARTUPINFOW si{};
-    si.cb = sizeof si;
-    PROCESS_INFORMATION pi{};
-    if (!CreateProcessW(argv[1], cmd.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &pi)) return 1;
-    Find f{pi.dwProcessId, nullptr};
-    for (int i = 0; i < 300 && !f.found; ++i, Sleep(100)) EnumWindows(Match, reinterpret_cast<LPARAM>(&f));
-    if (!f.found) return 1;
+    const bench::Child player(argv[1], L"\"" + std::wstring(argv[2]) + L"\"");
+    const HWND main = player.WaitForWindow(lumora::ids::kMainClass, 30000, 100);
+    if (!main) return 1;
     // Normal, then repeat one, then repeat all.
     for (int i = 0; i < 2; ++i) {
-        PostMessageW(f.found, WM_COMMAND, MAKEWPARAM(lumora::ids::IDC_MAIN_MODE_LOOP, BN_CLICKED), 0);
+        PostMessageW(main, WM_COMMAND, MAKEWPARAM(lumora::ids::IDC_MAIN_MODE_LOOP, BN_CLICKED), 0);
     }
     Sleep(3000);
-    std::printf("decoder %s, %s\n", Utf8(argv[3]).c_str(), ControlText(f.found, lumora::ids::IDC_MAIN_MODE).c_str());
+    std::printf("decoder %s, %s\n", Utf8(argv[3]).c_str(), ControlText(main, lumora::ids::IDC_MAIN_MODE).c_str());
     const DWORD start = GetTickCount();
     const DWORD total = static_cast<DWORD>(_wtoi(argv[4])) * 60000u;
     const DWORD every = static_cast<DWORD>(_wtoi(argv[5])) * 1000u;
-    Sample(pi.hProcess, f.found, start);
+    Sample(player.Process(), main, start);
     while (GetTickCount() - start < total) {
-        if (WaitForSingleObject(pi.hProcess, every < total ? every : total) == WAIT_OBJECT_0) {
+        if (WaitForSingleObject(player.Process(), every < total ? every : total) == WAIT_OBJECT_0) {
             std::printf("Lumora ended\n");
             return 1;
         }
-        Sample(pi.hProcess, f.found, start);
+        Sample(player.Process(), main, start);
     }
-    PostMessageW(f.found, WM_CLOSE, 0, 0);
-    const bool ended = WaitForSingleObject(pi.hProcess, 15000) == WAIT_OBJECT_0;
-    if (!ended) TerminateProcess(pi.hProcess, 1);
-    CloseHandle(pi.hThread);
-    CloseHandle(pi.hProcess);
+    PostMessageW(main, WM_CLOSE, 0, 0);
+    const bool ended = WaitForSingleObject(player.Process(), 15000) == WAIT_OBJECT_0;
     return ended ? 0 : 1;
 }

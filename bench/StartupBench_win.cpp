@@ -2,13 +2,13 @@
 // memory, for Lumora and for a program that only opens one window, measured in the same run.
 // Also: filling the queue from a folder of 5,000 files against listing that folder.
 #include <windows.h>
-#include <psapi.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <string>
 #include <vector>
 
+#include "BenchProcess_win.h"
 #include "platform/FileSystem_win.h"
 #include "platform/WinText_win.h"
 #include "playlist/QueueController.h"
@@ -21,52 +21,17 @@ struct Figures {
     double peakMiB;
 };
 
-struct Find {
-    DWORD pid;
-    const wchar_t* cls;
-    HWND found;
-};
-
-BOOL CALLBACK Match(HWND hwnd, LPARAM lp) {
-    auto* f = reinterpret_cast<Find*>(lp);
-    DWORD pid = 0;
-    GetWindowThreadProcessId(hwnd, &pid);
-    wchar_t cls[64] = {};
-    GetClassNameW(hwnd, cls, 64);
-    if (pid == f->pid && lstrcmpW(cls, f->cls) == 0 && IsWindowVisible(hwnd)) {
-        f->found = hwnd;
-        return FALSE;
-    }
-    return TRUE;
-}
-
 Figures Launch(const std::wstring& exe, const wchar_t* cls) {
-    STARTUPINFOW si{};
-    si.cb = sizeof si;
-    PROCESS_INFORMATION pi{};
-    std::wstring cmd = L"\"" + exe + L"\" \"" + exe.substr(0, exe.find_last_of(L"\\/")) + L"\"";
     LARGE_INTEGER freq, t0, t1;
     QueryPerformanceFrequency(&freq);
     QueryPerformanceCounter(&t0);
-    if (!CreateProcessW(exe.c_str(), cmd.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &pi)) {
-        return {-1, -1};
-    }
-    Find f{pi.dwProcessId, cls, nullptr};
-    for (int i = 0; i < 30000 && !f.found; ++i) {
-        EnumWindows(Match, reinterpret_cast<LPARAM>(&f));
-        if (!f.found) Sleep(1);
-    }
+    const bench::Child child(exe, L"\"" + exe.substr(0, exe.find_last_of(L"\\/")) + L"\"");
+    if (!child.Started()) return {-1, -1};
+    child.WaitForWindow(cls, 30000, 1);
     QueryPerformanceCounter(&t1);
     Sleep(500);  // let start-up settle before reading the peak
-    PROCESS_MEMORY_COUNTERS pmc{};
-    pmc.cb = sizeof pmc;
-    GetProcessMemoryInfo(pi.hProcess, &pmc, sizeof pmc);
-    TerminateProcess(pi.hProcess, 0);
-    WaitForSingleObject(pi.hProcess, 5000);
-    CloseHandle(pi.hProcess);
-    CloseHandle(pi.hThread);
     return {1000.0 * static_cast<double>(t1.QuadPart - t0.QuadPart) / static_cast<double>(freq.QuadPart),
-            static_cast<double>(pmc.PeakWorkingSetSize) / (1024.0 * 1024.0)};
+            child.PeakMiB()};
 }
 
 double Median(std::vector<double> v) {
