@@ -1,8 +1,9 @@
 // What the whole-process benches share: a program they start, wait for and end.
 #pragma once
 
-#include <psapi.h>
 #include <windows.h>
+
+#include <psapi.h>
 
 #include <string>
 

@@ -5,8 +5,9 @@
 // committed private regions, handles counted in the system's handle table and GDI objects in the
 // process's own GDI handle table (which Wine keeps where Windows does, behind the PEB).
 // Usage: lumora_soak_probe LUMORA_EXE LIST_FILE DECODER(0|1) MINUTES SAMPLE_SECONDS
-#include <psapi.h>
 #include <windows.h>
+
+#include <psapi.h>
 #include <winternl.h>
 
 #include <cstdio>
