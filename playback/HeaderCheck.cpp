@@ -30,6 +30,8 @@ bool WaveLooksSound(std::string_view head) {
             return channels >= 1 && channels <= maxChannels && rate >= 1000 && rate <= 768000 && bytesPerSecond > 0 &&
                    align > 0;
         }
+        // A block that runs past what was read ends the walk; adding first would wrap a 32-bit size_t.
+        if (size >= head.size() - (at + 8)) break;
         at += 8 + static_cast<std::size_t>(size) + (size & 1);
     }
     return false;  // no format block where every WAVE has it

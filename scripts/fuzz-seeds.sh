@@ -31,6 +31,12 @@ copy id3v1 tail:mpeg tail:id3v1 tail:lyrics3
 copy info_block tail:id3v1 tail:lyrics3
 copy lrc lrc
 copy smi smi
+# head_check: a byte that picks the name (0 WAVE, 1 icon, 3 AVI), then a file's head.
+mkdir -p "$out/head_check"
+for f in "$corpus"/video/*; do { printf '\003'; head -c 4096 "$f"; } >"$out/head_check/video-$(basename "$f")"; done
+printf '\000RIFF\044\0\0\0WAVEfmt \020\0\0\0\001\0\001\0\100\037\0\0\100\037\0\0\001\0\010\0data\0\0\0\0' \
+    >"$out/head_check/wave"
+printf '\001\0\0\001\0\001\0\020\020\0\0\001\0\040\0\050\0\0\0\026\0\0\0' >"$out/head_check/icon"
 for dir in fuzz/regressions/*/; do
     target=$(basename "$dir")
     mkdir -p "$out/$target"

@@ -40,6 +40,7 @@ TEST(HeaderCheck, RefusesOnlyHeadersNoRealFileHas) {
         {"a.wav", Wave(1, 0, 44100, 4), false},
         {"a.wav", Wave(1, 2, 44100, 0), false},
         {"a.wav", "RIFF" + Le(4, 4) + "WAVE", false},  // no format block
+        {"a.wav", "RIFF" + Le(36, 4) + "WAVE" + "JUNK" + Le(0xFFFFFFF7, 4) + std::string(16, '\0'), false},  // 4 GB block
         {"a.wav", "ID3 an MP3 by another name", true},
         {"a.ico", Icon(1, 40, 22), true},
         {"a.cur", Icon(2, 50, 60), false},  // its images end past the file
