@@ -8,6 +8,7 @@
 #include "playback/TransportTexts.h"
 #include "playlist/QueueController.h"
 #include "settings/SettingsStore.h"
+#include "support/FakePlayer.h"
 #include "support/Fakes.h"
 #include "support/NullViews.h"
 
@@ -16,54 +17,15 @@ namespace {
 
 using Ranges = std::vector<std::pair<long long, long long>>;
 
-// A decoder tests drive by hand: position and the end of the file are set, never waited for.
-struct FakeDecoder : Decoder {
-    bool Open(const std::string& path) override {
-        opened.push_back(path);
-        position = 0;
-        finished = paused = false;
-        return opens && path.find("bad") == std::string::npos;
-    }
-    bool Pause() override { return paused = true; }
-    bool Resume() override { return !(paused = false); }
-    void Stop() override { finished = true; }
-    void Close() override { ++closes; }
-    long long PositionMs() override { return position; }
-    long long LengthMs() override { return 200000; }
-    bool Seek(long long ms) override { return seeks.push_back(position = ms), true; }
-    bool PlayRange(long long from, long long to) override {
-        ranges.emplace_back(position = from, to);
-        return rangeWorks && !(finished = false);
-    }
-    bool SetSpeed(int percent) override { return speeds.push_back(percent), speedWorks; }
-    bool Finished() override { return finished; }
-
-    std::vector<std::string> opened;
-    std::vector<long long> seeks;
-    Ranges ranges;
-    std::vector<int> speeds;
-    long long position = 0;
-    int closes = 0;
-    bool finished = false, paused = false, speedWorks = true, rangeWorks = true, opens = true;
-};
-
-struct Rig : PlaybackView, VolumeControl {
-    void ShowPlayback(const PlaybackTexts& t) override { last = t; }
-    void FileOpened(const std::string&) override { fileShown = true; }
-    void FileClosed() override { fileShown = false; }
-    void SetLevel(int level) override { levels.push_back(level); }
-
+struct Rig : test::RecordingPlayerView {
     test::FakePrompts prompts;
     test::FakeFileSystem fs;
     test::NullQueueView queueView;
     QueueController queue{prompts, fs, queueView, queueView};
     SettingsStore settings;
-    FakeDecoder decoder;
-    FakeDecoder audio;  // decoder 1
-    PlaybackTexts last;
-    std::vector<int> levels;
+    test::FakeDecoder decoder;
+    test::FakeDecoder audio;  // decoder 1
     double draw = 0.0;
-    bool fileShown = false;  // the panels describe an open file
     std::function<double()> draws;  // when set, instead of the fixed draw
     PlaybackController player{{queue, settings, prompts, decoder, &audio, *this, *this,
                                [this] { return draws ? draws() : draw; }}};
