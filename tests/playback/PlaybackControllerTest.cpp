@@ -68,7 +68,8 @@ TEST(PlaybackController, CommandsAndTheTextsTheyShow) {
         std::string PlaybackTexts::*field;
         std::string shown;
     } cases[] = {
-        {0, "P", &T::statusLine, "现在无文件播放"}, {3, "", &T::title, "s1.wma"}, {3, "", &T::totalTime, "总时：00:03:20"},
+        {0, "P", &T::statusLine, std::string(kNoFileToPlay)}, {0, "N", &T::statusLine, std::string(kNoFileToPlay)},
+        {3, "", &T::title, "s1.wma"}, {3, "", &T::totalTime, "总时：00:03:20"},
         {3, "", &T::playCaption, "暂停"}, {3, "P", &T::playCaption, "播放"}, {3, "PP", &T::playCaption, "暂停"},
         {3, "S", &T::playCaption, "播放"}, {3, "S", &T::time, "-"}, {3, "Tt", &T::time, "-00:02:30"},
         {3, "t", &T::statusLine, "播放的进度为：25% 时间为：00:00:50"}, {3, "T", &T::timeMode, "←"},
@@ -344,12 +345,6 @@ TEST(PlaybackController, AFileNoDecoderPlaysTakesTheCannotPlayPath) {
             EXPECT_EQ(r.prompts.questions[0].text.rfind("a.mp3 文件无法播放", 0), 0u);
         }
     }
-}
-
-TEST(PlaybackController, NextOnAnEmptyQueueSaysThereIsNothingToPlay) {
-    Rig r(0);
-    r.player.Next();
-    EXPECT_EQ(r.last.statusLine, kNoFileToPlay);
 }
 
 }  // namespace
