@@ -16,17 +16,6 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-class CopyLog : public LibraryCopyView {
-public:
-    void Open(std::string_view header) override { lines.emplace_back(header); }
-    void AddLine(std::string_view line) override { lines.emplace_back(line); }
-    bool KeepGoing() override { return ++asked <= allowed; }
-    void Close() override { lines.emplace_back("close"); }
-    Lines lines;
-    int asked = 0;
-    int allowed = 1 << 30;
-};
-
 const std::string kSubKey = "SOFTWARE\\Tavrinsoft\\TavrinPlayer";
 const std::string kLib = "D:\\库\\";
 const std::string kList = kLib + std::string(kLibraryListName);
@@ -53,7 +42,7 @@ protected:
     SettingsStore settings;
     test::RecordingQueueView view;
     test::NullFilterProgress progress;
-    CopyLog copyLog;
+    test::RecordingCopyView copyLog;
     QueueController queue{prompts, fs, view, view};
     ListFileController lists{prompts, fs, settings, queue, progress};
     MusicLibrary library{prompts, fs, registry, settings, queue, lists, copyLog};
