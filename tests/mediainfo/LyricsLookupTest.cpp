@@ -8,7 +8,6 @@
 #include "mediainfo/LyricsDisplay.h"
 #include "mediainfo/LyricsLook.h"
 #include "mediainfo/LyricsLookup.h"
-#include "ports/TextCodec.h"
 #include "settings/RegistryWrapper.h"
 #include "settings/SettingsStore.h"
 #include "support/Fakes.h"
@@ -19,7 +18,7 @@ namespace {
 const std::string kMedia = "D:\\音乐\\歌.mp3";
 const std::string kIni = "C:\\WINDOWS\\zvplaygc.ini";
 
-std::string Gbk(std::string_view utf8) { return Utf8ToCp936(utf8).value(); }
+using test::Gbk;
 
 std::string Qgc(std::string_view lines) { return Gbk("[媒体歌词]\r\n行数=2\r\n" + std::string(lines)); }
 

@@ -59,6 +59,7 @@ TEST(FileSystemPlatform, TailWritesKeepTheBytesBeforeAndGrowTheFile) {
     ASSERT_NE(held, INVALID_HANDLE_VALUE);
     EXPECT_FALSE(fs.CanOpenForWriting(path));
     EXPECT_FALSE(fs.WriteFilePart(path, 0, "zz"));
+    EXPECT_EQ(fs.ReadFile(path).status, FileRead::Status::Failed);  // not missing: an INI file there is not replaced
     CloseHandle(held);
     EXPECT_EQ(fs.ReadFile(path).bytes, "01X34567abcd");
     SetFileAttributesW(Widen(path).c_str(), FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN);

@@ -31,9 +31,9 @@ struct Rig : test::RecordingPlayerView {
                                [this] { return draws ? draws() : draw; }}};
 
     explicit Rig(int entries) {
-        std::vector<MediaEntry> list;
-        for (int i = 1; i <= entries; ++i) list.push_back({"D:\\m\\s" + std::to_string(i) + ".wma", "s" + std::to_string(i) + ".wma"});
-        queue.Queue().Replace("D:\\m", list);
+        test::Lines names;
+        for (int i = 1; i <= entries; ++i) names.push_back("s" + std::to_string(i) + ".wma");
+        queue.Queue().Replace("D:\\m", test::Entries("D:\\m", names));
     }
     std::string Current() { return decoder.opened.empty() ? "" : decoder.opened.back(); }
     void EndOfFile() {

@@ -14,7 +14,7 @@
 namespace lumora {
 namespace {
 
-using Lines = std::vector<std::string>;
+using test::Lines;
 
 const std::string kSubKey = "SOFTWARE\\Tavrinsoft\\TavrinPlayer";
 const std::string kLib = "D:\\库\\";
@@ -30,9 +30,7 @@ protected:
         settings.SetText(opt::kLibraryRenameBox, "0");
     }
     void Open(const Lines& names) {
-        std::vector<MediaEntry> entries;
-        for (const auto& n : names) entries.push_back({"E:\\in\\" + n, n});
-        ASSERT_TRUE(queue.Queue().Replace("E:\\in", entries));
+        ASSERT_TRUE(queue.Queue().Replace("E:\\in", test::Entries("E:\\in", names)));
     }
     Lines Listed() { return ParseListFile(fs.files.at(kList)).list.names; }
 

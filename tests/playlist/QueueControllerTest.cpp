@@ -12,7 +12,7 @@
 namespace lumora {
 namespace {
 
-using Lines = std::vector<std::string>;
+using test::Lines;
 
 class QueueControllerTest : public testing::Test {
 protected:
@@ -117,10 +117,8 @@ TEST_F(QueueControllerTest, RemoveAndMoveAnEntry) {
 
 // Entries "C:\m\<name>" (default names "1".."count"), the one at `current` playing.
 PlayQueue QueueOf(std::vector<std::string> names, int current = 1) {
-    std::vector<MediaEntry> entries;
-    for (const auto& name : names) entries.push_back({"C:\\m\\" + name, name});
     PlayQueue queue;
-    EXPECT_TRUE(queue.Replace("C:\\m", entries));
+    EXPECT_TRUE(queue.Replace("C:\\m", test::Entries("C:\\m", names)));
     EXPECT_TRUE(queue.SetCurrent(current));
     return queue;
 }

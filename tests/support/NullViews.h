@@ -11,6 +11,13 @@
 
 namespace lumora::test {
 
+// Entries of `folder` with these names.
+inline std::vector<MediaEntry> Entries(const std::string& folder, const std::vector<std::string>& names) {
+    std::vector<MediaEntry> entries;
+    for (const auto& name : names) entries.push_back({JoinPath(folder, name), name});
+    return entries;
+}
+
 // Keeps the copy window's lines ("close" when it closed); cancels after `allowed` questions.
 struct RecordingCopyView : LibraryCopyView {
     void Open(std::string_view header) override { lines.emplace_back(header); }
