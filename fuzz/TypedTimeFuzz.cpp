@@ -10,12 +10,11 @@ LUMORA_FUZZ(input) {
     const long long seconds = PlaybackController::ParseTypedTime(answer);
     Check(std::abs(static_cast<double>(seconds)) <= PlaybackController::kMaxTypedSeconds);
     Ports p;
-    QueueController queue(p.prompts, p.fs, p.view, p.view);
-    queue.Queue().Replace("D:\\m", {{"D:\\m\\a.wma", "a.wma"}});
+    p.queue.Queue().Replace("D:\\m", {{"D:\\m\\a.wma", "a.wma"}});
     test::FakeDecoder d;
     d.length = static_cast<unsigned char>(input[0]) * 1000LL;
     test::RecordingPlayerView view;
-    PlaybackController player({queue, p.settings, p.prompts, d, nullptr, view, view, [] { return 0.0; }});
+    PlaybackController player({p.queue, p.settings, p.prompts, d, nullptr, view, view, [] { return 0.0; }});
     player.PlayEntry(1);
     p.prompts.textAnswer = answer;
     player.JumpToTime();
