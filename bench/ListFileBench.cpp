@@ -115,7 +115,6 @@ void BM_AddAllToLibrary(benchmark::State& state) {
     SettingsStore settings;
     test::NullQueueView view;
     test::NullFilterProgress progress;
-    test::NullCopyView copyView;
     std::vector<std::string> names;
     for (int i = 0; i < kCopies; ++i) names.push_back(std::to_string(i) + ".mp3");
     for (auto _ : state) {
@@ -124,6 +123,7 @@ void BM_AddAllToLibrary(benchmark::State& state) {
         QueueController queue(prompts, fs, view, view);
         ListFileController lists(prompts, fs, settings, queue, progress);
         lists.ReplaceQueue("E:\\in", names, false);
+        test::RecordingCopyView copyView;
         MusicLibrary library(prompts, fs, registry, settings, queue, lists, copyView);
         state.ResumeTiming();
         benchmark::DoNotOptimize(library.AddAllToLibrary());

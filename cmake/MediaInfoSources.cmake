@@ -21,12 +21,9 @@ set(LUMORA_MEDIAINFO_TESTS
     tests/mediainfo/Id3v1Test.cpp
     tests/mediainfo/InfoBlockTest.cpp
     tests/mediainfo/InfoEditorTest.cpp
-    tests/mediainfo/LyricsLookTest.cpp
     tests/mediainfo/LyricsLookupTest.cpp
-    tests/mediainfo/LyricsReadersTest.cpp
     tests/mediainfo/LyricsTimingTest.cpp
     tests/mediainfo/MpegAudioParserTest.cpp
-    tests/mediainfo/StreamPanelTest.cpp
 )
 
 # Test media for the frame parser: small files made in the build tree by lame and ffmpeg, with ffprobe's

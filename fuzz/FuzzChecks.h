@@ -33,6 +33,7 @@ struct Ports {
     test::NullQueueView view;
     test::NullFilterProgress progress;
     SettingsStore settings;
+    QueueController queue{prompts, fs, view, view};
 };
 
 // A lyrics reader's lists: one time per text, within the limit, every stamp readable by the lyrics window.

@@ -21,8 +21,7 @@ LUMORA_FUZZ(bytes) {
     }
     p.fs.files["C:\\l.qlb"] = std::string(bytes);
     p.fs.drives['D'] = DriveKind::Removable;  // every list on D: is filtered
-    QueueController queue(p.prompts, p.fs, p.view, p.view);
-    ListFileController lists(p.prompts, p.fs, p.settings, queue, p.progress);
-    Check((lists.LoadListFile("C:\\l.qlb") == AddOutcome::Playing) == (queue.Queue().Count() > 0));
-    CheckQueue(queue.Queue());
+    ListFileController lists(p.prompts, p.fs, p.settings, p.queue, p.progress);
+    Check((lists.LoadListFile("C:\\l.qlb") == AddOutcome::Playing) == (p.queue.Queue().Count() > 0));
+    CheckQueue(p.queue.Queue());
 }

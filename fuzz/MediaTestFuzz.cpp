@@ -33,8 +33,7 @@ LUMORA_FUZZ(input) {
         CheckQueue(queue);
     }
     Ports p;
-    QueueController controller(p.prompts, p.fs, p.view, p.view);
     for (const auto& name : names) p.fs.files["C:\\f\\" + name] = "";
-    (void)(controller.AddDropped(names), controller.AddPending({"C:\\f"}));
-    CheckQueue(controller.Queue());
+    (void)(p.queue.AddDropped(names), p.queue.AddPending({"C:\\f"}));
+    CheckQueue(p.queue.Queue());
 }

@@ -2,29 +2,7 @@
 // whatever the number's size. The first byte sets the file's length in seconds; the rest is the answer.
 
 #include "FuzzChecks.h"
-#include "playback/PlaybackController.h"
-
-namespace lumora::fuzz {
-struct SeekRecorder : Decoder, PlaybackView, VolumeControl {
-    bool Open(const std::string&) override { return true; }
-    bool Pause() override { return true; }
-    bool Resume() override { return true; }
-    void Stop() override {}
-    void Close() override {}
-    long long PositionMs() override { return 0; }
-    long long LengthMs() override { return length; }
-    bool Seek(long long ms) override { return seeks.push_back(ms), true; }
-    bool PlayRange(long long, long long) override { return true; }
-    bool SetSpeed(int) override { return true; }
-    bool Finished() override { return false; }
-    void ShowPlayback(const PlaybackTexts&) override {}
-    void FileOpened(const std::string&) override {}
-    void FileClosed() override {}
-    void SetLevel(int) override {}
-    long long length = 0;
-    std::vector<long long> seeks;
-};
-}  // namespace lumora::fuzz
+#include "support/FakePlayer.h"
 
 LUMORA_FUZZ(input) {
     if (input.empty()) return;
@@ -32,11 +10,11 @@ LUMORA_FUZZ(input) {
     const long long seconds = PlaybackController::ParseTypedTime(answer);
     Check(std::abs(static_cast<double>(seconds)) <= PlaybackController::kMaxTypedSeconds);
     Ports p;
-    QueueController queue(p.prompts, p.fs, p.view, p.view);
-    queue.Queue().Replace("D:\\m", {{"D:\\m\\a.wma", "a.wma"}});
-    SeekRecorder d;
+    p.queue.Queue().Replace("D:\\m", {{"D:\\m\\a.wma", "a.wma"}});
+    test::FakeDecoder d;
     d.length = static_cast<unsigned char>(input[0]) * 1000LL;
-    PlaybackController player({queue, p.settings, p.prompts, d, nullptr, d, d, [] { return 0.0; }});
+    test::RecordingPlayerView view;
+    PlaybackController player({p.queue, p.settings, p.prompts, d, nullptr, view, view, [] { return 0.0; }});
     player.PlayEntry(1);
     p.prompts.textAnswer = answer;
     player.JumpToTime();

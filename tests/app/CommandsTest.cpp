@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "app/Commands.h"
 #include "app/TimerPlan.h"
 
@@ -48,12 +50,9 @@ TEST(TimerPlan, OnlyTimersWithWorkRun) {
         {false, false, false, true, false, false, false, true, false},
     };
     for (const auto& c : cases) {
-        const TimerPlan p =
-            PlanTimers({c.playing, c.decoder1, c.displayShown, c.volumeChanging, std::nullopt, c.closedByUser});
-        EXPECT_EQ(p.progress, c.progress);
-        EXPECT_EQ(p.display, c.display);
-        EXPECT_EQ(p.volume, c.volume);
-        EXPECT_EQ(p.openDisplay, c.openDisplay);
+        const TimerPlan p = PlanTimers({c.playing, c.decoder1, c.displayShown, c.volumeChanging, {}, c.closedByUser});
+        EXPECT_EQ(std::tuple(p.progress, p.display, p.volume, p.openDisplay),
+                  std::tuple(c.progress, c.display, c.volume, c.openDisplay)) << &c - cases;
     }
     // "L53" in sixths of 50 ms; missing is 50 ms, below one step is one step.
     EXPECT_EQ(PlanTimers({}).volumeIntervalMs, 50u);

@@ -4,28 +4,17 @@
 #include <vector>
 
 #include "mediainfo/Id3v1.h"
+#include "mediainfo/InfoBlock.h"
 #include "mediainfo/ListInfo.h"
 #include "mediainfo/TrailingTags.h"
-#include "ports/TextCodec.h"
 #include "support/Fakes.h"
 
 namespace lumora {
 namespace {
 
-std::string Gbk(std::string_view utf8) { return Utf8ToCp936(utf8).value(); }
 
-// A tag as our information block writer lays it out: "TAG" and the title padded to 30 bytes, three zero
-// bytes, then artist, album and year-with-comment, each padded to 30 or, at 30 bytes or more, followed by one
-// zero byte; five zero bytes last.
-std::string WriterTag(std::string_view title, std::string_view artist, std::string_view album, std::string_view year,
-                      std::string_view comment) {
-    const auto group = [](std::string bytes) {
-        bytes.resize(std::max<std::size_t>(bytes.size() + 1, 30), '\0');
-        return bytes;
-    };
-    return group("TAG" + Gbk(title)).substr(0, 30) + std::string(3, '\0') + group(Gbk(artist)) + group(Gbk(album)) +
-           group(Gbk(year) + Gbk(comment)) + std::string(5, '\0');
-}
+// "LYRICS" and a tag as our information block writer saves them.
+std::string Written(const Id3v1Tag& tag) { return BuildInfoBlockBytes(tag, "").value(); }
 
 // An ID3v1 tag as other programs write it: fixed fields, a genre byte, a track number in v1.1.
 std::string StandardTag(std::string title, std::string year, std::string comment, int track = 0) {
@@ -51,11 +40,11 @@ TEST(Id3v1Reader, ReadsOurWritersTagsAndOtherProgramsTags) {
         std::string tail;
         Id3v1Tag read;
     } cases[] = {
-        {"LYRICS" + WriterTag("歌名", "歌手甲", "专集乙", "2005", "abc"), {"歌名", "歌手甲", "专集乙", "2005", "abc"}},
+        {Written({"歌名", "歌手甲", "专集乙", "2005", "abc"}), {"歌名", "歌手甲", "专集乙", "2005", "abc"}},
         // A year and a comment of 30 bytes or more grow the tag; the whole comment still reads back.
-        {WriterTag("十三个汉字的标题正好二十六", "a", "b", "2005", c29), {"十三个汉字的标题正好二十六", "a", "b", "2005", c29}},
+        {Written({"十三个汉字的标题正好二十六", "a", "b", "2005", c29}), {"十三个汉字的标题正好二十六", "a", "b", "2005", c29}},
         // Without a year the comment starts where the year would; leading digits then read as a year.
-        {WriterTag("  t  ", "a", "b", "", "12 songs  "), {"t", "a", "b", "12", " songs"}},
+        {Written({"  t  ", "a", "b", "", "12 songs  "}), {"t", "a", "b", "12", " songs"}},
         {StandardTag("Title", "1990", "note", 12), {"Title", "", "", "1990", "note"}},  // the track is no text
         {StandardTag("", "1993", std::string(28, ' '), 12), {"", "", "", "1993", ""}},
     };
@@ -63,10 +52,10 @@ TEST(Id3v1Reader, ReadsOurWritersTagsAndOtherProgramsTags) {
 }
 
 TEST(FindId3v1Tag, FindsEveryTagOurWriterLeavesAndNoTagInsideAudioOrText) {
-    const std::string tag = WriterTag("TAG in the title", "a", "b", "2005", std::string(29, 'c'));  // 132 bytes
+    const std::string block = Written({"TAG in the title", "a", "b", "2005", std::string(29, 'c')});  // a tag of 132 bytes
     const std::pair<std::string, std::optional<std::size_t>> cases[] = {
         {kAudio + StandardTag("TAG", "", "TAGTAG"), 1000},
-        {kAudio + "LYRICS" + tag + std::string(3000, '\0'), 1006},  // zero bytes a shorter block left behind
+        {kAudio + block + std::string(3000, '\0'), 1006},  // zero bytes a shorter block left behind
         {kAudio + "TAG" + std::string(200, '\x55'), std::nullopt},  // "TAG" in the audio
         {"TAG" + std::string(124, '\0'), std::nullopt},  // no room for a tag
     };
@@ -95,7 +84,7 @@ TEST(TagTexts, TagLineFileListRecordAndListTip) {
     EXPECT_EQ(ListInfoTip("c.mp3", "t@a@b@1999@x@y"),
               "文件：c.mp3\r\n标题：t\r\n歌手：a\r\n专集：b\r\n年代：1999\r\n其他：x@y");
     test::FakeFileSystem fs;
-    fs.files["D:\\a.mp3"] = kAudio + WriterTag("歌", "", "", "", "c");
+    fs.files["D:\\a.mp3"] = kAudio + Written({"歌", "", "", "", "c"});
     EXPECT_EQ(ListInfoTipFor(fs, "D:\\a.mp3", "a.mp3", false), "文件：a.mp3");  // tags only when asked
     EXPECT_EQ(ListInfoTipFor(fs, "D:\\a.mp3", "a.mp3", true), ListInfoTip("a.mp3", "歌@无@无@无@c"));
 }

@@ -8,7 +8,6 @@
 #include "mediainfo/Id3v1.h"
 #include "mediainfo/InfoBlock.h"
 #include "mediainfo/TrailingTags.h"
-#include "ports/TextCodec.h"
 #include "support/Fakes.h"
 #include "support/MpegFrames.h"
 
@@ -19,7 +18,7 @@ const std::string kPath = "D:\\音乐\\歌.mp3";
 const std::string kAudio(2000, '\x55');
 
 std::string Z(std::size_t n) { return std::string(n, '\0'); }
-std::string Gbk(std::string_view utf8) { return Utf8ToCp936(utf8).value(); }
+using test::Gbk;
 
 // A standard 128-byte tag as another program leaves it.
 const std::string kForeignTag = "TAG" + std::string("Old title") + Z(21) + "Old artist" + Z(50) + "1999" + Z(30) + "\x0C";

@@ -7,7 +7,6 @@
 
 #include "mediainfo/InfoEditor.h"
 #include "mediainfo/QgcFile.h"
-#include "ports/TextCodec.h"
 #include "support/Fakes.h"
 
 namespace lumora {
@@ -16,7 +15,7 @@ namespace {
 
 const std::string kPath = "D:\\音乐\\歌.mp3";
 
-std::string Gbk(std::string_view utf8) { return Utf8ToCp936(utf8).value(); }
+using test::Gbk;
 
 class RecordingEditorView : public InfoEditorView {
 public:

@@ -2,19 +2,45 @@
 
 #include <cmath>
 #include <fstream>
+#include <iterator>
 #include <map>
+#include <optional>
 #include <random>
 #include <sstream>
 #include <tuple>
+#include <vector>
 
 #include "mediainfo/MpegAudioParser.h"
-#include "mediainfo/TestMedia.h"
+#include "mediainfo/StreamPanel.h"
 
 namespace lumora {
 namespace {
 
-using test::HeaderBits;
-using test::HeaderBytes;
+// The shared corpus of real-world files and the files the build makes with lame and ffmpeg (the build names both
+// folders); a test that needs them fails when they are missing.
+const std::string kCorpusDir = LUMORA_CORPUS_DIR, kMpegFixturesDir = LUMORA_MPEG_FIXTURES_DIR;
+
+std::optional<std::string> ReadBytes(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return in ? std::optional(std::string(std::istreambuf_iterator<char>(in), {})) : std::nullopt;
+}
+
+// The fields of an MPEG audio frame header as coded. Defaults: MPEG-1 layer III, 128 kbit/s, 44.1 kHz,
+// stereo, no CRC.
+struct HeaderBits {
+    unsigned version = 3, layer = 1;  // version 3 MPEG-1, 2 MPEG-2, 0 MPEG-2.5; layer 3 I, 2 II, 1 III
+    unsigned protection = 1;          // 0: a CRC follows the header
+    unsigned bitRate = 9, frequency = 0, padding = 0, privateBit = 0, mode = 0, modeExtension = 0;  // bitRate 0: free
+    unsigned copyright = 0, original = 0, emphasis = 0;
+};
+
+std::string HeaderBytes(const HeaderBits& b) {
+    const unsigned word = 0xFFE00000u | b.version << 19 | b.layer << 17 | b.protection << 16 | b.bitRate << 12 |
+                          b.frequency << 10 | b.padding << 9 | b.privateBit << 8 | b.mode << 6 | b.modeExtension << 4 |
+                          b.copyright << 3 | b.original << 2 | b.emphasis;
+    return {static_cast<char>(word >> 24), static_cast<char>(word >> 16 & 0xFF), static_cast<char>(word >> 8 & 0xFF),
+            static_cast<char>(word & 0xFF)};
+}
 
 // A frame with a zero body, so nothing inside it looks like a header.
 std::string Frame(const HeaderBits& bits) {
@@ -104,10 +130,10 @@ TEST(MpegStreamFactsOnCorpus, MatchTheManifest) {
         "mpeg/l3_xingtag_without_frames_field.mp3 0 0 3 44100 1 o 128000 0 ?",
         "lyrics3/l3v2_ind_eal_ear_ett_apev2_id3v1.mp3 75 0 3 44100 1 cpo 192000 2491 -",
     };
-    ASSERT_TRUE(test::ReadBytes(test::kCorpusDir + "/MANIFEST.md")) << "no corpus at " << test::kCorpusDir;
+    ASSERT_TRUE(ReadBytes(kCorpusDir + "/MANIFEST.md")) << "no corpus at " << kCorpusDir;
     for (const std::string row : rows) {
         const std::string file = row.substr(0, row.find(' '));
-        const auto facts = ScanMpegAudio(test::ReadBytes(test::kCorpusDir + "/" + file).value_or(""));
+        const auto facts = ScanMpegAudio(ReadBytes(kCorpusDir + "/" + file).value_or(""));
         ASSERT_TRUE(facts) << file;
         const MpegFrameHeader& h = facts->header;
         const std::string flags = std::string(h.crc ? "c" : "") + (h.copyright ? "p" : "") + (h.original ? "o" : "");
@@ -119,21 +145,21 @@ TEST(MpegStreamFactsOnCorpus, MatchTheManifest) {
             << (!facts->vbr ? "-" : facts->vbr->frames ? std::to_string(*facts->vbr->frames) : "?");
         EXPECT_EQ(got.str(), row);
     }
-    EXPECT_FALSE(ScanMpegAudio(test::ReadBytes(test::kCorpusDir + "/mpeg/id3v2_only_no_audio.mp3").value()));
+    EXPECT_FALSE(ScanMpegAudio(ReadBytes(kCorpusDir + "/mpeg/id3v2_only_no_audio.mp3").value()));
 }
 
 // Files made by lame and ffmpeg at build time, against what ffprobe reports for the same files. ffprobe's
 // packets are the frames in the file; its decoded frames may leave out a last frame of encoder padding.
 TEST(MpegStreamFactsOnGeneratedFiles, AgreeWithFfprobe) {
-    std::ifstream expectations(test::kMpegFixturesDir + "/expectations.txt");
-    ASSERT_TRUE(expectations) << "no generated files in " << test::kMpegFixturesDir;
+    std::ifstream expectations(kMpegFixturesDir + "/expectations.txt");
+    ASSERT_TRUE(expectations) << "no generated files in " << kMpegFixturesDir;
     int files = 0;
     for (std::string line; std::getline(expectations, line); ++files) {
         ASSERT_NE(line.rfind("missing ", 0), 0u) << line;
         std::map<std::string, std::string> p;
         std::istringstream words(line);
         for (std::string word; words >> word;) p[word.substr(0, word.find('='))] = word.substr(word.find('=') + 1);
-        const auto facts = ScanMpegAudio(test::ReadBytes(test::kMpegFixturesDir + "/" + p["file"]).value_or(""));
+        const auto facts = ScanMpegAudio(ReadBytes(kMpegFixturesDir + "/" + p["file"]).value_or(""));
         ASSERT_TRUE(facts) << line;
         const MpegFrameHeader& h = facts->header;
         EXPECT_EQ(std::tuple(facts->totalFrames, h.frequency, int(h.mode), h.crc, h.layer, facts->bitRate),
@@ -144,6 +170,53 @@ TEST(MpegStreamFactsOnGeneratedFiles, AgreeWithFfprobe) {
         EXPECT_NEAR(facts->durationMs, std::stod(p["duration"]) * 1000, 0.5) << line;
     }
     EXPECT_GE(files, 11);
+}
+
+using Texts = std::vector<std::string>;
+
+// The labels that show stream facts, in the panel's order.
+Texts Labels(const StreamPanelTexts& p) {
+    return {p.bitRate, p.frequency, p.layer, p.totalFrames, p.framesRead, p.flags, p.mpeg, p.msPerFrame};
+}
+
+DecoderProperties Properties(std::int32_t bitRate, std::int32_t hertz, int layer, bool flags, MpegVersion version,
+                             float msPerFrame) {
+    return {bitRate, hertz, layer, 7654, 12, flags, !flags, flags, 1, version, msPerFrame};
+}
+
+// Bit rates and the time per frame are truncated toward zero, frequencies are not.
+TEST(StreamPanel, RefreshShowsEachPropertyAsTheDecoderGivesIt) {
+    StreamPanelTexts panel;
+    RefreshStreamPanel(panel, Properties(61999, 22050, 2, true, MpegVersion::Mpeg2, 52.99f));
+    EXPECT_EQ(Labels(panel), (Texts{"声音位率：61千位/秒", "声音频率：22.05KHz", "压缩层次：II", "总帧：7654", "读取帧：12",
+                                    "效验：是版权：没有原文：是", "MPEG方式：1  MPEG版本：2", "每毫秒：52"}));
+    RefreshStreamPanel(panel, Properties(-1999, 11025, 1, false, MpegVersion::Mpeg25, -0.5f));
+    EXPECT_EQ(Labels(panel), (Texts{"声音位率：-1千位/秒", "声音频率：11.025KHz", "压缩层次：I", "总帧：7654", "读取帧：12",
+                                    "效验：否版权：有原文：否", "MPEG方式：1  MPEG版本：2.5", "每毫秒：0"}));
+    RefreshFramesRead(panel, 345);
+    EXPECT_EQ(panel.framesRead, "读取帧：345");
+    panel.title = "something";
+    ResetStreamPanel(panel);
+    EXPECT_EQ(panel, StreamPanelTexts());
+}
+
+// What the frame parser finds in a file lame made at 64 kbit/s and 22.05 kHz, as the panel shows it: an MP3
+// PRO file, by the only test there is.
+TEST(StreamPanel, ShowsWhatTheFrameParserFindsInAFile) {
+    const auto bytes = ReadBytes(kMpegFixturesDir + "/l3_mpeg2_22k_stereo_64.mp3");
+    ASSERT_TRUE(bytes) << "no generated files in " << kMpegFixturesDir;
+    const auto facts = ScanMpegAudio(*bytes);
+    ASSERT_TRUE(facts);
+    StreamPanelTexts panel;
+    RefreshStreamPanel(panel, PropertiesOf(*facts, 3));
+    ShowTagLine(panel, std::nullopt);
+    EXPECT_EQ(Labels(panel),
+              (Texts{"声音位率：64千位/秒", "声音频率：22.05KHz", "压缩层次：III ", "总帧：79", "读取帧：3",
+                     "效验：否版权：没有原文：是", "MPEG方式：0  MPEG版本：2", "每毫秒：26"}));
+    EXPECT_EQ(panel.title, "  标题：N/A  歌手：N/A  专集：N/A  年代：N/A  其他：N/A（MP3 PRO文件）");
+    RefreshStreamPanel(panel, Properties(63999, 22050, 3, false, MpegVersion::Mpeg2, 26));  // just under 64 kbit/s
+    ShowTagLine(panel, std::nullopt);
+    EXPECT_EQ(panel.title.find("PRO"), std::string::npos);
 }
 
 }  // namespace

@@ -59,6 +59,7 @@ TEST(FileSystemPlatform, TailWritesKeepTheBytesBeforeAndGrowTheFile) {
     ASSERT_NE(held, INVALID_HANDLE_VALUE);
     EXPECT_FALSE(fs.CanOpenForWriting(path));
     EXPECT_FALSE(fs.WriteFilePart(path, 0, "zz"));
+    EXPECT_EQ(fs.ReadFile(path).status, FileRead::Status::Failed);  // not missing: an INI file there is not replaced
     CloseHandle(held);
     EXPECT_EQ(fs.ReadFile(path).bytes, "01X34567abcd");
     SetFileAttributesW(Widen(path).c_str(), FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN);
@@ -84,11 +85,20 @@ TEST(FileSystemPlatform, CopiesNeverOverwrite) {
     fs.RemoveFile(to);
 }
 
-TEST(FileSystemPlatform, FoldersAreMadeWithTheirParents) {
+// Folders are made with their parents; a folder is found with or without its final backslash, a drive by its
+// letter, and never a file of that name.
+TEST(FileSystemPlatform, FoldersAreMadeWithTheirParentsAndFound) {
     WinFileSystem fs;
     const std::string deep = TempFile("乐库\\一\\二");
     ASSERT_TRUE(fs.CreateFolder(deep + "\\"));
-    EXPECT_TRUE(fs.FolderExists(deep));
+    for (const std::string& folder : {deep, deep + "\\", std::string("C:\\"), std::string("C:")}) {
+        EXPECT_TRUE(fs.FolderExists(folder)) << folder;
+    }
+    ASSERT_TRUE(fs.WriteFileAtomic(deep + "\\Song Title.MP3", ""));
+    ASSERT_TRUE(fs.CreateFolder(deep + "\\Sub Folder"));
+    EXPECT_FALSE(fs.FolderExists(deep + "\\Song Title.MP3"));
+    EXPECT_EQ(fs.ListFiles(deep), std::vector<std::string>{"Song Title.MP3"});
+    EXPECT_TRUE(fs.RemoveFile(deep + "\\Song Title.MP3"));
     const std::string data = fs.UserDataFolder();
     ASSERT_FALSE(data.empty());
     EXPECT_TRUE(fs.FolderExists(data));

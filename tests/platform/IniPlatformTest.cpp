@@ -20,12 +20,6 @@ std::string PlayerIniPath() {
     return fs.WindowsDirectory() + "\\tavrinplay.ini";
 }
 
-std::string TempFolder() {
-    wchar_t buf[MAX_PATH + 1];
-    const DWORD n = GetTempPathW(MAX_PATH, buf);
-    return Narrow(std::wstring(buf, n));
-}
-
 // The scratch value is written by one process under code page 936 ...
 TEST(IniCodePage, WriteUnderChineseLocale) {
     ASSERT_EQ(GetACP(), 936u);
@@ -51,35 +45,6 @@ TEST(IniCodePage, ReadUnderWesternLocale) {
     ASSERT_TRUE(WriteScratchValue(ini, kPath));
     EXPECT_EQ(fs.ReadFile(PlayerIniPath()).bytes, kExpectedBytes);
     ASSERT_TRUE(WriteScratchValue(ini, ""));
-}
-
-TEST(IniPlatform, ReadsWhatTheSystemsAnsiFunctionsWrote) {
-    const std::string file = TempFolder() + "lumora-ansi.ini";
-    DeleteFileW(Widen(file).c_str());
-    const auto name = Utf8ToCp936(file);
-    ASSERT_TRUE(name.has_value());
-    ASSERT_TRUE(WritePrivateProfileStringA("Window", "FromX", "1200", name->c_str()));
-    WinFileSystem fs;
-    IniFiles ini(fs);
-    EXPECT_EQ(ini.Read(file, "window", "fromx"), "1200");
-    ASSERT_TRUE(ini.Write(file, "Window", "FromY", "900"));
-    char value[32] = {};
-    GetPrivateProfileStringA("Window", "FromY", "", value, sizeof value, name->c_str());
-    EXPECT_STREQ(value, "900");
-    DeleteFileW(Widen(file).c_str());
-}
-
-TEST(IniPlatform, FileLockedByAnotherProgramIsLeftIntact) {
-    const std::string file = TempFolder() + "lumora-locked.ini";
-    WinFileSystem fs;
-    IniFiles ini(fs);
-    ASSERT_TRUE(ini.Write(file, "s", "k", "before"));
-    const HANDLE lock = CreateFileW(Widen(file).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-    ASSERT_NE(lock, INVALID_HANDLE_VALUE);
-    EXPECT_FALSE(ini.Write(file, "s", "k", "after"));
-    CloseHandle(lock);
-    EXPECT_EQ(ini.Read(file, "s", "k"), "before");
-    DeleteFileW(Widen(file).c_str());
 }
 
 }  // namespace

@@ -107,8 +107,7 @@ TEST(MediaEngine, OpenDispatchByEndingAndInstalledControls) {
         MediaEngine e(mci);
         EXPECT_EQ(e.OpenDispatch(name, 7, false), OpenResult::Picture) << name;
         EXPECT_EQ(mci.sent, Lines{"Close All"});
-        EXPECT_TRUE(e.Pause());
-        EXPECT_FALSE(e.Stop());
+        EXPECT_TRUE(e.Pause() && !e.Stop());
     }
     RecordingMci mci;
     MediaEngine without(mci);  // no controls at all
@@ -138,8 +137,7 @@ TEST(MediaEngine, VideoAndAudioAfterOpening) {
     const auto put = std::find(mci.sent.begin(), mci.sent.end(), "put movie1 window at 0 0 640 480");
     ASSERT_NE(put, mci.sent.end());
     EXPECT_EQ(*(put + 1), "window movie1 state show");
-    EXPECT_EQ(e.State().positionStep, 2);
-    EXPECT_EQ(e.State().segmentEnd, 10001);
+    EXPECT_EQ(std::pair(e.State().positionStep, e.State().segmentEnd), std::pair(2LL, 10001LL));
 
     RecordingMci audio;
     audio.replies["Where movie1 destination"] = "0 0 0 288";

@@ -8,6 +8,7 @@
 #include "playback/TransportTexts.h"
 #include "playlist/QueueController.h"
 #include "settings/SettingsStore.h"
+#include "support/FakePlayer.h"
 #include "support/Fakes.h"
 #include "support/NullViews.h"
 
@@ -16,62 +17,23 @@ namespace {
 
 using Ranges = std::vector<std::pair<long long, long long>>;
 
-// A decoder tests drive by hand: position and the end of the file are set, never waited for.
-struct FakeDecoder : Decoder {
-    bool Open(const std::string& path) override {
-        opened.push_back(path);
-        position = 0;
-        finished = paused = false;
-        return opens && path.find("bad") == std::string::npos;
-    }
-    bool Pause() override { return paused = true; }
-    bool Resume() override { return !(paused = false); }
-    void Stop() override { finished = true; }
-    void Close() override { ++closes; }
-    long long PositionMs() override { return position; }
-    long long LengthMs() override { return 200000; }
-    bool Seek(long long ms) override { return seeks.push_back(position = ms), true; }
-    bool PlayRange(long long from, long long to) override {
-        ranges.emplace_back(position = from, to);
-        return rangeWorks && !(finished = false);
-    }
-    bool SetSpeed(int percent) override { return speeds.push_back(percent), speedWorks; }
-    bool Finished() override { return finished; }
-
-    std::vector<std::string> opened;
-    std::vector<long long> seeks;
-    Ranges ranges;
-    std::vector<int> speeds;
-    long long position = 0;
-    int closes = 0;
-    bool finished = false, paused = false, speedWorks = true, rangeWorks = true, opens = true;
-};
-
-struct Rig : PlaybackView, VolumeControl {
-    void ShowPlayback(const PlaybackTexts& t) override { last = t; }
-    void FileOpened(const std::string&) override { fileShown = true; }
-    void FileClosed() override { fileShown = false; }
-    void SetLevel(int level) override { levels.push_back(level); }
-
+struct Rig : test::RecordingPlayerView {
     test::FakePrompts prompts;
     test::FakeFileSystem fs;
     test::NullQueueView queueView;
     QueueController queue{prompts, fs, queueView, queueView};
     SettingsStore settings;
-    FakeDecoder decoder;
-    FakeDecoder audio;  // decoder 1
-    PlaybackTexts last;
-    std::vector<int> levels;
+    test::FakeDecoder decoder;
+    test::FakeDecoder audio;  // decoder 1
     double draw = 0.0;
-    bool fileShown = false;  // the panels describe an open file
     std::function<double()> draws;  // when set, instead of the fixed draw
     PlaybackController player{{queue, settings, prompts, decoder, &audio, *this, *this,
                                [this] { return draws ? draws() : draw; }}};
 
     explicit Rig(int entries) {
-        std::vector<MediaEntry> list;
-        for (int i = 1; i <= entries; ++i) list.push_back({"D:\\m\\s" + std::to_string(i) + ".wma", "s" + std::to_string(i) + ".wma"});
-        queue.Queue().Replace("D:\\m", list);
+        test::Lines names;
+        for (int i = 1; i <= entries; ++i) names.push_back("s" + std::to_string(i) + ".wma");
+        queue.Queue().Replace("D:\\m", test::Entries("D:\\m", names));
     }
     std::string Current() { return decoder.opened.empty() ? "" : decoder.opened.back(); }
     void EndOfFile() {
@@ -106,7 +68,8 @@ TEST(PlaybackController, CommandsAndTheTextsTheyShow) {
         std::string PlaybackTexts::*field;
         std::string shown;
     } cases[] = {
-        {0, "P", &T::statusLine, "现在无文件播放"}, {3, "", &T::title, "s1.wma"}, {3, "", &T::totalTime, "总时：00:03:20"},
+        {0, "P", &T::statusLine, std::string(kNoFileToPlay)}, {0, "N", &T::statusLine, std::string(kNoFileToPlay)},
+        {3, "", &T::title, "s1.wma"}, {3, "", &T::totalTime, "总时：00:03:20"},
         {3, "", &T::playCaption, "暂停"}, {3, "P", &T::playCaption, "播放"}, {3, "PP", &T::playCaption, "暂停"},
         {3, "S", &T::playCaption, "播放"}, {3, "S", &T::time, "-"}, {3, "Tt", &T::time, "-00:02:30"},
         {3, "t", &T::statusLine, "播放的进度为：25% 时间为：00:00:50"}, {3, "T", &T::timeMode, "←"},
@@ -382,12 +345,6 @@ TEST(PlaybackController, AFileNoDecoderPlaysTakesTheCannotPlayPath) {
             EXPECT_EQ(r.prompts.questions[0].text.rfind("a.mp3 文件无法播放", 0), 0u);
         }
     }
-}
-
-TEST(PlaybackController, NextOnAnEmptyQueueSaysThereIsNothingToPlay) {
-    Rig r(0);
-    r.player.Next();
-    EXPECT_EQ(r.last.statusLine, kNoFileToPlay);
 }
 
 }  // namespace

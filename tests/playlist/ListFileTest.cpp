@@ -3,7 +3,6 @@
 #include <string>
 #include <vector>
 
-#include "ports/TextCodec.h"
 #include "playlist/DefaultList.h"
 #include "playlist/ListFile.h"
 #include "playlist/ListFileController.h"
@@ -16,9 +15,9 @@
 namespace lumora {
 namespace {
 
-using Lines = std::vector<std::string>;
+using test::Lines;
 
-std::string Gbk(std::string_view utf8) { return Utf8ToCp936(utf8).value(); }
+using test::Gbk;
 
 const std::string kMain(ListHeader(ListKind::Main));
 
@@ -93,9 +92,7 @@ protected:
         for (const char* name : {"D:\\m\\a.wma", "D:\\m\\b.wma", "D:\\m\\c.wma"}) fs.files[name] = "";
     }
     void OpenQueue(const std::string& folder, const Lines& names) {
-        std::vector<MediaEntry> entries;
-        for (const auto& n : names) entries.push_back({JoinPath(folder, n), n});
-        ASSERT_TRUE(queue.Queue().Replace(folder, entries));
+        ASSERT_TRUE(queue.Queue().Replace(folder, test::Entries(folder, names)));
     }
 
     test::FakePrompts prompts;

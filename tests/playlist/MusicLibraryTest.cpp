@@ -14,18 +14,7 @@
 namespace lumora {
 namespace {
 
-using Lines = std::vector<std::string>;
-
-class CopyLog : public LibraryCopyView {
-public:
-    void Open(std::string_view header) override { lines.emplace_back(header); }
-    void AddLine(std::string_view line) override { lines.emplace_back(line); }
-    bool KeepGoing() override { return ++asked <= allowed; }
-    void Close() override { lines.emplace_back("close"); }
-    Lines lines;
-    int asked = 0;
-    int allowed = 1 << 30;
-};
+using test::Lines;
 
 const std::string kSubKey = "SOFTWARE\\Tavrinsoft\\TavrinPlayer";
 const std::string kLib = "D:\\库\\";
@@ -41,9 +30,7 @@ protected:
         settings.SetText(opt::kLibraryRenameBox, "0");
     }
     void Open(const Lines& names) {
-        std::vector<MediaEntry> entries;
-        for (const auto& n : names) entries.push_back({"E:\\in\\" + n, n});
-        ASSERT_TRUE(queue.Queue().Replace("E:\\in", entries));
+        ASSERT_TRUE(queue.Queue().Replace("E:\\in", test::Entries("E:\\in", names)));
     }
     Lines Listed() { return ParseListFile(fs.files.at(kList)).list.names; }
 
@@ -53,7 +40,7 @@ protected:
     SettingsStore settings;
     test::RecordingQueueView view;
     test::NullFilterProgress progress;
-    CopyLog copyLog;
+    test::RecordingCopyView copyLog;
     QueueController queue{prompts, fs, view, view};
     ListFileController lists{prompts, fs, settings, queue, progress};
     MusicLibrary library{prompts, fs, registry, settings, queue, lists, copyLog};

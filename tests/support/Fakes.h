@@ -14,8 +14,14 @@
 #include "ports/FileSystem.h"
 #include "ports/Prompts.h"
 #include "ports/Registry.h"
+#include "ports/TextCodec.h"
 
 namespace lumora::test {
+
+using Lines = std::vector<std::string>;
+
+// Code page 936 bytes of a text that has them.
+inline std::string Gbk(std::string_view utf8) { return Utf8ToCp936(utf8).value(); }
 
 struct Message {
     std::string text, title;

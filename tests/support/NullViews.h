@@ -1,6 +1,6 @@
 #pragma once
 // Views that keep what the controllers show, for unit tests, and the ones tests, fuzz targets and benchmarks
-// use when they do not look at the windows; a copy view that drops everything.
+// use when they do not look at the windows.
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,11 +11,22 @@
 
 namespace lumora::test {
 
-struct NullCopyView : LibraryCopyView {
-    void Open(std::string_view) override {}
-    void AddLine(std::string_view) override {}
-    bool KeepGoing() override { return true; }
-    void Close() override {}
+// Entries of `folder` with these names.
+inline std::vector<MediaEntry> Entries(const std::string& folder, const std::vector<std::string>& names) {
+    std::vector<MediaEntry> entries;
+    for (const auto& name : names) entries.push_back({JoinPath(folder, name), name});
+    return entries;
+}
+
+// Keeps the copy window's lines ("close" when it closed); cancels after `allowed` questions.
+struct RecordingCopyView : LibraryCopyView {
+    void Open(std::string_view header) override { lines.emplace_back(header); }
+    void AddLine(std::string_view line) override { lines.emplace_back(line); }
+    bool KeepGoing() override { return ++asked <= allowed; }
+    void Close() override { lines.emplace_back("close"); }
+    std::vector<std::string> lines;
+    int asked = 0;
+    int allowed = 1 << 30;
 };
 
 // Keeps the last lines and texts shown, the line selected and every path played.
