@@ -2,7 +2,10 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <cstdint>
+#include <cstdio>
+#include <cstring>
 #include <fstream>
 #include <sstream>
 #include <utility>
@@ -67,15 +70,6 @@ LumoraProcess& LumoraProcess::operator=(LumoraProcess&& other) noexcept {
 }
 
 LumoraProcess LumoraProcess::Start(const std::wstring& exe, const std::string& tail) {
-    // A Lumora still on its way out (killed by the test before, its video threads not yet gone)
-    // holds the instance mutex, and the new start would hand its argument over and end.
-    const DWORD start = GetTickCount();
-    while (GetTickCount() - start < kTimeoutMs) {
-        const HANDLE running = OpenMutexW(SYNCHRONIZE, FALSE, L"Local\\Lumora.Player.Instance");
-        if (!running) break;
-        CloseHandle(running);
-        Sleep(50);
-    }
     LumoraProcess p;
     std::wstring cmd = L"\"" + exe + L"\"";
     if (!tail.empty()) cmd += L" " + Widen(tail);
@@ -97,13 +91,23 @@ bool LumoraProcess::WaitForExit(DWORD ms, DWORD* code) const {
 
 void LumoraProcess::Kill() {
     if (!info_.hProcess) return;
-    if (WaitForSingleObject(info_.hProcess, 0) != WAIT_OBJECT_0) {
+    const bool running = WaitForSingleObject(info_.hProcess, 0) != WAIT_OBJECT_0;
+    if (running) {
         TerminateProcess(info_.hProcess, 99);
         WaitForSingleObject(info_.hProcess, kTimeoutMs);
     }
     CloseHandle(info_.hProcess);
     CloseHandle(info_.hThread);
     info_ = {};
+    // Under Wine a killed process may hold its instance mutex a while longer; a start before it is
+    // gone would hand its argument over and end.
+    if (running) {
+        Poll(kTimeoutMs, [] {
+            const HANDLE mutex = OpenMutexW(SYNCHRONIZE, FALSE, L"Local\\Lumora.Player.Instance");
+            if (mutex) CloseHandle(mutex);
+            return mutex == nullptr;
+        });
+    }
 }
 
 HWND FindWindowOf(DWORD pid, const wchar_t* className, const std::string& title) {
@@ -154,54 +158,64 @@ std::vector<std::string> ListLines(HWND parent, int id) {
     return lines;
 }
 
-std::string StatusText(HWND parent, int id, int part) {
-    HWND bar = GetDlgItem(parent, id);
+std::string AskInto(HWND window, UINT message, WPARAM wParam, size_t bytes,
+                    const std::function<std::string(char* remote)>& fill) {
     DWORD pid = 0;
-    GetWindowThreadProcessId(bar, &pid);
+    GetWindowThreadProcessId(window, &pid);
+    std::string out(bytes, '\0');
     HANDLE process = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, pid);
-    if (!process) return {};
-    constexpr SIZE_T kBytes = 4096;
-    void* remote = VirtualAllocEx(process, nullptr, kBytes, MEM_COMMIT, PAGE_READWRITE);
-    std::wstring text;
-    if (remote) {
-        const LRESULT info = SendMessageW(bar, SB_GETTEXTLENGTHW, static_cast<WPARAM>(part), 0);
-        if (LOWORD(info) * sizeof(wchar_t) < kBytes) {
-            SendMessageW(bar, SB_GETTEXTW, static_cast<WPARAM>(part), reinterpret_cast<LPARAM>(remote));
-            text.assign(LOWORD(info) + 1u, L'\0');
-            SIZE_T read = 0;
-            ReadProcessMemory(process, remote, text.data(), text.size() * sizeof(wchar_t), &read);
-            text.resize(wcslen(text.c_str()));
+    if (!process) return out;
+    if (auto* remote = static_cast<char*>(VirtualAllocEx(process, nullptr, bytes, MEM_COMMIT, PAGE_READWRITE))) {
+        SIZE_T done = 0;
+        if (fill) {
+            const std::string in = fill(remote);
+            WriteProcessMemory(process, remote, in.data(), std::min(in.size(), bytes), &done);
         }
+        SendMessageW(window, message, wParam, reinterpret_cast<LPARAM>(remote));
+        ReadProcessMemory(process, remote, out.data(), bytes, &done);
         VirtualFreeEx(process, remote, 0, MEM_RELEASE);
     }
     CloseHandle(process);
-    return Narrow(text);
+    return out;
+}
+
+namespace {
+std::string WideText(const std::string& bytes) {
+    std::wstring text(reinterpret_cast<const wchar_t*>(bytes.data()), bytes.size() / sizeof(wchar_t));
+    return Narrow(text.c_str());
+}
+}  // namespace
+
+std::string StatusText(HWND parent, int id, int part) {
+    return WideText(AskInto(GetDlgItem(parent, id), SB_GETTEXTW, static_cast<WPARAM>(part), 4096));
 }
 
 std::string ToolTipText(HWND tips, HWND control) {
-    DWORD pid = 0;
-    GetWindowThreadProcessId(tips, &pid);
-    HANDLE process = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, pid);
-    if (!process) return {};
-    constexpr SIZE_T kChars = 1024;
-    auto* remote = static_cast<char*>(VirtualAllocEx(process, nullptr, sizeof(TOOLINFOW) + kChars * sizeof(wchar_t),
-                                                     MEM_COMMIT, PAGE_READWRITE));
-    std::wstring text(kChars, L'\0');
-    if (remote) {
-        TOOLINFOW info{};
-        info.cbSize = TTTOOLINFOW_V2_SIZE;
-        info.hwnd = GetParent(control);
-        info.uId = reinterpret_cast<UINT_PTR>(control);
-        info.lpszText = reinterpret_cast<wchar_t*>(remote + sizeof(TOOLINFOW));
-        SIZE_T done = 0;
-        WriteProcessMemory(process, remote, &info, sizeof info, &done);
-        SendMessageW(tips, TTM_GETTEXTW, kChars, reinterpret_cast<LPARAM>(remote));
-        ReadProcessMemory(process, remote + sizeof(TOOLINFOW), text.data(), kChars * sizeof(wchar_t), &done);
-        VirtualFreeEx(process, remote, 0, MEM_RELEASE);
-    }
-    CloseHandle(process);
-    text.resize(wcsnlen(text.c_str(), kChars));
-    return Narrow(text);
+    // The tool's record, then room for its text, which the record points at.
+    constexpr size_t kChars = 1024;
+    const std::string answer = AskInto(tips, TTM_GETTEXTW, kChars, sizeof(TOOLINFOW) + kChars * sizeof(wchar_t),
+                                       [&](char* remote) {
+                                           TOOLINFOW info{};
+                                           info.cbSize = TTTOOLINFOW_V2_SIZE;
+                                           info.hwnd = GetParent(control);
+                                           info.uId = reinterpret_cast<UINT_PTR>(control);
+                                           info.lpszText = reinterpret_cast<wchar_t*>(remote + sizeof(TOOLINFOW));
+                                           return std::string(reinterpret_cast<const char*>(&info), sizeof info);
+                                       });
+    return WideText(answer.substr(sizeof(TOOLINFOW)));
+}
+
+RECT AskRect(HWND control, UINT message) {
+    RECT r{};
+    const std::string bytes = AskInto(control, message, 0, sizeof r);
+    std::memcpy(&r, bytes.data(), sizeof r);
+    return r;
+}
+
+int Seconds(const std::string& hhmmss) {
+    int h = 0, m = 0, s = 0;
+    if (std::sscanf(hhmmss.c_str(), "%d:%d:%d", &h, &m, &s) != 3) return -1;
+    return h * 3600 + m * 60 + s;
 }
 
 void Click(HWND parent, int id) {
@@ -215,6 +229,14 @@ HWND WaitForBox(const std::string& title, DWORD ms) { return WaitForWindow(0, L"
 std::string BoxText(HWND box) { return ControlText(box, IDC_BOX_TEXT); }
 
 void AnswerBox(HWND box, int buttonId) { Click(box, buttonId); }
+
+std::string CloseBox(const std::string& title, int buttonId) {
+    HWND box = WaitForBox(title);
+    if (!box) return "(no box)";
+    const std::string text = BoxText(box);
+    AnswerBox(box, buttonId);
+    return text;
+}
 
 void TypeAndConfirm(HWND box, const std::string& text) {
     SendMessageW(GetDlgItem(box, IDC_BOX_EDIT), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Widen(text).c_str()));
@@ -232,11 +254,13 @@ void AnswerFileDialog(HWND dialog, const std::string& path) {
     PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(dialog, IDOK)));
 }
 
-std::wstring LumoraExe() {
+std::string Env(const wchar_t* name) {
     wchar_t buf[MAX_PATH] = {};
-    GetEnvironmentVariableW(L"LUMORA_EXE", buf, MAX_PATH);
-    return buf;
+    GetEnvironmentVariableW(name, buf, MAX_PATH);
+    return Narrow(buf);
 }
+
+std::wstring LumoraExe() { return Widen(Env(L"LUMORA_EXE")); }
 
 void StoreOption(const char* name, const char* text) {
     constexpr char kSetupKey[] = "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup";
@@ -318,5 +342,15 @@ bool Session::WaitForLineCount(size_t count) const {
 }
 
 bool Session::Playing() const { return WaitForControlText(main, ids::IDC_MAIN_PLAY, "暂停") == "暂停"; }
+
+bool Session::Stopped() const { return WaitForControlText(main, ids::IDC_MAIN_PLAY, "播放") == "播放"; }
+
+std::string Session::Title() const { return ControlText(main, ids::IDC_MAIN_TITLE); }
+
+int Session::Time() const { return Seconds(ControlText(main, ids::IDC_MAIN_TIME)); }
+
+bool Session::WaitForTitle(const std::string& title, DWORD ms) const {
+    return WaitFor([&] { return Title() == title; }, ms);
+}
 
 }  // namespace lumora::e2e

@@ -3,6 +3,8 @@
 // messages, as a user would through the mouse and keyboard.
 #include <windows.h>
 
+#include <gtest/gtest.h>
+
 #include <filesystem>
 #include <functional>
 #include <optional>
@@ -29,6 +31,8 @@ public:
     DWORD Id() const { return info_.dwProcessId; }
     // True when the process ended within the time; its exit code in `code`.
     bool WaitForExit(DWORD ms, DWORD* code = nullptr) const;
+    // Ends the process if it still runs, and waits until its instance mutex is gone too, so that the
+    // next start is a first start again.
     void Kill();
 
 private:
@@ -43,16 +47,21 @@ HWND WaitForWindow(DWORD pid, const wchar_t* className, const std::string& title
 std::vector<HWND> AllWindows(const wchar_t* className);
 
 std::string Text(HWND window);
+// Sends `message` to a window of another process with lParam pointing at a buffer of `bytes` in that
+// process, first filled by `fill` (given the buffer's address there); returns the buffer afterwards.
+std::string AskInto(HWND window, UINT message, WPARAM wParam, size_t bytes,
+                    const std::function<std::string(char* remote)>& fill = nullptr);
 std::string ControlText(HWND parent, int id);
 // Waits until the control shows `expected`; returns what it shows in the end.
 std::string WaitForControlText(HWND parent, int id, const std::string& expected, DWORD ms = kTimeoutMs);
 std::vector<std::string> ListLines(HWND parent, int id);
-// A status bar panel: read through a buffer in the other process.
 std::string StatusText(HWND parent, int id, int part);
-
-// The text a tooltip window holds for `control` (a tool added by its window handle), read through a
-// buffer in the other process.
+// The text a tooltip window holds for `control` (a tool added by its window handle).
 std::string ToolTipText(HWND tips, HWND control);
+// A rectangle a control answers into memory (TBM_GETTHUMBRECT, TBM_GETCHANNELRECT).
+RECT AskRect(HWND control, UINT message);
+// "00:01:02" in seconds; -1 for anything else ("-").
+int Seconds(const std::string& hhmmss);
 
 void Click(HWND parent, int id);
 void Command(HWND window, int id);
@@ -61,12 +70,16 @@ void Command(HWND window, int id);
 HWND WaitForBox(const std::string& title, DWORD ms = kTimeoutMs);
 std::string BoxText(HWND box);
 void AnswerBox(HWND box, int buttonId);
+// Waits for the box of that title, answers it with `buttonId` and returns its text; "(no box)"
+// when none came.
+std::string CloseBox(const std::string& title, int buttonId = IDOK);
 void TypeAndConfirm(HWND box, const std::string& text);
 // The system's open or save dialog (found with WaitForBox by its title): types the full path and
 // presses its OK button.
 void AnswerFileDialog(HWND dialog, const std::string& path);
 
 // Test set-up.
+std::string Env(const wchar_t* name);
 // The Lumora.exe under test, from LUMORA_EXE.
 std::wstring LumoraExe();
 // An option as Lumora keeps it: REG_BINARY decimal text in the setup key.
@@ -111,6 +124,22 @@ struct Session {
     bool WaitForLines(const std::vector<std::string>& expected) const;
     bool WaitForLineCount(size_t count) const;
     bool Playing() const;  // waits until the play button offers to pause
+    bool Stopped() const;  // waits until the play button offers to play
+    std::string Title() const;
+    int Time() const;  // the time shown, in seconds
+    bool WaitForTitle(const std::string& title, DWORD ms = kTimeoutMs) const;
+};
+
+// A test of one Lumora on a machine that never ran it.
+class SessionTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_FALSE(LumoraExe().empty()) << "LUMORA_EXE is not set";
+        ForgetSettings();
+    }
+    void TearDown() override { lumora_.process.Kill(); }
+
+    Session lumora_;
 };
 
 }  // namespace lumora::e2e

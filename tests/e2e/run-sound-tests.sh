@@ -14,7 +14,7 @@ for i in 1 2 3; do
     sox -n -r 44100 -c 2 "$work/t$i.wav" synth 2 sine $((300 + 200 * i)) vol 0.5
     lame --quiet -b 128 "$work/t$i.wav" "$work/media/tones/tone$i.mp3"
 done
-sox -n -r 44100 -c 2 "$work/long.wav" synth 12 sine 500 vol 0.5
+sox -n -r 44100 -c 2 "$work/long.wav" synth 20 sine 500 vol 0.5
 lame --quiet -b 128 "$work/long.wav" "$work/media/long.mp3"
 # Variable bit rate at every MPEG version's rates: lame -V 2 and -V 9 of a 4 s tone.
 mkdir -p "$work/media/vbr"
