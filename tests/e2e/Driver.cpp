@@ -17,46 +17,6 @@
 #include "ui/ControlIds.h"
 
 namespace lumora::e2e {
-namespace {
-
-constexpr DWORD kPollMs = 50;
-
-struct Search {
-    DWORD pid;
-    const wchar_t* className;
-    std::wstring title;
-    std::vector<HWND> found;
-};
-
-BOOL CALLBACK Collect(HWND hwnd, LPARAM lp) {
-    auto* s = reinterpret_cast<Search*>(lp);
-    wchar_t cls[128] = {};
-    GetClassNameW(hwnd, cls, 128);
-    if (lstrcmpW(cls, s->className) != 0) return TRUE;
-    DWORD pid = 0;
-    GetWindowThreadProcessId(hwnd, &pid);
-    if (s->pid && pid != s->pid) return TRUE;
-    if (!s->title.empty()) {
-        wchar_t title[512] = {};
-        GetWindowTextW(hwnd, title, 512);
-        if (s->title != title) return TRUE;
-    }
-    s->found.push_back(hwnd);
-    return TRUE;
-}
-
-template <typename F>
-auto Poll(DWORD ms, F f) -> decltype(f()) {
-    const DWORD start = GetTickCount();
-    for (;;) {
-        auto result = f();
-        if (result || GetTickCount() - start >= ms) return result;
-        Sleep(kPollMs);
-    }
-}
-
-}  // namespace
-
 LumoraProcess::~LumoraProcess() { Kill(); }
 
 LumoraProcess::LumoraProcess(LumoraProcess&& other) noexcept : info_(std::exchange(other.info_, {})) {}
@@ -102,7 +62,7 @@ void LumoraProcess::Kill() {
     // Under Wine a killed process may hold its instance mutex a while longer; a start before it is
     // gone would hand its argument over and end.
     if (running) {
-        Poll(kTimeoutMs, [] {
+        WaitFor([] {
             const HANDLE mutex = OpenMutexW(SYNCHRONIZE, FALSE, L"Local\\Lumora.Player.Instance");
             if (mutex) CloseHandle(mutex);
             return mutex == nullptr;
@@ -110,20 +70,27 @@ void LumoraProcess::Kill() {
     }
 }
 
+std::vector<HWND> AllWindows(const wchar_t* className) {
+    std::vector<HWND> all;
+    for (HWND w = nullptr; (w = FindWindowExW(nullptr, w, className, nullptr)) != nullptr;) all.push_back(w);
+    return all;
+}
+
 HWND FindWindowOf(DWORD pid, const wchar_t* className, const std::string& title) {
-    Search s{pid, className, Widen(title), {}};
-    EnumWindows(Collect, reinterpret_cast<LPARAM>(&s));
-    return s.found.empty() ? nullptr : s.found.front();
+    for (HWND w : AllWindows(className)) {
+        DWORD owner = 0;
+        GetWindowThreadProcessId(w, &owner);
+        wchar_t text[512] = {};  // read without a message: the window's thread may be busy
+        GetWindowTextW(w, text, 512);
+        if ((!pid || owner == pid) && (title.empty() || Narrow(text) == title)) return w;
+    }
+    return nullptr;
 }
 
 HWND WaitForWindow(DWORD pid, const wchar_t* className, const std::string& title, DWORD ms) {
-    return Poll(ms, [&] { return FindWindowOf(pid, className, title); });
-}
-
-std::vector<HWND> AllWindows(const wchar_t* className) {
-    Search s{0, className, {}, {}};
-    EnumWindows(Collect, reinterpret_cast<LPARAM>(&s));
-    return s.found;
+    HWND found = nullptr;
+    WaitFor([&] { return (found = FindWindowOf(pid, className, title)) != nullptr; }, ms);
+    return found;
 }
 
 std::string Text(HWND window) {
@@ -137,25 +104,8 @@ std::string ControlText(HWND parent, int id) { return Text(GetDlgItem(parent, id
 
 std::string WaitForControlText(HWND parent, int id, const std::string& expected, DWORD ms) {
     std::string last;
-    Poll(ms, [&] {
-        last = ControlText(parent, id);
-        return last == expected;
-    });
+    WaitFor([&] { return (last = ControlText(parent, id)) == expected; }, ms);
     return last;
-}
-
-std::vector<std::string> ListLines(HWND parent, int id) {
-    HWND list = GetDlgItem(parent, id);
-    std::vector<std::string> lines;
-    const LRESULT count = SendMessageW(list, LB_GETCOUNT, 0, 0);
-    for (LRESULT i = 0; i < count; ++i) {
-        const LRESULT len = SendMessageW(list, LB_GETTEXTLEN, static_cast<WPARAM>(i), 0);
-        std::wstring line(static_cast<size_t>(len > 0 ? len : 0) + 1, L'\0');
-        SendMessageW(list, LB_GETTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(line.data()));
-        line.resize(wcslen(line.c_str()));
-        lines.push_back(Narrow(line));
-    }
-    return lines;
 }
 
 std::string AskInto(HWND window, UINT message, WPARAM wParam, size_t bytes,
@@ -272,14 +222,12 @@ void StoreOption(const char* name, const char* text) {
 std::string Cp936(const std::string& utf8) { return Utf8ToCp936(utf8).value_or(std::string()); }
 
 void WriteBytes(const std::filesystem::path& path, const std::string& bytes) {
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out << bytes;
+    std::ofstream(path, std::ios::binary) << bytes;
 }
 
 std::string ReadBytes(const std::filesystem::path& path) {
-    std::ifstream in(path, std::ios::binary);
     std::ostringstream s;
-    s << in.rdbuf();
+    s << std::ifstream(path, std::ios::binary).rdbuf();
     return s.str();
 }
 
@@ -305,7 +253,12 @@ std::optional<RegistryValue> ReadOption(const char* name) {
 
 void ForgetSettings() { WinRegistry().DeleteKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft"); }
 
-bool WaitFor(const std::function<bool()>& done, DWORD ms) { return Poll(ms, done); }
+bool WaitFor(const std::function<bool()>& done, DWORD ms) {
+    for (const DWORD start = GetTickCount();; Sleep(50)) {
+        if (done()) return true;
+        if (GetTickCount() - start >= ms) return false;
+    }
+}
 
 std::string Quoted(const std::string& path) { return "\"" + path + "\""; }
 
@@ -331,7 +284,16 @@ bool Session::Start(const std::string& tail, const std::wstring& exe) {
     return main && list;
 }
 
-std::vector<std::string> Session::Lines() const { return ListLines(list, ids::IDC_PLAYLIST_LINES); }
+std::vector<std::string> Session::Lines() const {
+    HWND lines = GetDlgItem(list, ids::IDC_PLAYLIST_LINES);
+    std::vector<std::string> out;
+    for (LRESULT i = 0, count = SendMessageW(lines, LB_GETCOUNT, 0, 0); i < count; ++i) {
+        std::wstring line(static_cast<size_t>(SendMessageW(lines, LB_GETTEXTLEN, i, 0)) + 1, L'\0');
+        SendMessageW(lines, LB_GETTEXT, i, reinterpret_cast<LPARAM>(line.data()));
+        out.push_back(Narrow(line.c_str()));
+    }
+    return out;
+}
 
 bool Session::WaitForLines(const std::vector<std::string>& expected) const {
     return WaitFor([&] { return Lines() == expected; });

@@ -54,7 +54,6 @@ std::string AskInto(HWND window, UINT message, WPARAM wParam, size_t bytes,
 std::string ControlText(HWND parent, int id);
 // Waits until the control shows `expected`; returns what it shows in the end.
 std::string WaitForControlText(HWND parent, int id, const std::string& expected, DWORD ms = kTimeoutMs);
-std::vector<std::string> ListLines(HWND parent, int id);
 std::string StatusText(HWND parent, int id, int part);
 // The text a tooltip window holds for `control` (a tool added by its window handle).
 std::string ToolTipText(HWND tips, HWND control);

@@ -6,7 +6,8 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
+#include <filesystem>
+#include <fstream>
 #include <tuple>
 
 #include "e2e/Driver.h"
@@ -21,19 +22,7 @@ using namespace ids;
 long long UnixMs() {
     FILETIME ft;
     GetSystemTimeAsFileTime(&ft);
-    const unsigned long long t = (static_cast<unsigned long long>(ft.dwHighDateTime) << 32) | ft.dwLowDateTime;
-    return static_cast<long long>((t - 116444736000000000ULL) / 10000ULL);
-}
-
-// Marks the next `ms` milliseconds as sounding or silent, for the recording check.
-void Hold(const char* kind, DWORD ms, const std::string& label) {
-    const long long from = UnixMs();
-    Sleep(ms);
-    const long long to = UnixMs();
-    FILE* f = _wfopen(Widen(Env(L"LUMORA_EVENT_LOG")).c_str(), L"a");
-    if (!f) return;
-    std::fprintf(f, "%s %lld %lld %s\n", kind, from, to, label.c_str());
-    std::fclose(f);
+    return static_cast<long long>((ULARGE_INTEGER{{ft.dwLowDateTime, ft.dwHighDateTime}}.QuadPart - 116444736000000000ULL) / 10000);
 }
 
 // The label's text fits its control (width and height) in the control's own font.
@@ -78,8 +67,12 @@ protected:
         SendMessageW(slider, TBM_SETPOS, TRUE, pos);
         PostMessageW(main_, WM_HSCROLL, MAKEWPARAM(TB_ENDTRACK, 0), reinterpret_cast<LPARAM>(slider));
     }
-    std::string Label(const std::string& what) const {
-        return std::string(GetParam() == "0" ? "decoder1-" : "decoder2-") + what;
+    // Marks the next `ms` milliseconds as sounding or silent, for the recording check.
+    void Hold(const char* kind, DWORD ms, const std::string& what) {
+        const long long from = UnixMs();
+        Sleep(ms);
+        std::ofstream(std::filesystem::path(Widen(Env(L"LUMORA_EVENT_LOG"))), std::ios::app)
+            << kind << ' ' << from << ' ' << UnixMs() << (GetParam() == "0" ? " decoder1-" : " decoder2-") << what << '\n';
     }
 
     HWND main_ = nullptr;
@@ -92,20 +85,20 @@ TEST_P(SoundPlayback, LongFileThroughTheTransport) {
     ASSERT_TRUE(Start("\\long.mp3"));
     ASSERT_TRUE(lumora_.Playing());
     Sleep(700);
-    Hold("sound", 1000, Label("playing"));
+    Hold("sound", 1000, "playing");
     {
         SCOPED_TRACE("pause holds the time and is silent; play resumes from there");
         Click(main_, IDC_MAIN_PLAY);
         ASSERT_TRUE(lumora_.Stopped());
         Sleep(700);  // what the sound server had already taken still plays out
         const int pausedAt = lumora_.Time();
-        Hold("silence", 1000, Label("paused"));
+        Hold("silence", 1000, "paused");
         EXPECT_EQ(lumora_.Time(), pausedAt);
         EXPECT_GE(pausedAt, 1);
         Click(main_, IDC_MAIN_PLAY);
         ASSERT_TRUE(lumora_.Playing());
         Sleep(600);
-        Hold("sound", 800, Label("resumed"));
+        Hold("sound", 800, "resumed");
         EXPECT_GE(lumora_.Time(), pausedAt);
     }
     {
@@ -113,7 +106,7 @@ TEST_P(SoundPlayback, LongFileThroughTheTransport) {
         for (const int level : {20, 8, 2}) {
             MoveSlider(IDC_MAIN_VOLUME, level);
             Sleep(700);  // what the sound server holds plays out at the old level
-            Hold(level == 20 ? "sound" : "quieter", 800, Label("volume-" + std::to_string(level)));
+            Hold(level == 20 ? "sound" : "quieter", 800, "volume-" + std::to_string(level));
         }
         MoveSlider(IDC_MAIN_VOLUME, 20);
     }
@@ -122,7 +115,7 @@ TEST_P(SoundPlayback, LongFileThroughTheTransport) {
         MoveSlider(IDC_MAIN_SPEED, 150);
         Sleep(700);
         // The speed's texts are the controller's (unit tested); here the slider and its reset are real.
-        Hold("sound", 600, Label("after-speed-change"));
+        Hold("sound", 600, "after-speed-change");
         HWND slider = GetDlgItem(main_, IDC_MAIN_SPEED);
         PostMessageW(slider, WM_LBUTTONDBLCLK, 0, MAKELPARAM(5, 5));
         EXPECT_TRUE(WaitFor([&] { return SendMessageW(slider, TBM_GETPOS, 0, 0) == 100; }));
@@ -132,7 +125,7 @@ TEST_P(SoundPlayback, LongFileThroughTheTransport) {
         Click(main_, IDC_MAIN_STOP);
         ASSERT_TRUE(lumora_.Stopped());
         Sleep(400);
-        Hold("silence", 800, Label("stopped"));
+        Hold("silence", 800, "stopped");
         EXPECT_EQ(ControlText(main_, IDC_MAIN_TIME), "-");
     }
     {
@@ -160,7 +153,7 @@ TEST_P(SoundPlayback, LongFileThroughTheTransport) {
             previous = t;
         }
         EXPECT_EQ(loops, 5);
-        Hold("sound", 600, Label("segment-after-five-loops"));
+        Hold("sound", 600, "segment-after-five-loops");
     }
 }
 
@@ -180,7 +173,7 @@ TEST_P(SoundPlayback, NextPreviousAndEndOfFileByMode) {
     EXPECT_TRUE(lumora_.Stopped());
     EXPECT_EQ(lumora_.Title(), LineName(2));
     Sleep(300);
-    Hold("silence", 700, Label("normal-after-last"));
+    Hold("silence", 700, "normal-after-last");
 
     // Repeat all: after the last comes the first.
     Click(main_, IDC_MAIN_MODE_LOOP);
@@ -190,7 +183,7 @@ TEST_P(SoundPlayback, NextPreviousAndEndOfFileByMode) {
     ASSERT_TRUE(lumora_.WaitForTitle(LineName(2)));
     EXPECT_TRUE(lumora_.WaitForTitle(LineName(0)));
     Sleep(300);
-    Hold("sound", 700, Label("repeat-all-wrapped"));
+    Hold("sound", 700, "repeat-all-wrapped");
 
     // Repeat one: the same entry again.
     Click(main_, IDC_MAIN_MODE_LOOP);
@@ -202,7 +195,7 @@ TEST_P(SoundPlayback, NextPreviousAndEndOfFileByMode) {
     EXPECT_TRUE(WaitFor([&] { return lumora_.Time() == 0 && ControlText(main_, IDC_MAIN_PLAY) == "暂停"; }, 6000));
     EXPECT_EQ(lumora_.Title(), LineName(1));
     Sleep(400);
-    Hold("sound", 500, Label("repeat-one-again"));
+    Hold("sound", 500, "repeat-one-again");
 }
 
 // VBR files of every rate play to their end, whatever their frames' bit rates.
@@ -212,7 +205,7 @@ TEST_P(SoundPlayback, VariableBitRateFilesPlayToTheirEnd) {
         ASSERT_TRUE(lumora_.Playing()) << name;
         const DWORD started = GetTickCount();
         Sleep(2900);  // the tone is 4 s long
-        Hold("sound", 600, Label(std::string("vbr-") + name + "-near-its-end"));
+        Hold("sound", 600, std::string("vbr-") + name + "-near-its-end");
         EXPECT_TRUE(lumora_.Stopped()) << name;
         EXPECT_GE(GetTickCount() - started, 3500u) << name;
     }
@@ -241,7 +234,7 @@ TEST_P(SoundPlayback, VideoOpensItsWindowAtThePicturesSizeAndSounds) {
         GetClientRect(video, &r);
         EXPECT_EQ(std::pair(r.right, r.bottom), std::pair(width, height)) << file;
         Sleep(1000);  // the MPEG filters take a moment before the sound flows
-        Hold("sound", 800, Label(file));
+        Hold("sound", 800, file);
     }
 }
 
