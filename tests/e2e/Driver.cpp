@@ -100,8 +100,6 @@ std::string Text(HWND window) {
     return Narrow(buf);
 }
 
-std::string ControlText(HWND parent, int id) { return Text(GetDlgItem(parent, id)); }
-
 std::string WaitForControlText(HWND parent, int id, const std::string& expected, DWORD ms) {
     std::string last;
     WaitFor([&] { return (last = ControlText(parent, id)) == expected; }, ms);
@@ -168,21 +166,22 @@ int Seconds(const std::string& hhmmss) {
     return h * 3600 + m * 60 + s;
 }
 
-void Click(HWND parent, int id) {
-    PostMessageW(parent, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(parent, id)));
+HWND WaitForBox(const std::string& title, DWORD ms) {
+    // A dialog has its title from its creation but its texts only once initialised, when it shows.
+    HWND box = nullptr;
+    WaitFor([&] { return (box = FindWindowOf(0, L"#32770", title)) != nullptr && IsWindowVisible(box); }, ms);
+    return box && IsWindowVisible(box) ? box : nullptr;
 }
-
-void Command(HWND window, int id) { PostMessageW(window, WM_COMMAND, MAKEWPARAM(id, 0), 0); }
-
-HWND WaitForBox(const std::string& title, DWORD ms) { return WaitForWindow(0, L"#32770", title, ms); }
 
 std::string BoxText(HWND box) { return ControlText(box, IDC_BOX_TEXT); }
 
-void AnswerBox(HWND box, int buttonId) { Click(box, buttonId); }
-
 std::string CloseBox(const std::string& title, int buttonId) {
     HWND box = WaitForBox(title);
-    if (!box) return "(no box)";
+    if (!box) {
+        std::string open = "(no box; open:";  // what came instead
+        for (HWND w : AllWindows(L"#32770")) open += " [" + Text(w) + ": " + BoxText(w) + "]";
+        return open + ")";
+    }
     const std::string text = BoxText(box);
     AnswerBox(box, buttonId);
     return text;
@@ -210,16 +209,12 @@ std::string Env(const wchar_t* name) {
     return Narrow(buf);
 }
 
-std::wstring LumoraExe() { return Widen(Env(L"LUMORA_EXE")); }
-
 void StoreOption(const char* name, const char* text) {
     constexpr char kSetupKey[] = "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup";
     WinRegistry reg;
     reg.CreateKey(RegistryRoot::LocalMachine, kSetupKey);
     reg.WriteBinary(RegistryRoot::LocalMachine, kSetupKey, name, text);
 }
-
-std::string Cp936(const std::string& utf8) { return Utf8ToCp936(utf8).value_or(std::string()); }
 
 void WriteBytes(const std::filesystem::path& path, const std::string& bytes) {
     std::ofstream(path, std::ios::binary) << bytes;
@@ -260,10 +255,6 @@ bool WaitFor(const std::function<bool()>& done, DWORD ms) {
     }
 }
 
-std::string Quoted(const std::string& path) { return "\"" + path + "\""; }
-
-std::string PathText(const std::filesystem::path& path) { return Narrow(path.wstring()); }
-
 TempFolder::TempFolder(const std::wstring& name) {
     wchar_t tmp[MAX_PATH];
     GetTempPathW(MAX_PATH, tmp);
@@ -293,26 +284,6 @@ std::vector<std::string> Session::Lines() const {
         out.push_back(Narrow(line.c_str()));
     }
     return out;
-}
-
-bool Session::WaitForLines(const std::vector<std::string>& expected) const {
-    return WaitFor([&] { return Lines() == expected; });
-}
-
-bool Session::WaitForLineCount(size_t count) const {
-    return WaitFor([&] { return Lines().size() == count; });
-}
-
-bool Session::Playing() const { return WaitForControlText(main, ids::IDC_MAIN_PLAY, "暂停") == "暂停"; }
-
-bool Session::Stopped() const { return WaitForControlText(main, ids::IDC_MAIN_PLAY, "播放") == "播放"; }
-
-std::string Session::Title() const { return ControlText(main, ids::IDC_MAIN_TITLE); }
-
-int Session::Time() const { return Seconds(ControlText(main, ids::IDC_MAIN_TIME)); }
-
-bool Session::WaitForTitle(const std::string& title, DWORD ms) const {
-    return WaitFor([&] { return Title() == title; }, ms);
 }
 
 }  // namespace lumora::e2e

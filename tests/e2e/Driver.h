@@ -11,7 +11,10 @@
 #include <string>
 #include <vector>
 
+#include "platform/WinText_win.h"
 #include "ports/Registry.h"
+#include "ports/TextCodec.h"
+#include "ui/ControlIds.h"
 
 namespace lumora::e2e {
 
@@ -24,7 +27,6 @@ public:
     ~LumoraProcess();
     LumoraProcess(LumoraProcess&& other) noexcept;
     LumoraProcess& operator=(LumoraProcess&& other) noexcept;
-    LumoraProcess(const LumoraProcess&) = delete;
 
     // Starts `exe` with `tail` as its command tail.
     static LumoraProcess Start(const std::wstring& exe, const std::string& tail);
@@ -51,7 +53,7 @@ std::string Text(HWND window);
 // process, first filled by `fill` (given the buffer's address there); returns the buffer afterwards.
 std::string AskInto(HWND window, UINT message, WPARAM wParam, size_t bytes,
                     const std::function<std::string(char* remote)>& fill = nullptr);
-std::string ControlText(HWND parent, int id);
+inline std::string ControlText(HWND parent, int id) { return Text(GetDlgItem(parent, id)); }
 // Waits until the control shows `expected`; returns what it shows in the end.
 std::string WaitForControlText(HWND parent, int id, const std::string& expected, DWORD ms = kTimeoutMs);
 std::string StatusText(HWND parent, int id, int part);
@@ -62,15 +64,17 @@ RECT AskRect(HWND control, UINT message);
 // "00:01:02" in seconds; -1 for anything else ("-").
 int Seconds(const std::string& hhmmss);
 
-void Click(HWND parent, int id);
-void Command(HWND window, int id);
+inline void Click(HWND parent, int id) {
+    PostMessageW(parent, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(parent, id)));
+}
+inline void Command(HWND window, int id) { PostMessageW(window, WM_COMMAND, MAKEWPARAM(id, 0), 0); }
 
 // Lumora's own message and input boxes are dialogs; found by title.
 HWND WaitForBox(const std::string& title, DWORD ms = kTimeoutMs);
 std::string BoxText(HWND box);
-void AnswerBox(HWND box, int buttonId);
-// Waits for the box of that title, answers it with `buttonId` and returns its text; "(no box)"
-// when none came.
+inline void AnswerBox(HWND box, int buttonId) { Click(box, buttonId); }
+// Waits for the box of that title, answers it with `buttonId` and returns its text; when none came,
+// the boxes open instead.
 std::string CloseBox(const std::string& title, int buttonId = IDOK);
 void TypeAndConfirm(HWND box, const std::string& text);
 // The system's open or save dialog (found with WaitForBox by its title): types the full path and
@@ -80,10 +84,10 @@ void AnswerFileDialog(HWND dialog, const std::string& path);
 // Test set-up.
 std::string Env(const wchar_t* name);
 // The Lumora.exe under test, from LUMORA_EXE.
-std::wstring LumoraExe();
+inline std::wstring LumoraExe() { return Widen(Env(L"LUMORA_EXE")); }
 // An option as Lumora keeps it: REG_BINARY decimal text in the setup key.
 void StoreOption(const char* name, const char* text);
-std::string Cp936(const std::string& utf8);
+inline std::string Cp936(const std::string& utf8) { return Utf8ToCp936(utf8).value_or(std::string()); }
 void WriteBytes(const std::filesystem::path& path, const std::string& bytes);
 std::string ReadBytes(const std::filesystem::path& path);
 // A RIFF WAVE file of `seconds` of silence: 8 kHz, mono, 8 bits, which the movie device plays.
@@ -94,8 +98,8 @@ std::optional<RegistryValue> ReadOption(const char* name);
 void ForgetSettings();
 // Polls until `done` answers true; false when the time ran out.
 bool WaitFor(const std::function<bool()>& done, DWORD ms = kTimeoutMs);
-std::string Quoted(const std::string& path);
-std::string PathText(const std::filesystem::path& path);
+inline std::string Quoted(const std::string& path) { return "\"" + path + "\""; }
+inline std::string PathText(const std::filesystem::path& path) { return Narrow(path.wstring()); }
 
 // A fresh folder of that name in the temporary folder, removed again at the end.
 class TempFolder {
@@ -120,13 +124,20 @@ struct Session {
     // Starts Lumora and waits for both windows; false when either never came.
     bool Start(const std::string& tail, const std::wstring& exe = LumoraExe());
     std::vector<std::string> Lines() const;
-    bool WaitForLines(const std::vector<std::string>& expected) const;
-    bool WaitForLineCount(size_t count) const;
-    bool Playing() const;  // waits until the play button offers to pause
-    bool Stopped() const;  // waits until the play button offers to play
-    std::string Title() const;
-    int Time() const;  // the time shown, in seconds
-    bool WaitForTitle(const std::string& title, DWORD ms = kTimeoutMs) const;
+    bool WaitForLines(const std::vector<std::string>& expected) const {
+        return WaitFor([&] { return Lines() == expected; });
+    }
+    bool WaitForLineCount(size_t count) const {
+        return WaitFor([&] { return Lines().size() == count; });
+    }
+    // Wait until the play button offers to pause, or to play.
+    bool Playing() const { return WaitForControlText(main, ids::IDC_MAIN_PLAY, "暂停") == "暂停"; }
+    bool Stopped() const { return WaitForControlText(main, ids::IDC_MAIN_PLAY, "播放") == "播放"; }
+    std::string Title() const { return ControlText(main, ids::IDC_MAIN_TITLE); }
+    int Time() const { return Seconds(ControlText(main, ids::IDC_MAIN_TIME)); }  // the time shown, in seconds
+    bool WaitForTitle(const std::string& title, DWORD ms = kTimeoutMs) const {
+        return WaitFor([&] { return Title() == title; }, ms);
+    }
 };
 
 // A test of one Lumora on a machine that never ran it.

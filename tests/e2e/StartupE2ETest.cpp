@@ -91,11 +91,6 @@ TEST_F(LumoraE2E, StartsThatEndInABox) {
     }
 }
 
-BOOL CALLBACK CollectChild(HWND child, LPARAM all) {
-    reinterpret_cast<std::vector<HWND>*>(all)->push_back(child);
-    return TRUE;
-}
-
 // One Lumora started empty, worked as a user would in a first session, step by step.
 TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsClose) {
     const std::string mp3 = test::MpegFrames(1150), wave = SilentWave(30);  // half a minute each
@@ -118,13 +113,9 @@ TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsClose) {
             return tips != nullptr;
         });
         ASSERT_NE(tips, nullptr) << "the balloon-tip component made no tip window";
-        std::vector<HWND> children;
-        EnumChildWindows(main, CollectChild, reinterpret_cast<LPARAM>(&children));
-        size_t controls = 0;
-        for (HWND child : children) {
-            wchar_t cls[64] = {};
-            GetClassNameW(child, cls, 64);
-            if (lstrcmpiW(cls, L"msctls_statusbar32") != 0) ++controls;
+        size_t controls = 0;  // every child but the status bar
+        for (HWND child = nullptr; (child = FindWindowExW(main, child, nullptr, nullptr)) != nullptr;) {
+            controls += child != GetDlgItem(main, IDC_MAIN_STATUS);
         }
         EXPECT_GT(controls, 20u);
         EXPECT_EQ(static_cast<size_t>(SendMessageW(tips, TTM_GETTOOLCOUNT, 0, 0)), controls);
@@ -199,7 +190,8 @@ TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsClose) {
                                        " 命名。(请不要加后缀名)\r\n提示：单击“取消”停止加入该文件。\r\n注意：文件名不能有以下字符："
                                        "\r\n    \\ / : * ? < > | \r\n     否则添加会失败！！");
         TypeAndConfirm(rename, "第二首");
-        EXPECT_EQ(CloseBox("文件加入成功").rfind("文件已成功的加入“我的音乐库”。", 0), 0u);
+        const std::string done = CloseBox("文件加入成功");
+        EXPECT_EQ(done.rfind("文件已成功的加入“我的音乐库”。", 0), 0u) << playing << ": " << done;
         const std::string added = "第二首" + playing.substr(playing.rfind('.'));
         EXPECT_TRUE(fs::exists(library / Widen(added)));
         EXPECT_EQ(ReadBytes(library / L"我的音乐库.qlb"),
