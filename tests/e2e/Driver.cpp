@@ -17,6 +17,8 @@
 #include "ui/ControlIds.h"
 
 namespace lumora::e2e {
+
+constexpr char kSetupKey[] = "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup";
 LumoraProcess::~LumoraProcess() { Kill(); }
 
 LumoraProcess::LumoraProcess(LumoraProcess&& other) noexcept : info_(std::exchange(other.info_, {})) {}
@@ -210,10 +212,8 @@ std::string Env(const wchar_t* name) {
 }
 
 void StoreOption(const char* name, const char* text) {
-    constexpr char kSetupKey[] = "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup";
-    WinRegistry reg;
-    reg.CreateKey(RegistryRoot::LocalMachine, kSetupKey);
-    reg.WriteBinary(RegistryRoot::LocalMachine, kSetupKey, name, text);
+    WinRegistry().CreateKey(RegistryRoot::LocalMachine, kSetupKey);
+    WinRegistry().WriteBinary(RegistryRoot::LocalMachine, kSetupKey, name, text);
 }
 
 void WriteBytes(const std::filesystem::path& path, const std::string& bytes) {
@@ -240,9 +240,7 @@ std::string SilentWave(int seconds) {
 
 std::optional<RegistryValue> ReadOption(const char* name) {
     RegistryValue value;
-    if (WinRegistry().Read(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", name, value)) {
-        return std::nullopt;
-    }
+    if (WinRegistry().Read(RegistryRoot::LocalMachine, kSetupKey, name, value)) return std::nullopt;
     return value;
 }
 

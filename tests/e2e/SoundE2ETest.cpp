@@ -48,24 +48,19 @@ protected:
         SessionTest::SetUp();
         StoreOption("L25", GetParam().c_str());
     }
-    bool Start(const std::string& relative) {
-        const bool started = lumora_.Start(Quoted(Env(L"LUMORA_E2E_MEDIA") + relative));
-        main_ = lumora_.main;
-        list_ = lumora_.list;
-        return started;
-    }
+    bool Start(const std::string& relative) { return lumora_.Start(Quoted(Env(L"LUMORA_E2E_MEDIA") + relative)); }
     std::string LineName(size_t i) {
         const auto lines = lumora_.Lines();
         return i < lines.size() ? lines[i].substr(5, lines[i].size() - 6) : std::string();
     }
     void PlayLine(int index) {
-        SendDlgItemMessageW(list_, IDC_PLAYLIST_LINES, LB_SETCURSEL, static_cast<WPARAM>(index - 1), 0);
-        Command(list_, IDM_PLAYLIST_PLAY);
+        SendDlgItemMessageW(lumora_.list, IDC_PLAYLIST_LINES, LB_SETCURSEL, static_cast<WPARAM>(index - 1), 0);
+        Command(lumora_.list, IDM_PLAYLIST_PLAY);
     }
     void MoveSlider(int id, int pos) {
-        HWND slider = GetDlgItem(main_, id);
+        HWND slider = GetDlgItem(lumora_.main, id);
         SendMessageW(slider, TBM_SETPOS, TRUE, pos);
-        PostMessageW(main_, WM_HSCROLL, MAKEWPARAM(TB_ENDTRACK, 0), reinterpret_cast<LPARAM>(slider));
+        PostMessageW(lumora_.main, WM_HSCROLL, MAKEWPARAM(TB_ENDTRACK, 0), reinterpret_cast<LPARAM>(slider));
     }
     // Marks the next `ms` milliseconds as sounding or silent, for the recording check.
     void Hold(const char* kind, DWORD ms, const std::string& what) {
@@ -74,9 +69,6 @@ protected:
         std::ofstream(std::filesystem::path(Widen(Env(L"LUMORA_EVENT_LOG"))), std::ios::app)
             << kind << ' ' << from << ' ' << UnixMs() << (GetParam() == "0" ? " decoder1-" : " decoder2-") << what << '\n';
     }
-
-    HWND main_ = nullptr;
-    HWND list_ = nullptr;
 };
 
 // One long tone through the transport: pause, resume, the volume, the speed, stop and the A-B loop.
@@ -88,14 +80,14 @@ TEST_P(SoundPlayback, LongFileThroughTheTransport) {
     Hold("sound", 1000, "playing");
     {
         SCOPED_TRACE("pause holds the time and is silent; play resumes from there");
-        Click(main_, IDC_MAIN_PLAY);
+        Click(lumora_.main, IDC_MAIN_PLAY);
         ASSERT_TRUE(lumora_.Stopped());
         Sleep(700);  // what the sound server had already taken still plays out
         const int pausedAt = lumora_.Time();
         Hold("silence", 1000, "paused");
         EXPECT_EQ(lumora_.Time(), pausedAt);
         EXPECT_GE(pausedAt, 1);
-        Click(main_, IDC_MAIN_PLAY);
+        Click(lumora_.main, IDC_MAIN_PLAY);
         ASSERT_TRUE(lumora_.Playing());
         Sleep(600);
         Hold("sound", 800, "resumed");
@@ -116,33 +108,33 @@ TEST_P(SoundPlayback, LongFileThroughTheTransport) {
         Sleep(700);
         // The speed's texts are the controller's (unit tested); here the slider and its reset are real.
         Hold("sound", 600, "after-speed-change");
-        HWND slider = GetDlgItem(main_, IDC_MAIN_SPEED);
+        HWND slider = GetDlgItem(lumora_.main, IDC_MAIN_SPEED);
         PostMessageW(slider, WM_LBUTTONDBLCLK, 0, MAKELPARAM(5, 5));
         EXPECT_TRUE(WaitFor([&] { return SendMessageW(slider, TBM_GETPOS, 0, 0) == 100; }));
     }
     {
         SCOPED_TRACE("stop is silent and clears the time");
-        Click(main_, IDC_MAIN_STOP);
+        Click(lumora_.main, IDC_MAIN_STOP);
         ASSERT_TRUE(lumora_.Stopped());
         Sleep(400);
         Hold("silence", 800, "stopped");
-        EXPECT_EQ(ControlText(main_, IDC_MAIN_TIME), "-");
+        EXPECT_EQ(ControlText(lumora_.main, IDC_MAIN_TIME), "-");
     }
     {
         SCOPED_TRACE("A-B: at B playing goes back to A and on, five times; A and B show their whole times");
-        Click(main_, IDC_MAIN_PLAY);
+        Click(lumora_.main, IDC_MAIN_PLAY);
         ASSERT_TRUE(lumora_.Playing());
-        Click(main_, IDC_MAIN_SEGMENT);
+        Click(lumora_.main, IDC_MAIN_SEGMENT);
         ASSERT_TRUE(WaitFor([&] { return lumora_.Time() >= 1; }));
-        PostMessageW(main_, WM_COMMAND, MAKEWPARAM(IDC_MAIN_SEGMENT_A, STN_CLICKED), 0);
-        ASSERT_TRUE(WaitFor([&] { return ControlText(main_, IDC_MAIN_SEGMENT_A) != "A=N/A"; }));
-        const int a = Seconds(ControlText(main_, IDC_MAIN_SEGMENT_A).substr(2));
+        PostMessageW(lumora_.main, WM_COMMAND, MAKEWPARAM(IDC_MAIN_SEGMENT_A, STN_CLICKED), 0);
+        ASSERT_TRUE(WaitFor([&] { return ControlText(lumora_.main, IDC_MAIN_SEGMENT_A) != "A=N/A"; }));
+        const int a = Seconds(ControlText(lumora_.main, IDC_MAIN_SEGMENT_A).substr(2));
         ASSERT_TRUE(WaitFor([&] { return lumora_.Time() >= a + 2; }));
-        PostMessageW(main_, WM_COMMAND, MAKEWPARAM(IDC_MAIN_SEGMENT_B, STN_CLICKED), 0);
-        ASSERT_TRUE(WaitFor([&] { return ControlText(main_, IDC_MAIN_SEGMENT_B) != "B=N/A"; }));
-        EXPECT_TRUE(TextFits(main_, IDC_MAIN_SEGMENT_A));
-        EXPECT_TRUE(TextFits(main_, IDC_MAIN_SEGMENT_B));
-        const int b = Seconds(ControlText(main_, IDC_MAIN_SEGMENT_B).substr(2));
+        PostMessageW(lumora_.main, WM_COMMAND, MAKEWPARAM(IDC_MAIN_SEGMENT_B, STN_CLICKED), 0);
+        ASSERT_TRUE(WaitFor([&] { return ControlText(lumora_.main, IDC_MAIN_SEGMENT_B) != "B=N/A"; }));
+        EXPECT_TRUE(TextFits(lumora_.main, IDC_MAIN_SEGMENT_A));
+        EXPECT_TRUE(TextFits(lumora_.main, IDC_MAIN_SEGMENT_B));
+        const int b = Seconds(ControlText(lumora_.main, IDC_MAIN_SEGMENT_B).substr(2));
         int loops = 0;
         for (int previous = lumora_.Time(), i = 0; i < 100 && loops < 5; ++i) {
             Sleep(200);
@@ -162,9 +154,9 @@ TEST_P(SoundPlayback, NextPreviousAndEndOfFileByMode) {
     ASSERT_TRUE(lumora_.Playing());
     ASSERT_EQ(lumora_.Lines().size(), 3u);
     EXPECT_EQ(lumora_.Title(), LineName(0));
-    Click(main_, IDC_MAIN_NEXT);
+    Click(lumora_.main, IDC_MAIN_NEXT);
     EXPECT_TRUE(lumora_.WaitForTitle(LineName(1)));
-    Click(main_, IDC_MAIN_PREVIOUS);
+    Click(lumora_.main, IDC_MAIN_PREVIOUS);
     EXPECT_TRUE(lumora_.WaitForTitle(LineName(0)));
 
     // Normal: the last entry plays to its end and playing stops.
@@ -176,9 +168,9 @@ TEST_P(SoundPlayback, NextPreviousAndEndOfFileByMode) {
     Hold("silence", 700, "normal-after-last");
 
     // Repeat all: after the last comes the first.
-    Click(main_, IDC_MAIN_MODE_LOOP);
-    Click(main_, IDC_MAIN_MODE_LOOP);
-    EXPECT_EQ(WaitForControlText(main_, IDC_MAIN_MODE, "播放方式：全部循环"), "播放方式：全部循环");
+    Click(lumora_.main, IDC_MAIN_MODE_LOOP);
+    Click(lumora_.main, IDC_MAIN_MODE_LOOP);
+    EXPECT_EQ(WaitForControlText(lumora_.main, IDC_MAIN_MODE, "播放方式：全部循环"), "播放方式：全部循环");
     PlayLine(3);
     ASSERT_TRUE(lumora_.WaitForTitle(LineName(2)));
     EXPECT_TRUE(lumora_.WaitForTitle(LineName(0)));
@@ -186,13 +178,13 @@ TEST_P(SoundPlayback, NextPreviousAndEndOfFileByMode) {
     Hold("sound", 700, "repeat-all-wrapped");
 
     // Repeat one: the same entry again.
-    Click(main_, IDC_MAIN_MODE_LOOP);
-    EXPECT_EQ(WaitForControlText(main_, IDC_MAIN_MODE, "播放方式：单曲循环"), "播放方式：单曲循环");
+    Click(lumora_.main, IDC_MAIN_MODE_LOOP);
+    EXPECT_EQ(WaitForControlText(lumora_.main, IDC_MAIN_MODE, "播放方式：单曲循环"), "播放方式：单曲循环");
     PlayLine(2);
     ASSERT_TRUE(lumora_.WaitForTitle(LineName(1)));
     // Through the 2 s file once, then back at its start.
     ASSERT_TRUE(WaitFor([&] { return lumora_.Time() >= 1; }, 5000));
-    EXPECT_TRUE(WaitFor([&] { return lumora_.Time() == 0 && ControlText(main_, IDC_MAIN_PLAY) == "暂停"; }, 6000));
+    EXPECT_TRUE(WaitFor([&] { return lumora_.Time() == 0 && ControlText(lumora_.main, IDC_MAIN_PLAY) == "暂停"; }, 6000));
     EXPECT_EQ(lumora_.Title(), LineName(1));
     Sleep(400);
     Hold("sound", 500, "repeat-one-again");
@@ -245,14 +237,14 @@ TEST_P(SoundPlayback, BrokenFilesWithMediaNamesNeverStopThePlayer) {
     // and the window still answers.
     EXPECT_TRUE(lumora_.Stopped());
     DWORD_PTR answer = 0;
-    EXPECT_NE(SendMessageTimeoutW(main_, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 5000, &answer), 0);
+    EXPECT_NE(SendMessageTimeoutW(lumora_.main, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 5000, &answer), 0);
     DWORD code = 0;
     EXPECT_FALSE(lumora_.process.WaitForExit(0, &code)) << "Lumora ended with " << code;
     for (size_t i = 0; i < 6; ++i) {
         PlayLine(static_cast<int>(i) + 1);
         Sleep(300);
     }
-    EXPECT_NE(SendMessageTimeoutW(main_, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 5000, &answer), 0);
+    EXPECT_NE(SendMessageTimeoutW(lumora_.main, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 5000, &answer), 0);
     EXPECT_FALSE(lumora_.process.WaitForExit(0, &code));
 }
 
