@@ -2,7 +2,10 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <cstdint>
+#include <cstdio>
+#include <cstring>
 #include <fstream>
 #include <sstream>
 #include <utility>
@@ -14,46 +17,8 @@
 #include "ui/ControlIds.h"
 
 namespace lumora::e2e {
-namespace {
 
-constexpr DWORD kPollMs = 50;
-
-struct Search {
-    DWORD pid;
-    const wchar_t* className;
-    std::wstring title;
-    std::vector<HWND> found;
-};
-
-BOOL CALLBACK Collect(HWND hwnd, LPARAM lp) {
-    auto* s = reinterpret_cast<Search*>(lp);
-    wchar_t cls[128] = {};
-    GetClassNameW(hwnd, cls, 128);
-    if (lstrcmpW(cls, s->className) != 0) return TRUE;
-    DWORD pid = 0;
-    GetWindowThreadProcessId(hwnd, &pid);
-    if (s->pid && pid != s->pid) return TRUE;
-    if (!s->title.empty()) {
-        wchar_t title[512] = {};
-        GetWindowTextW(hwnd, title, 512);
-        if (s->title != title) return TRUE;
-    }
-    s->found.push_back(hwnd);
-    return TRUE;
-}
-
-template <typename F>
-auto Poll(DWORD ms, F f) -> decltype(f()) {
-    const DWORD start = GetTickCount();
-    for (;;) {
-        auto result = f();
-        if (result || GetTickCount() - start >= ms) return result;
-        Sleep(kPollMs);
-    }
-}
-
-}  // namespace
-
+constexpr char kSetupKey[] = "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup";
 LumoraProcess::~LumoraProcess() { Kill(); }
 
 LumoraProcess::LumoraProcess(LumoraProcess&& other) noexcept : info_(std::exchange(other.info_, {})) {}
@@ -67,15 +32,6 @@ LumoraProcess& LumoraProcess::operator=(LumoraProcess&& other) noexcept {
 }
 
 LumoraProcess LumoraProcess::Start(const std::wstring& exe, const std::string& tail) {
-    // A Lumora still on its way out (killed by the test before, its video threads not yet gone)
-    // holds the instance mutex, and the new start would hand its argument over and end.
-    const DWORD start = GetTickCount();
-    while (GetTickCount() - start < kTimeoutMs) {
-        const HANDLE running = OpenMutexW(SYNCHRONIZE, FALSE, L"Local\\Lumora.Player.Instance");
-        if (!running) break;
-        CloseHandle(running);
-        Sleep(50);
-    }
     LumoraProcess p;
     std::wstring cmd = L"\"" + exe + L"\"";
     if (!tail.empty()) cmd += L" " + Widen(tail);
@@ -97,29 +53,46 @@ bool LumoraProcess::WaitForExit(DWORD ms, DWORD* code) const {
 
 void LumoraProcess::Kill() {
     if (!info_.hProcess) return;
-    if (WaitForSingleObject(info_.hProcess, 0) != WAIT_OBJECT_0) {
+    const bool running = WaitForSingleObject(info_.hProcess, 0) != WAIT_OBJECT_0;
+    if (running) {
         TerminateProcess(info_.hProcess, 99);
         WaitForSingleObject(info_.hProcess, kTimeoutMs);
     }
     CloseHandle(info_.hProcess);
     CloseHandle(info_.hThread);
     info_ = {};
-}
-
-HWND FindWindowOf(DWORD pid, const wchar_t* className, const std::string& title) {
-    Search s{pid, className, Widen(title), {}};
-    EnumWindows(Collect, reinterpret_cast<LPARAM>(&s));
-    return s.found.empty() ? nullptr : s.found.front();
-}
-
-HWND WaitForWindow(DWORD pid, const wchar_t* className, const std::string& title, DWORD ms) {
-    return Poll(ms, [&] { return FindWindowOf(pid, className, title); });
+    // Under Wine a killed process may hold its instance mutex a while longer; a start before it is
+    // gone would hand its argument over and end.
+    if (running) {
+        WaitFor([] {
+            const HANDLE mutex = OpenMutexW(SYNCHRONIZE, FALSE, L"Local\\Lumora.Player.Instance");
+            if (mutex) CloseHandle(mutex);
+            return mutex == nullptr;
+        });
+    }
 }
 
 std::vector<HWND> AllWindows(const wchar_t* className) {
-    Search s{0, className, {}, {}};
-    EnumWindows(Collect, reinterpret_cast<LPARAM>(&s));
-    return s.found;
+    std::vector<HWND> all;
+    for (HWND w = nullptr; (w = FindWindowExW(nullptr, w, className, nullptr)) != nullptr;) all.push_back(w);
+    return all;
+}
+
+HWND FindWindowOf(DWORD pid, const wchar_t* className, const std::string& title) {
+    for (HWND w : AllWindows(className)) {
+        DWORD owner = 0;
+        GetWindowThreadProcessId(w, &owner);
+        wchar_t text[512] = {};  // read without a message: the window's thread may be busy
+        GetWindowTextW(w, text, 512);
+        if ((!pid || owner == pid) && (title.empty() || Narrow(text) == title)) return w;
+    }
+    return nullptr;
+}
+
+HWND WaitForWindow(DWORD pid, const wchar_t* className, const std::string& title, DWORD ms) {
+    HWND found = nullptr;
+    WaitFor([&] { return (found = FindWindowOf(pid, className, title)) != nullptr; }, ms);
+    return found;
 }
 
 std::string Text(HWND window) {
@@ -129,92 +102,92 @@ std::string Text(HWND window) {
     return Narrow(buf);
 }
 
-std::string ControlText(HWND parent, int id) { return Text(GetDlgItem(parent, id)); }
-
 std::string WaitForControlText(HWND parent, int id, const std::string& expected, DWORD ms) {
     std::string last;
-    Poll(ms, [&] {
-        last = ControlText(parent, id);
-        return last == expected;
-    });
+    WaitFor([&] { return (last = ControlText(parent, id)) == expected; }, ms);
     return last;
 }
 
-std::vector<std::string> ListLines(HWND parent, int id) {
-    HWND list = GetDlgItem(parent, id);
-    std::vector<std::string> lines;
-    const LRESULT count = SendMessageW(list, LB_GETCOUNT, 0, 0);
-    for (LRESULT i = 0; i < count; ++i) {
-        const LRESULT len = SendMessageW(list, LB_GETTEXTLEN, static_cast<WPARAM>(i), 0);
-        std::wstring line(static_cast<size_t>(len > 0 ? len : 0) + 1, L'\0');
-        SendMessageW(list, LB_GETTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(line.data()));
-        line.resize(wcslen(line.c_str()));
-        lines.push_back(Narrow(line));
-    }
-    return lines;
-}
-
-std::string StatusText(HWND parent, int id, int part) {
-    HWND bar = GetDlgItem(parent, id);
+std::string AskInto(HWND window, UINT message, WPARAM wParam, size_t bytes,
+                    const std::function<std::string(char* remote)>& fill) {
     DWORD pid = 0;
-    GetWindowThreadProcessId(bar, &pid);
+    GetWindowThreadProcessId(window, &pid);
+    std::string out(bytes, '\0');
     HANDLE process = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, pid);
-    if (!process) return {};
-    constexpr SIZE_T kBytes = 4096;
-    void* remote = VirtualAllocEx(process, nullptr, kBytes, MEM_COMMIT, PAGE_READWRITE);
-    std::wstring text;
-    if (remote) {
-        const LRESULT info = SendMessageW(bar, SB_GETTEXTLENGTHW, static_cast<WPARAM>(part), 0);
-        if (LOWORD(info) * sizeof(wchar_t) < kBytes) {
-            SendMessageW(bar, SB_GETTEXTW, static_cast<WPARAM>(part), reinterpret_cast<LPARAM>(remote));
-            text.assign(LOWORD(info) + 1u, L'\0');
-            SIZE_T read = 0;
-            ReadProcessMemory(process, remote, text.data(), text.size() * sizeof(wchar_t), &read);
-            text.resize(wcslen(text.c_str()));
+    if (!process) return out;
+    if (auto* remote = static_cast<char*>(VirtualAllocEx(process, nullptr, bytes, MEM_COMMIT, PAGE_READWRITE))) {
+        SIZE_T done = 0;
+        if (fill) {
+            const std::string in = fill(remote);
+            WriteProcessMemory(process, remote, in.data(), std::min(in.size(), bytes), &done);
         }
+        SendMessageW(window, message, wParam, reinterpret_cast<LPARAM>(remote));
+        ReadProcessMemory(process, remote, out.data(), bytes, &done);
         VirtualFreeEx(process, remote, 0, MEM_RELEASE);
     }
     CloseHandle(process);
-    return Narrow(text);
+    return out;
+}
+
+namespace {
+std::string WideText(const std::string& bytes) {
+    std::wstring text(reinterpret_cast<const wchar_t*>(bytes.data()), bytes.size() / sizeof(wchar_t));
+    return Narrow(text.c_str());
+}
+}  // namespace
+
+std::string StatusText(HWND parent, int id, int part) {
+    return WideText(AskInto(GetDlgItem(parent, id), SB_GETTEXTW, static_cast<WPARAM>(part), 4096));
 }
 
 std::string ToolTipText(HWND tips, HWND control) {
-    DWORD pid = 0;
-    GetWindowThreadProcessId(tips, &pid);
-    HANDLE process = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, pid);
-    if (!process) return {};
-    constexpr SIZE_T kChars = 1024;
-    auto* remote = static_cast<char*>(VirtualAllocEx(process, nullptr, sizeof(TOOLINFOW) + kChars * sizeof(wchar_t),
-                                                     MEM_COMMIT, PAGE_READWRITE));
-    std::wstring text(kChars, L'\0');
-    if (remote) {
-        TOOLINFOW info{};
-        info.cbSize = TTTOOLINFOW_V2_SIZE;
-        info.hwnd = GetParent(control);
-        info.uId = reinterpret_cast<UINT_PTR>(control);
-        info.lpszText = reinterpret_cast<wchar_t*>(remote + sizeof(TOOLINFOW));
-        SIZE_T done = 0;
-        WriteProcessMemory(process, remote, &info, sizeof info, &done);
-        SendMessageW(tips, TTM_GETTEXTW, kChars, reinterpret_cast<LPARAM>(remote));
-        ReadProcessMemory(process, remote + sizeof(TOOLINFOW), text.data(), kChars * sizeof(wchar_t), &done);
-        VirtualFreeEx(process, remote, 0, MEM_RELEASE);
-    }
-    CloseHandle(process);
-    text.resize(wcsnlen(text.c_str(), kChars));
-    return Narrow(text);
+    // The tool's record, then room for its text, which the record points at.
+    constexpr size_t kChars = 1024;
+    const std::string answer = AskInto(tips, TTM_GETTEXTW, kChars, sizeof(TOOLINFOW) + kChars * sizeof(wchar_t),
+                                       [&](char* remote) {
+                                           TOOLINFOW info{};
+                                           info.cbSize = TTTOOLINFOW_V2_SIZE;
+                                           info.hwnd = GetParent(control);
+                                           info.uId = reinterpret_cast<UINT_PTR>(control);
+                                           info.lpszText = reinterpret_cast<wchar_t*>(remote + sizeof(TOOLINFOW));
+                                           return std::string(reinterpret_cast<const char*>(&info), sizeof info);
+                                       });
+    return WideText(answer.substr(sizeof(TOOLINFOW)));
 }
 
-void Click(HWND parent, int id) {
-    PostMessageW(parent, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(parent, id)));
+RECT AskRect(HWND control, UINT message) {
+    RECT r{};
+    const std::string bytes = AskInto(control, message, 0, sizeof r);
+    std::memcpy(&r, bytes.data(), sizeof r);
+    return r;
 }
 
-void Command(HWND window, int id) { PostMessageW(window, WM_COMMAND, MAKEWPARAM(id, 0), 0); }
+int Seconds(const std::string& hhmmss) {
+    int h = 0, m = 0, s = 0;
+    if (std::sscanf(hhmmss.c_str(), "%d:%d:%d", &h, &m, &s) != 3) return -1;
+    return h * 3600 + m * 60 + s;
+}
 
-HWND WaitForBox(const std::string& title, DWORD ms) { return WaitForWindow(0, L"#32770", title, ms); }
+HWND WaitForBox(const std::string& title, DWORD ms) {
+    // A dialog has its title from its creation but its texts only once initialised, when it shows.
+    HWND box = nullptr;
+    WaitFor([&] { return (box = FindWindowOf(0, L"#32770", title)) != nullptr && IsWindowVisible(box); }, ms);
+    return box && IsWindowVisible(box) ? box : nullptr;
+}
 
 std::string BoxText(HWND box) { return ControlText(box, IDC_BOX_TEXT); }
 
-void AnswerBox(HWND box, int buttonId) { Click(box, buttonId); }
+std::string CloseBox(const std::string& title, int buttonId) {
+    HWND box = WaitForBox(title);
+    if (!box) {
+        std::string open = "(no box; open:";  // what came instead
+        for (HWND w : AllWindows(L"#32770")) open += " [" + Text(w) + ": " + BoxText(w) + "]";
+        return open + ")";
+    }
+    const std::string text = BoxText(box);
+    AnswerBox(box, buttonId);
+    return text;
+}
 
 void TypeAndConfirm(HWND box, const std::string& text) {
     SendMessageW(GetDlgItem(box, IDC_BOX_EDIT), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Widen(text).c_str()));
@@ -232,30 +205,24 @@ void AnswerFileDialog(HWND dialog, const std::string& path) {
     PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(dialog, IDOK)));
 }
 
-std::wstring LumoraExe() {
+std::string Env(const wchar_t* name) {
     wchar_t buf[MAX_PATH] = {};
-    GetEnvironmentVariableW(L"LUMORA_EXE", buf, MAX_PATH);
-    return buf;
+    GetEnvironmentVariableW(name, buf, MAX_PATH);
+    return Narrow(buf);
 }
 
 void StoreOption(const char* name, const char* text) {
-    constexpr char kSetupKey[] = "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup";
-    WinRegistry reg;
-    reg.CreateKey(RegistryRoot::LocalMachine, kSetupKey);
-    reg.WriteBinary(RegistryRoot::LocalMachine, kSetupKey, name, text);
+    WinRegistry().CreateKey(RegistryRoot::LocalMachine, kSetupKey);
+    WinRegistry().WriteBinary(RegistryRoot::LocalMachine, kSetupKey, name, text);
 }
 
-std::string Cp936(const std::string& utf8) { return Utf8ToCp936(utf8).value_or(std::string()); }
-
 void WriteBytes(const std::filesystem::path& path, const std::string& bytes) {
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out << bytes;
+    std::ofstream(path, std::ios::binary) << bytes;
 }
 
 std::string ReadBytes(const std::filesystem::path& path) {
-    std::ifstream in(path, std::ios::binary);
     std::ostringstream s;
-    s << in.rdbuf();
+    s << std::ifstream(path, std::ios::binary).rdbuf();
     return s.str();
 }
 
@@ -273,19 +240,18 @@ std::string SilentWave(int seconds) {
 
 std::optional<RegistryValue> ReadOption(const char* name) {
     RegistryValue value;
-    if (WinRegistry().Read(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", name, value)) {
-        return std::nullopt;
-    }
+    if (WinRegistry().Read(RegistryRoot::LocalMachine, kSetupKey, name, value)) return std::nullopt;
     return value;
 }
 
 void ForgetSettings() { WinRegistry().DeleteKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft"); }
 
-bool WaitFor(const std::function<bool()>& done, DWORD ms) { return Poll(ms, done); }
-
-std::string Quoted(const std::string& path) { return "\"" + path + "\""; }
-
-std::string PathText(const std::filesystem::path& path) { return Narrow(path.wstring()); }
+bool WaitFor(const std::function<bool()>& done, DWORD ms) {
+    for (const DWORD start = GetTickCount();; Sleep(50)) {
+        if (done()) return true;
+        if (GetTickCount() - start >= ms) return false;
+    }
+}
 
 TempFolder::TempFolder(const std::wstring& name) {
     wchar_t tmp[MAX_PATH];
@@ -307,16 +273,15 @@ bool Session::Start(const std::string& tail, const std::wstring& exe) {
     return main && list;
 }
 
-std::vector<std::string> Session::Lines() const { return ListLines(list, ids::IDC_PLAYLIST_LINES); }
-
-bool Session::WaitForLines(const std::vector<std::string>& expected) const {
-    return WaitFor([&] { return Lines() == expected; });
+std::vector<std::string> Session::Lines() const {
+    HWND lines = GetDlgItem(list, ids::IDC_PLAYLIST_LINES);
+    std::vector<std::string> out;
+    for (LRESULT i = 0, count = SendMessageW(lines, LB_GETCOUNT, 0, 0); i < count; ++i) {
+        std::wstring line(static_cast<size_t>(SendMessageW(lines, LB_GETTEXTLEN, i, 0)) + 1, L'\0');
+        SendMessageW(lines, LB_GETTEXT, i, reinterpret_cast<LPARAM>(line.data()));
+        out.push_back(Narrow(line.c_str()));
+    }
+    return out;
 }
-
-bool Session::WaitForLineCount(size_t count) const {
-    return WaitFor([&] { return Lines().size() == count; });
-}
-
-bool Session::Playing() const { return WaitForControlText(main, ids::IDC_MAIN_PLAY, "暂停") == "暂停"; }
 
 }  // namespace lumora::e2e

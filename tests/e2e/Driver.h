@@ -3,13 +3,18 @@
 // messages, as a user would through the mouse and keyboard.
 #include <windows.h>
 
+#include <gtest/gtest.h>
+
 #include <filesystem>
 #include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "platform/WinText_win.h"
 #include "ports/Registry.h"
+#include "ports/TextCodec.h"
+#include "ui/ControlIds.h"
 
 namespace lumora::e2e {
 
@@ -22,13 +27,14 @@ public:
     ~LumoraProcess();
     LumoraProcess(LumoraProcess&& other) noexcept;
     LumoraProcess& operator=(LumoraProcess&& other) noexcept;
-    LumoraProcess(const LumoraProcess&) = delete;
 
     // Starts `exe` with `tail` as its command tail.
     static LumoraProcess Start(const std::wstring& exe, const std::string& tail);
     DWORD Id() const { return info_.dwProcessId; }
     // True when the process ended within the time; its exit code in `code`.
     bool WaitForExit(DWORD ms, DWORD* code = nullptr) const;
+    // Ends the process if it still runs, and waits until its instance mutex is gone too, so that the
+    // next start is a first start again.
     void Kill();
 
 private:
@@ -43,35 +49,45 @@ HWND WaitForWindow(DWORD pid, const wchar_t* className, const std::string& title
 std::vector<HWND> AllWindows(const wchar_t* className);
 
 std::string Text(HWND window);
-std::string ControlText(HWND parent, int id);
+// Sends `message` to a window of another process with lParam pointing at a buffer of `bytes` in that
+// process, first filled by `fill` (given the buffer's address there); returns the buffer afterwards.
+std::string AskInto(HWND window, UINT message, WPARAM wParam, size_t bytes,
+                    const std::function<std::string(char* remote)>& fill = nullptr);
+inline std::string ControlText(HWND parent, int id) { return Text(GetDlgItem(parent, id)); }
 // Waits until the control shows `expected`; returns what it shows in the end.
 std::string WaitForControlText(HWND parent, int id, const std::string& expected, DWORD ms = kTimeoutMs);
-std::vector<std::string> ListLines(HWND parent, int id);
-// A status bar panel: read through a buffer in the other process.
 std::string StatusText(HWND parent, int id, int part);
-
-// The text a tooltip window holds for `control` (a tool added by its window handle), read through a
-// buffer in the other process.
+// The text a tooltip window holds for `control` (a tool added by its window handle).
 std::string ToolTipText(HWND tips, HWND control);
+// A rectangle a control answers into memory (TBM_GETTHUMBRECT, TBM_GETCHANNELRECT).
+RECT AskRect(HWND control, UINT message);
+// "00:01:02" in seconds; -1 for anything else ("-").
+int Seconds(const std::string& hhmmss);
 
-void Click(HWND parent, int id);
-void Command(HWND window, int id);
+inline void Click(HWND parent, int id) {
+    PostMessageW(parent, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(parent, id)));
+}
+inline void Command(HWND window, int id) { PostMessageW(window, WM_COMMAND, MAKEWPARAM(id, 0), 0); }
 
 // Lumora's own message and input boxes are dialogs; found by title.
 HWND WaitForBox(const std::string& title, DWORD ms = kTimeoutMs);
 std::string BoxText(HWND box);
-void AnswerBox(HWND box, int buttonId);
+inline void AnswerBox(HWND box, int buttonId) { Click(box, buttonId); }
+// Waits for the box of that title, answers it with `buttonId` and returns its text; when none came,
+// the boxes open instead.
+std::string CloseBox(const std::string& title, int buttonId = IDOK);
 void TypeAndConfirm(HWND box, const std::string& text);
 // The system's open or save dialog (found with WaitForBox by its title): types the full path and
 // presses its OK button.
 void AnswerFileDialog(HWND dialog, const std::string& path);
 
 // Test set-up.
+std::string Env(const wchar_t* name);
 // The Lumora.exe under test, from LUMORA_EXE.
-std::wstring LumoraExe();
+inline std::wstring LumoraExe() { return Widen(Env(L"LUMORA_EXE")); }
 // An option as Lumora keeps it: REG_BINARY decimal text in the setup key.
 void StoreOption(const char* name, const char* text);
-std::string Cp936(const std::string& utf8);
+inline std::string Cp936(const std::string& utf8) { return Utf8ToCp936(utf8).value_or(std::string()); }
 void WriteBytes(const std::filesystem::path& path, const std::string& bytes);
 std::string ReadBytes(const std::filesystem::path& path);
 // A RIFF WAVE file of `seconds` of silence: 8 kHz, mono, 8 bits, which the movie device plays.
@@ -82,8 +98,8 @@ std::optional<RegistryValue> ReadOption(const char* name);
 void ForgetSettings();
 // Polls until `done` answers true; false when the time ran out.
 bool WaitFor(const std::function<bool()>& done, DWORD ms = kTimeoutMs);
-std::string Quoted(const std::string& path);
-std::string PathText(const std::filesystem::path& path);
+inline std::string Quoted(const std::string& path) { return "\"" + path + "\""; }
+inline std::string PathText(const std::filesystem::path& path) { return Narrow(path.wstring()); }
 
 // A fresh folder of that name in the temporary folder, removed again at the end.
 class TempFolder {
@@ -108,9 +124,32 @@ struct Session {
     // Starts Lumora and waits for both windows; false when either never came.
     bool Start(const std::string& tail, const std::wstring& exe = LumoraExe());
     std::vector<std::string> Lines() const;
-    bool WaitForLines(const std::vector<std::string>& expected) const;
-    bool WaitForLineCount(size_t count) const;
-    bool Playing() const;  // waits until the play button offers to pause
+    bool WaitForLines(const std::vector<std::string>& expected) const {
+        return WaitFor([&] { return Lines() == expected; });
+    }
+    bool WaitForLineCount(size_t count) const {
+        return WaitFor([&] { return Lines().size() == count; });
+    }
+    // Wait until the play button offers to pause, or to play.
+    bool Playing() const { return WaitForControlText(main, ids::IDC_MAIN_PLAY, "暂停") == "暂停"; }
+    bool Stopped() const { return WaitForControlText(main, ids::IDC_MAIN_PLAY, "播放") == "播放"; }
+    std::string Title() const { return ControlText(main, ids::IDC_MAIN_TITLE); }
+    int Time() const { return Seconds(ControlText(main, ids::IDC_MAIN_TIME)); }  // the time shown, in seconds
+    bool WaitForTitle(const std::string& title, DWORD ms = kTimeoutMs) const {
+        return WaitFor([&] { return Title() == title; }, ms);
+    }
+};
+
+// A test of one Lumora on a machine that never ran it.
+class SessionTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_FALSE(LumoraExe().empty()) << "LUMORA_EXE is not set";
+        ForgetSettings();
+    }
+    void TearDown() override { lumora_.process.Kill(); }
+
+    Session lumora_;
 };
 
 }  // namespace lumora::e2e

@@ -1,6 +1,5 @@
-// The transport as a user works it in the real Lumora under Wine: the progress thumb, play after
-// the end of the list, pictures in the queue, the open dialog's folder and the information editor
-// on the file that plays. Silent files through the movie device: nothing here needs the sound sink.
+// The transport, the information editor and the lyrics as a user works them in the real Lumora under
+// Wine. Silent files through the system's devices ("L25" 1): nothing here needs the sound sink.
 #include <commctrl.h>
 #include <windows.h>
 
@@ -20,143 +19,168 @@ namespace {
 using namespace ids;
 namespace fs = std::filesystem;
 
-int Seconds(const std::string& hhmmss) {
-    int h = 0, m = 0, s = 0;
-    if (std::sscanf(hhmmss.c_str(), "%d:%d:%d", &h, &m, &s) != 3) return -1;
-    return h * 3600 + m * 60 + s;
-}
-
 // A bitmap of one red pixel: file header, info header (1 x 1, 24 bits), one padded row.
 const std::string kBitmap("BM\x3A\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\x01\0\0\0\x01\0\0\0\x01\0\x18\0"
                           "\0\0\0\0\x04\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\xFF\0",
                           58);
 
-// A rectangle the slider answers into memory of its own process (TBM_GETTHUMBRECT, TBM_GETCHANNELRECT).
-RECT SliderRect(HWND slider, UINT message) {
-    RECT r{};
-    DWORD pid = 0;
-    GetWindowThreadProcessId(slider, &pid);
-    HANDLE process = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, pid);
-    if (!process) return r;
-    if (void* remote = VirtualAllocEx(process, nullptr, sizeof r, MEM_COMMIT, PAGE_READWRITE)) {
-        SendMessageW(slider, message, 0, reinterpret_cast<LPARAM>(remote));
-        SIZE_T read = 0;
-        ReadProcessMemory(process, remote, &r, sizeof r, &read);
-        VirtualFreeEx(process, remote, 0, MEM_RELEASE);
-    }
-    CloseHandle(process);
-    return r;
+// Audio followed by an information block as Lumora writes it: "LYRICS", the lyrics field, the tag
+// (the title, the other fields empty).
+std::string WithBlock(const std::string& audio, const std::string& lyricsUtf8, const std::string& titleUtf8) {
+    const std::string lyrics = Cp936(lyricsUtf8);
+    char size[6];
+    std::snprintf(size, sizeof size, "%05zu", lyrics.size());
+    std::string tag = "TAG" + Cp936(titleUtf8);
+    tag.resize(128, '\0');
+    return audio + "LYRICS" + "BEGININD0000211LYR" + size + lyrics + tag;
 }
 
-class PlaybackE2E : public ::testing::Test {
+class PlaybackE2E : public SessionTest {
 protected:
     void SetUp() override {
-        ASSERT_FALSE(LumoraExe().empty()) << "LUMORA_EXE is not set";
-        ForgetSettings();
-        StoreOption("L25", "1");  // the movie device, which plays the silent waves
+        SessionTest::SetUp();
+        StoreOption("L25", "1");
     }
-    void TearDown() override { lumora_.process.Kill(); }
-
-    void Start(const fs::path& argument) {
-        ASSERT_TRUE(lumora_.Start(Quoted(PathText(argument))));
-        main_ = lumora_.main;
-    }
-    int Time() { return Seconds(ControlText(main_, IDC_MAIN_TIME)); }
-    std::string Title() { return ControlText(main_, IDC_MAIN_TITLE); }
+    bool Start(const fs::path& argument) { return lumora_.Start(Quoted(PathText(argument))); }
 
     TempFolder media_{L"Lumora 播放 E2E"};
-    Session lumora_;
-    HWND main_ = nullptr;
 };
 
-// The thumb is held at three quarters while the progress timer runs on, then let go: playing goes on
-// from there.
-TEST_F(PlaybackE2E, DraggedProgressThumbSeeksWhereItIsLetGo) {
-    const fs::path wave = media_ / L"长.wav";
-    WriteBytes(wave, SilentWave(40));
-    Start(wave);
-    ASSERT_TRUE(lumora_.Playing());
-    HWND slider = GetDlgItem(main_, IDC_MAIN_PROGRESS);
-    const RECT thumb = SliderRect(slider, TBM_GETTHUMBRECT);
-    const RECT channel = SliderRect(slider, TBM_GETCHANNELRECT);
-    const int y = (thumb.top + thumb.bottom) / 2;
-    const int to = channel.left + (channel.right - channel.left) * 3 / 4;
-    PostMessageW(slider, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM((thumb.left + thumb.right) / 2, y));
-    PostMessageW(slider, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(to, y));
-    Sleep(1500);  // held still: several progress ticks pass
-    PostMessageW(slider, WM_LBUTTONUP, 0, MAKELPARAM(to, y));
-    EXPECT_TRUE(WaitFor([&] { return Time() >= 28; }, 5000)) << Time();
-}
-
-// After the list has ended, play plays again and the display follows: caption, time and progress.
-TEST_F(PlaybackE2E, PlayAfterTheListEndedShowsPlaying) {
-    const fs::path wave = media_ / L"短.wav";
-    WriteBytes(wave, SilentWave(2));
-    Start(wave);
-    ASSERT_TRUE(lumora_.Playing());
-    ASSERT_EQ(WaitForControlText(main_, IDC_MAIN_PLAY, "播放"), "播放");
-    Click(main_, IDC_MAIN_PLAY);
-    ASSERT_TRUE(lumora_.Playing());
-    EXPECT_TRUE(WaitFor([&] { return Time() >= 1; }, 5000)) << ControlText(main_, IDC_MAIN_TIME);
-}
-
-// A still picture is shown for its time and the queue goes on to the next entry.
-TEST_F(PlaybackE2E, StillPictureGivesWayToTheNextEntry) {
+// A queue of a picture and a short wave, then files from the open dialog.
+TEST_F(PlaybackE2E, PictureListEndOpenDialogAndThumb) {
     WriteBytes(media_ / L"a.bmp", kBitmap);
-    WriteBytes(media_ / L"b.wav", SilentWave(20));
-    Start(media_.Path());
-    ASSERT_TRUE(lumora_.WaitForLineCount(2));
-    ASSERT_TRUE(WaitFor([&] { return Title() == "a.bmp"; }));
-    EXPECT_TRUE(WaitFor([&] { return Title() == "b.wav"; }, 12000)) << Title();
-    EXPECT_TRUE(lumora_.Playing());
-}
-
-// The second open dialog starts where the first ended: a bare name typed there is found in that folder.
-TEST_F(PlaybackE2E, OpenDialogStartsInTheFolderLastUsed) {
+    WriteBytes(media_ / L"b.wav", SilentWave(2));
     TempFolder other(L"Lumora 另一个文件夹");
-    WriteBytes(media_ / L"first.wav", SilentWave(20));
-    WriteBytes(other / L"one.wav", SilentWave(20));
-    WriteBytes(other / L"two.wav", SilentWave(20));
-    Start(media_ / L"first.wav");
-    ASSERT_TRUE(lumora_.Playing());
-    const char* const kTitle = "打开文件对话框，本播放器支持近50种文件类型";
-    for (const std::string& typed : {PathText(other / L"one.wav"), std::string("two.wav")}) {
-        PostMessageW(main_, WM_COMMAND, IDM_OPEN_FILES, 0);
-        HWND dialog = WaitForBox(kTitle);
-        ASSERT_NE(dialog, nullptr);
-        AnswerFileDialog(dialog, typed);
-        const std::string name = typed.substr(typed.find_last_of('\\') + 1);
-        EXPECT_TRUE(WaitFor([&] { return Title() == name; }, 5000)) << typed;
+    for (const wchar_t* name : {L"one.wav", L"two.wav"}) WriteBytes(other / name, SilentWave(40));
+    ASSERT_TRUE(Start(media_.Path()));
+    HWND main = lumora_.main;
+    {
+        SCOPED_TRACE("a still picture is shown for its time and gives way to the next entry");
+        ASSERT_TRUE(lumora_.WaitForLineCount(2));
+        ASSERT_TRUE(lumora_.WaitForTitle("a.bmp"));
+        EXPECT_TRUE(lumora_.WaitForTitle("b.wav", 12000)) << lumora_.Title();
+    }
+    {
+        SCOPED_TRACE("after the list has ended, play plays again and the caption and time follow");
+        ASSERT_TRUE(lumora_.Stopped());
+        Click(main, IDC_MAIN_PLAY);
+        ASSERT_TRUE(lumora_.Playing());
+        EXPECT_TRUE(WaitFor([&] { return lumora_.Time() >= 1; }, 5000)) << ControlText(main, IDC_MAIN_TIME);
+    }
+    {
+        SCOPED_TRACE("the second open dialog starts in the folder the first ended in");
+        for (const std::string& typed : {PathText(other / L"one.wav"), std::string("two.wav")}) {
+            Command(main, IDM_OPEN_FILES);
+            HWND dialog = WaitForBox("打开文件对话框，本播放器支持近50种文件类型");
+            ASSERT_NE(dialog, nullptr);
+            AnswerFileDialog(dialog, typed);
+            EXPECT_TRUE(lumora_.WaitForTitle(typed.substr(typed.find_last_of('\\') + 1), 5000)) << typed;
+        }
+    }
+    {
+        SCOPED_TRACE("the progress thumb, held at three quarters while the timer runs on, seeks where let go");
+        ASSERT_TRUE(lumora_.Playing());
+        HWND slider = GetDlgItem(main, IDC_MAIN_PROGRESS);
+        const RECT thumb = AskRect(slider, TBM_GETTHUMBRECT), channel = AskRect(slider, TBM_GETCHANNELRECT);
+        const int y = (thumb.top + thumb.bottom) / 2;
+        const int to = channel.left + (channel.right - channel.left) * 3 / 4;
+        PostMessageW(slider, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM((thumb.left + thumb.right) / 2, y));
+        PostMessageW(slider, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(to, y));
+        Sleep(1500);  // held still: several progress ticks pass
+        PostMessageW(slider, WM_LBUTTONUP, 0, MAKELPARAM(to, y));
+        EXPECT_TRUE(WaitFor([&] { return lumora_.Time() >= 28; }, 5000)) << lumora_.Time();
     }
 }
 
-// The file that plays through the MPEG device, which holds it open, is saved into and goes on playing where it was.
-TEST_F(PlaybackE2E, InformationEditorSavesTheFileThatPlays) {
-    const fs::path wave = media_ / L"正在播放.mp3";
+// A file with lyrics inside and an LRC beside, played through the MPEG device (which holds it open):
+// the lyrics in time, their settings, and the information editor saving into it while it plays.
+TEST_F(PlaybackE2E, LyricsTheirSettingsAndTheEditorOnTheFileThatPlays) {
+    StoreOption("Gc1Long", "8");
+    StoreOption("L48", "1");
+    const std::string longLine = "一二三四五六七八九十一二三四五六七八九十一二三四五六七八九十一二三四五六七八九十";
+    const std::string longWrapped = "一二三四\r\n五六七八\r\n九十一二\r\n三四五六\r\n七八九十\r\n"
+                                    "一二三四\r\n五六七八\r\n九十一二\r\n三四五六\r\n七八九十";
+    const fs::path song = media_ / L"歌.mp3";
     const std::string audio = test::MpegFrames(1150);
-    WriteBytes(wave, audio);
-    Start(wave);
+    WriteBytes(song, WithBlock(audio, "[00:00]第一句\r\n[00:02]第二句很长的歌词\r\n[00:04]" + longLine + "\r\n[00:40]尾声",
+                               "歌"));
+    WriteBytes(media_ / L"歌.lrc", Cp936("[00:00]旁边的歌词\r\n[00:03]不该出现\r\n"));
+    ASSERT_TRUE(Start(song));
+    HWND main = lumora_.main, display = WaitForWindow(lumora_.process.Id(), L"LumoraAudioDisplay");
+    ASSERT_NE(display, nullptr);
     ASSERT_TRUE(lumora_.Playing());
-    ASSERT_TRUE(WaitFor([&] { return Time() >= 2; }));
-    PostMessageW(main_, WM_COMMAND, IDM_MEDIA_INFO, 0);
-    HWND editor = WaitForBox(kInfoEditorTitle);
-    ASSERT_NE(editor, nullptr);
-    SendMessageW(GetDlgItem(editor, IDC_INFO_TITLE), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"新标题"));
-    const int before = Time();
-    Click(editor, IDC_INFO_SAVE);
-    HWND done = WaitForBox("完毕");
-    ASSERT_NE(done, nullptr) << "no success box";
-    EXPECT_EQ(BoxText(done), "恭喜！媒体信息保存完毕！");
-    AnswerBox(done, IDOK);
-    Click(editor, IDCANCEL);
-    const std::string bytes = ReadBytes(wave);
-    EXPECT_EQ(bytes.substr(0, audio.size()), audio);
-    EXPECT_EQ(bytes.substr(bytes.size() - 128, 3 + 6), "TAG" + Cp936("新标题"));
-    // Playing on from where it was, not from the start.
-    EXPECT_TRUE(lumora_.Playing());
-    const int after = Time();
-    EXPECT_GE(after, before);
-    EXPECT_TRUE(WaitFor([&] { return Time() > after; }, 5000));
+    {
+        SCOPED_TRACE("the lyrics inside win over the LRC and follow the time, wrapped at Gc1Long's bytes");
+        // The tag behind the lyrics block is read for the main window's tag line.
+        const std::string tagLine = "  标题：歌  歌手：无  专集：无  年代：无  其他：无";
+        EXPECT_EQ(WaitForControlText(main, IDC_MAIN_TAG_LINE, tagLine), tagLine);
+        // Each moment is read as a pair: the line reached and the next one, shown together.
+        EXPECT_EQ(WaitForControlText(display, IDC_LYRICS_CURRENT, "第二句很\r\n长的歌词"), "第二句很\r\n长的歌词");
+        EXPECT_EQ(ControlText(display, IDC_LYRICS_NEXT), longWrapped);
+        // "L48" opened the window by itself, grown so that the last wrapped line is not cut.
+        EXPECT_TRUE(WaitFor([&] { return IsWindowVisible(display) != FALSE; }));
+        RECT client, line;
+        GetClientRect(display, &client);
+        GetWindowRect(GetDlgItem(display, IDC_LYRICS_NEXT), &line);
+        MapWindowPoints(nullptr, display, reinterpret_cast<POINT*>(&line), 2);
+        EXPECT_LE(line.bottom, client.bottom);
+        EXPECT_GT(line.bottom - line.top, 0);
+        EXPECT_EQ(WaitForControlText(display, IDC_LYRICS_CURRENT, longWrapped), longWrapped);
+        EXPECT_EQ(ControlText(display, IDC_LYRICS_NEXT), "尾声");
+    }
+    {
+        SCOPED_TRACE("the line limit's label and preview follow the slider; the limit is kept as Gc1Long");
+        Command(main, IDM_LYRICS_SETTINGS);
+        HWND dialog = WaitForBox(kLyricsSettingsTitle);
+        ASSERT_NE(dialog, nullptr);
+        HWND slider = GetDlgItem(dialog, IDC_LYRICS_SET_LIMIT);
+        // Five pairs: ten bytes.
+        for (const auto& [pos, label] : {std::pair{0, "当前设置：不进行调整"}, {5, "当前设置每行：10 个字节(一个汉字占两个字节)"}}) {
+            SendMessageW(slider, TBM_SETPOS, TRUE, pos);
+            SendMessageW(dialog, WM_HSCROLL, MAKEWPARAM(TB_THUMBPOSITION, pos), reinterpret_cast<LPARAM>(slider));
+            EXPECT_EQ(ControlText(dialog, IDC_LYRICS_SET_LABEL), label);
+        }
+        EXPECT_EQ(ControlText(dialog, IDC_LYRICS_SET_PREVIEW).rfind("这是浏览文\r\n本，显示用\r\n", 0), 0u)
+            << ControlText(dialog, IDC_LYRICS_SET_PREVIEW);
+        Click(dialog, IDOK);
+        EXPECT_TRUE(WaitFor([] { return ReadOption("Gc1Long").value_or(RegistryValue{}).data == "10"; }));
+    }
+    const std::pair<int, std::string> items[] = {
+        {IDC_INFO_TITLE, "新的标题"}, {IDC_INFO_ARTIST, "歌手甲"}, {IDC_INFO_YEAR, "2005"},
+        {IDC_INFO_LYRICS, "[00:01]一\r\n[00:02]二"}};  // the lyrics box is filled last
+    const auto openEditor = [&] {
+        Command(main, IDM_MEDIA_INFO);
+        return WaitForBox(kInfoEditorTitle);
+    };
+    {
+        SCOPED_TRACE("the editor saves into the tail of the playing file, which plays on from where it was");
+        HWND editor = openEditor();
+        ASSERT_NE(editor, nullptr);
+        for (const auto& [id, text] : items) {
+            SendMessageW(GetDlgItem(editor, id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Widen(text).c_str()));
+        }
+        const int before = lumora_.Time();
+        Click(editor, IDC_INFO_SAVE);
+        EXPECT_EQ(CloseBox("完毕"), "恭喜！媒体信息保存完毕！");
+        Click(editor, IDCANCEL);
+        ASSERT_TRUE(WaitFor([&] { return !IsWindow(editor); }));
+        const std::string bytes = ReadBytes(song);
+        EXPECT_EQ(bytes.substr(0, audio.size()), audio);
+        // A shorter block than the old one is written where that began, zeros behind it.
+        EXPECT_NE(bytes.find("TAG" + Cp936("新的标题"), audio.size()), std::string::npos);
+        EXPECT_TRUE(lumora_.Playing());
+        const int after = lumora_.Time();
+        EXPECT_GE(after, before);
+        EXPECT_TRUE(WaitFor([&] { return lumora_.Time() > after; }, 5000));
+    }
+    {
+        SCOPED_TRACE("opened again, the editor shows what was saved");
+        HWND editor = openEditor();
+        ASSERT_NE(editor, nullptr);
+        EXPECT_EQ(WaitForControlText(editor, IDC_INFO_LYRICS, items[3].second), items[3].second);
+        for (const auto& [id, text] : items) EXPECT_EQ(ControlText(editor, id), text);
+        Click(editor, IDCANCEL);
+    }
 }
 
 }  // namespace

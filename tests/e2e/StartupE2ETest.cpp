@@ -1,16 +1,18 @@
-// Lumora started for real under Wine and driven through its windows.
+// Lumora started for real under Wine and driven through its windows: how it starts, meets a second
+// start, works its lists and closes.
 #include <commctrl.h>
+#include <shlobj.h>
 #include <windows.h>
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <filesystem>
 #include <set>
 
 #include "e2e/Driver.h"
 #include "platform/Registry_win.h"
 #include "platform/WinText_win.h"
+#include "support/MpegFrames.h"
 #include "ui/ControlIds.h"
 
 namespace lumora::e2e {
@@ -19,180 +21,259 @@ namespace {
 using namespace ids;
 namespace fs = std::filesystem;
 
-class LumoraE2E : public ::testing::Test {
+constexpr char kHeader[] = "这是ZEV-Lumora-正式版-的列表文件请不要修改以下参数，以免造成错误。";
+
+// The three lines of a list file, as Lumora writes them: code page 936, CR LF.
+std::string ListBytes(const std::string& header, const std::string& count, const std::string& line3) {
+    return Cp936(header) + "\r\n" + count + "\r\n" + Cp936(line3) + "\r\n";
+}
+
+fs::path DefaultListPath() {
+    wchar_t buf[MAX_PATH] = {};
+    SHGetFolderPathW(nullptr, CSIDL_APPDATA, nullptr, SHGFP_TYPE_CURRENT, buf);
+    return fs::path(buf) / L"Lumora" / L"zvp3mr.qlb";
+}
+
+class LumoraE2E : public SessionTest {
 protected:
     void SetUp() override {
-        ASSERT_FALSE(LumoraExe().empty()) << "LUMORA_EXE is not set";
-        ForgetSettings();
-        // Half a minute of silence in each: they play (so the first entry stays the current one while a
-        // test looks) without a sound to disturb the tests that record one.
-        const std::string wave = SilentWave(30);
-        for (const wchar_t* name : {L"一 Song.mp3", L"two.MP3", L"three.wav", L"readme.txt", L"clip.mpeg"}) {
-            WriteBytes(media_ / name, wave);
-        }
+        SessionTest::SetUp();
+        fs::remove(DefaultListPath());
     }
     void TearDown() override {
-        for (auto& p : processes_) p.Kill();
+        SessionTest::TearDown();
+        fs::remove(DefaultListPath());
     }
-    LumoraProcess& Start(const std::string& tail, const std::wstring& exe = LumoraExe()) {
-        processes_.push_back(LumoraProcess::Start(exe, tail));
-        return processes_.back();
+    // The save command up to the save dialog, answered with `path`.
+    HWND SaveListAs(const fs::path& path) {
+        Command(lumora_.main, IDM_SAVE_LIST);
+        HWND dialog = WaitForBox("保存Lumora专用列表文件（*.QLB）。请在下面输入文件名（不要输入扩展名）。");
+        if (dialog) AnswerFileDialog(dialog, PathText(path));
+        return dialog;
     }
-    std::string MediaFolder() const { return media_.Text(); }
+    // Starts Lumora again with `tail`: it hands the tail to the running one and ends with code 0.
+    void StartSecond(const std::string& tail) {
+        LumoraProcess second = LumoraProcess::Start(LumoraExe(), tail);
+        DWORD code = 1;
+        ASSERT_TRUE(second.WaitForExit(kTimeoutMs, &code));
+        EXPECT_EQ(code, 0u);
+        EXPECT_EQ(AllWindows(kMainClass).size(), 1u);
+    }
 
     TempFolder media_{L"Lumora E2E 音乐"};
-    std::vector<LumoraProcess> processes_;
 };
 
-TEST_F(LumoraE2E, HelpShowsItsBoxAndNoMainWindow) {
-    LumoraProcess& p = Start("/?");
-    HWND box = WaitForBox("Lumora （参数帮助）");
-    ASSERT_NE(box, nullptr);
-    const std::string text = BoxText(box);
-    EXPECT_EQ(text.rfind("版本：", 0), 0u) << text;
-    EXPECT_NE(text.find("3、播放文件夹/驱动器下所有媒体文件"), std::string::npos);
-    AnswerBox(box, IDOK);
-    EXPECT_TRUE(p.WaitForExit(kTimeoutMs));
-    EXPECT_EQ(FindWindowOf(p.Id(), kMainClass), nullptr);
-}
-
-TEST_F(LumoraE2E, SecondStartWithoutArgumentStartsNoSecondWindow) {
-    LumoraProcess& first = Start("");
-    HWND main = WaitForWindow(first.Id(), kMainClass);
-    ASSERT_NE(main, nullptr);
-    ShowWindow(main, SW_MINIMIZE);
-    LumoraProcess& second = Start("");
-    DWORD code = 1;
-    ASSERT_TRUE(second.WaitForExit(kTimeoutMs, &code));
-    EXPECT_EQ(code, 0u);
-    EXPECT_EQ(AllWindows(kMainClass).size(), 1u);
-    // The running window comes back to its normal state at the front.
-    EXPECT_TRUE(WaitFor([&] { return !IsIconic(main); }));
-    EXPECT_TRUE(IsWindowVisible(main));
-}
-
-BOOL CALLBACK CollectChild(HWND child, LPARAM all) {
-    reinterpret_cast<std::vector<HWND>*>(all)->push_back(child);
-    return TRUE;
-}
-
-TEST_F(LumoraE2E, EveryControlOfTheMainWindowHasBalloonHelp) {
-    LumoraProcess& p = Start("");
-    HWND main = WaitForWindow(p.Id(), kMainClass);
-    ASSERT_NE(main, nullptr);
-    // The component's tip window is the one the main window owns (the playlist has its own).
-    HWND tips = nullptr;
-    WaitFor([&] {
-        for (HWND w : AllWindows(L"tooltips_class32")) {
-            if (GetWindow(w, GW_OWNER) == main) tips = w;
-        }
-        return tips != nullptr;
-    });
-    ASSERT_NE(tips, nullptr) << "the balloon-tip component made no tip window";
-    std::vector<HWND> children;
-    EnumChildWindows(main, CollectChild, reinterpret_cast<LPARAM>(&children));
-    size_t controls = 0;
-    for (HWND child : children) {
-        wchar_t cls[64] = {};
-        GetClassNameW(child, cls, 64);
-        if (lstrcmpiW(cls, L"msctls_statusbar32") != 0) ++controls;
-    }
-    EXPECT_GT(controls, 20u);
-    EXPECT_EQ(static_cast<size_t>(SendMessageW(tips, TTM_GETTOOLCOUNT, 0, 0)), controls);
-
-    // The texts follow the player, and the start shows the volume with the slider's ends.
-    EXPECT_EQ(ControlText(main, IDC_MAIN_STATUS_LINE), "当前音量为：100%");
-    EXPECT_EQ(ControlText(main, IDC_MAIN_VOLUME_MIN) + ControlText(main, IDC_MAIN_VOLUME_MAX), "MINMAX");
-    const auto tipOf = [&](int id) { return ToolTipText(tips, GetDlgItem(main, id)); };
-    const std::string modeTip = tipOf(IDC_MAIN_MODE_NORMAL), timeTip = tipOf(IDC_MAIN_TIME);
-    ASSERT_FALSE(modeTip.empty());
-    Click(main, IDC_MAIN_MODE_RANDOM);
-    Click(main, IDC_MAIN_TIME_MODE);
-    EXPECT_TRUE(WaitFor([&] { return tipOf(IDC_MAIN_MODE_NORMAL) != modeTip && tipOf(IDC_MAIN_TIME) != timeTip; }));
-}
-
-TEST_F(LumoraE2E, SecondStartHandsAQuotedPathToTheFirst) {
-    LumoraProcess& first = Start("");
-    HWND main = WaitForWindow(first.Id(), kMainClass);
-    ASSERT_NE(main, nullptr);
-    const std::string song = MediaFolder() + "\\two.MP3";
-    LumoraProcess& second = Start("\"" + song + "\"");
-    ASSERT_TRUE(second.WaitForExit(kTimeoutMs));
-    HWND list = WaitForWindow(first.Id(), kPlaylistClass);
-    EXPECT_EQ(WaitForControlText(main, IDC_MAIN_TITLE, "two.MP3"), "two.MP3");
-    EXPECT_EQ(ListLines(list, IDC_PLAYLIST_LINES), (std::vector<std::string>{"001-(two.MP3)"}));
-    EXPECT_EQ(AllWindows(kMainClass).size(), 1u);
-}
-
-TEST_F(LumoraE2E, ClosingStoresThePositionAsBinaryDecimalText) {
-    LumoraProcess& p = Start("");
-    HWND main = WaitForWindow(p.Id(), kMainClass);
-    ASSERT_NE(main, nullptr);
-    SetWindowPos(main, nullptr, 120, 90, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
-    PostMessageW(main, WM_CLOSE, 0, 0);
-    ASSERT_TRUE(p.WaitForExit(kTimeoutMs));
-    for (const char* name : {"TOP", "LEFT"}) {
-        const auto v = ReadOption(name);
-        ASSERT_TRUE(v.has_value());
-        EXPECT_EQ(v->kind, RegistryValue::Kind::Binary);
-        ASSERT_FALSE(v->data.empty());
-        for (char c : v->data) EXPECT_TRUE(c >= '0' && c <= '9') << v->data;
-    }
-    EXPECT_EQ(ReadOption("LEFT")->data, std::to_string(120 * 1440 / 96));
-}
-
-TEST_F(LumoraE2E, MissingTooltipComponentShowsTheStartupErrorBox) {
+// A copy of Lumora without its balloon-tip component still answers "/?"; started plainly it
+// refuses with the start-up error box. Neither opens the main window.
+TEST_F(LumoraE2E, StartsThatEndInABox) {
     const TempFolder folder(L"Lumora without tooltip");
     fs::copy_file(LumoraExe(), folder / L"Lumora.exe", fs::copy_options::overwrite_existing);
-    LumoraProcess& p = Start("", (folder / L"Lumora.exe").wstring());
-    HWND box = WaitForBox("Lumora 启动错误");
-    ASSERT_NE(box, nullptr);
-    const std::string text = BoxText(box);
-    EXPECT_EQ(text.rfind("对不起，找不到本软件的配置文件（TOOLTIP），请重新安装或与作者联系。", 0), 0u);
-    EXPECT_EQ(text.substr(text.rfind('\n') + 1), "程序运行到：操作系统识别");
-    EXPECT_EQ(FindWindowOf(p.Id(), kMainClass), nullptr);
-    AnswerBox(box, IDOK);
-    EXPECT_TRUE(p.WaitForExit(kTimeoutMs));
+    const struct {
+        const char* tail;
+        const char* title;
+        const char* start;
+        const char* holds;
+    } starts[] = {
+        {"/?", "Lumora （参数帮助）", "版本：", "3、播放文件夹/驱动器下所有媒体文件"},
+        {"", "Lumora 启动错误", "对不起，找不到本软件的配置文件（TOOLTIP），请重新安装或与作者联系。",
+         "\n程序运行到：操作系统识别"},
+    };
+    for (const auto& s : starts) {
+        LumoraProcess p = LumoraProcess::Start((folder / L"Lumora.exe").wstring(), s.tail);
+        HWND box = WaitForBox(s.title);
+        ASSERT_NE(box, nullptr) << s.title;
+        const std::string text = BoxText(box);
+        EXPECT_EQ(text.rfind(s.start, 0), 0u) << text;
+        EXPECT_NE(text.find(s.holds), std::string::npos) << text;
+        EXPECT_EQ(FindWindowOf(p.Id(), kMainClass), nullptr);
+        AnswerBox(box, IDOK);
+        EXPECT_TRUE(p.WaitForExit(kTimeoutMs)) << s.title;
+    }
 }
 
-// The folder's media files, numbered, the first one playing; the list refuses to remove it and moves
-// another through its input box.
-TEST_F(LumoraE2E, FolderArgumentFillsTheQueueAndTheListEditsIt) {
-    LumoraProcess& p = Start("\"" + MediaFolder() + "\"");
-    HWND main = WaitForWindow(p.Id(), kMainClass);
-    ASSERT_NE(main, nullptr);
-    HWND list = WaitForWindow(p.Id(), kPlaylistClass);
-    ASSERT_NE(list, nullptr);
-    EXPECT_EQ(WaitForControlText(main, IDC_MAIN_COMBINED, "正在播放第 1个文件-----共 3个文件"),
-              "正在播放第 1个文件-----共 3个文件");
-    const auto before = ListLines(list, IDC_PLAYLIST_LINES);
-    ASSERT_EQ(before.size(), 3u);
-    std::set<std::string> names;  // numbered in order; the names in the order the folder lists them
-    for (size_t i = 0; i < before.size(); ++i) {
-        EXPECT_EQ(before[i].substr(0, 5), "00" + std::to_string(i + 1) + "-(");
-        names.insert(before[i].substr(5));
+// One Lumora started empty, worked as a user would in a first session, step by step.
+TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsClose) {
+    const std::string mp3 = test::MpegFrames(1150), wave = SilentWave(30);  // half a minute each
+    for (const wchar_t* name : {L"一 Song.mp3", L"two.MP3"}) WriteBytes(media_ / name, mp3);
+    for (const wchar_t* name : {L"three.wav", L"readme.txt", L"clip.mpeg"}) WriteBytes(media_ / name, wave);
+    const TempFolder library(L"Lumora 我的音乐库");
+    WinRegistry().CreateKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft\\TavrinPlayer");
+    WinRegistry().WriteText(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft\\TavrinPlayer", "我的音乐库",
+                            library.Text() + "\\");
+    ASSERT_TRUE(lumora_.Start(""));
+    HWND main = lumora_.main, list = lumora_.list;
+    {
+        SCOPED_TRACE("every control has a tip, and the tips follow the player");
+        // The component's tip window is the one the main window owns (the playlist has its own).
+        HWND tips = nullptr;
+        WaitFor([&] {
+            for (HWND w : AllWindows(L"tooltips_class32")) {
+                if (GetWindow(w, GW_OWNER) == main) tips = w;
+            }
+            return tips != nullptr;
+        });
+        ASSERT_NE(tips, nullptr) << "the balloon-tip component made no tip window";
+        size_t controls = 0;  // every child but the status bar
+        for (HWND child = nullptr; (child = FindWindowExW(main, child, nullptr, nullptr)) != nullptr;) {
+            controls += child != GetDlgItem(main, IDC_MAIN_STATUS);
+        }
+        EXPECT_GT(controls, 20u);
+        EXPECT_EQ(static_cast<size_t>(SendMessageW(tips, TTM_GETTOOLCOUNT, 0, 0)), controls);
+        // The start shows the volume with the slider's ends.
+        EXPECT_EQ(ControlText(main, IDC_MAIN_STATUS_LINE), "当前音量为：100%");
+        EXPECT_EQ(ControlText(main, IDC_MAIN_VOLUME_MIN) + ControlText(main, IDC_MAIN_VOLUME_MAX), "MINMAX");
+        const auto tipOf = [&](int id) { return ToolTipText(tips, GetDlgItem(main, id)); };
+        const std::string modeTip = tipOf(IDC_MAIN_MODE_NORMAL), timeTip = tipOf(IDC_MAIN_TIME);
+        ASSERT_FALSE(modeTip.empty());
+        Click(main, IDC_MAIN_MODE_RANDOM);
+        Click(main, IDC_MAIN_TIME_MODE);
+        EXPECT_TRUE(WaitFor([&] { return tipOf(IDC_MAIN_MODE_NORMAL) != modeTip && tipOf(IDC_MAIN_TIME) != timeTip; }));
+        Click(main, IDC_MAIN_MODE_NORMAL);
     }
-    EXPECT_EQ(names, (std::set<std::string>{"three.wav)", "two.MP3)", "一 Song.mp3)"}));
-    EXPECT_EQ(StatusText(main, IDC_MAIN_STATUS, 1), "正在播放第 1个文件");
-    EXPECT_EQ(StatusText(main, IDC_MAIN_STATUS, 2), "共 3个文件");
-    EXPECT_EQ(StatusText(main, IDC_MAIN_STATUS, 0), "正在播放" + before[0]);
-    EXPECT_EQ(Text(list), "《Lumora》文件列表");
+    {
+        SCOPED_TRACE("a second start without argument brings the first back and ends");
+        ShowWindow(main, SW_MINIMIZE);
+        StartSecond("");
+        EXPECT_TRUE(WaitFor([&] { return !IsIconic(main) && IsWindowVisible(main); }));
+    }
+    {
+        SCOPED_TRACE("a second start hands its quoted folder to the first, which plays its media files");
+        StartSecond(Quoted(media_.Text()));
+        EXPECT_EQ(WaitForControlText(main, IDC_MAIN_COMBINED, "正在播放第 1个文件-----共 3个文件"),
+                  "正在播放第 1个文件-----共 3个文件");
+    }
+    const auto before = lumora_.Lines();
+    ASSERT_EQ(before.size(), 3u);
+    const std::string playing = before[0].substr(5, before[0].size() - 6);
+    {
+        SCOPED_TRACE("the queue: numbered, the first playing, shown in the status bar");
+        std::set<std::string> names;  // numbered in order; the names in the order the folder lists them
+        for (size_t i = 0; i < before.size(); ++i) {
+            EXPECT_EQ(before[i].substr(0, 5), "00" + std::to_string(i + 1) + "-(");
+            names.insert(before[i].substr(5));
+        }
+        EXPECT_EQ(names, (std::set<std::string>{"three.wav)", "two.MP3)", "一 Song.mp3)"}));
+        EXPECT_EQ(lumora_.Title(), playing);
+        EXPECT_EQ(StatusText(main, IDC_MAIN_STATUS, 0), "正在播放" + before[0]);
+        EXPECT_EQ(Text(list), "《Lumora》文件列表");
+    }
+    {
+        SCOPED_TRACE("the list refuses to remove the playing entry and moves another through its input box");
+        SendDlgItemMessageW(list, IDC_PLAYLIST_LINES, LB_SETCURSEL, 0, 0);
+        Command(list, IDM_PLAYLIST_REMOVE);
+        EXPECT_EQ(CloseBox("错误"), "正在播放的媒体文件不能删除。");
+        SendDlgItemMessageW(list, IDC_PLAYLIST_LINES, LB_SETCURSEL, 2, 0);
+        Command(list, IDM_PLAYLIST_MOVE);
+        HWND ask = WaitForBox("移动位置");
+        ASSERT_NE(ask, nullptr);
+        EXPECT_EQ(BoxText(ask), "你想把" + before[2] + " 的位置移动到哪里？\r\n范围:1～3");
+        TypeAndConfirm(ask, "2");
+        EXPECT_TRUE(WaitFor([&] { return lumora_.Lines()[1] == "002-(" + before[2].substr(5); }));
+    }
+    const fs::path saved = media_ / L"新列表.qlb";
+    {
+        SCOPED_TRACE("the saved list holds the folder and the names in code page 936");
+        ASSERT_NE(SaveListAs(media_ / L"新列表"), nullptr);
+        // The dialog itself gives the typed name the list extension.
+        EXPECT_EQ(CloseBox("文件保存完毕"), "列表文件已保存完毕，路径为 " + PathText(saved));
+        std::string line3 = media_.Text();
+        for (const auto& l : lumora_.Lines()) line3 += "*" + l.substr(5, l.size() - 6);
+        EXPECT_EQ(ReadBytes(saved), ListBytes(kHeader, "3*1", line3));
+    }
+    {
+        SCOPED_TRACE("the playing file, renamed, goes to the music library and its list");
+        Command(main, IDM_LIBRARY_ADD_CURRENT);
+        // "L32" is on by default: the rename box offers the file name.
+        HWND rename = WaitForBox("文件重新命名框");
+        ASSERT_NE(rename, nullptr);
+        EXPECT_EQ(BoxText(rename), "请重新为 " + playing +
+                                       " 命名。(请不要加后缀名)\r\n提示：单击“取消”停止加入该文件。\r\n注意：文件名不能有以下字符："
+                                       "\r\n    \\ / : * ? < > | \r\n     否则添加会失败！！");
+        TypeAndConfirm(rename, "第二首");
+        const std::string done = CloseBox("文件加入成功");
+        EXPECT_EQ(done.rfind("文件已成功的加入“我的音乐库”。", 0), 0u) << playing << ": " << done;
+        const std::string added = "第二首" + playing.substr(playing.rfind('.'));
+        EXPECT_TRUE(fs::exists(library / Widen(added)));
+        EXPECT_EQ(ReadBytes(library / L"我的音乐库.qlb"),
+                  ListBytes("这是ZEV-Lumora-正式版-的“我的音乐库”列表文件请不要修改以下参数，以免造成错误。", "1*1",
+                            library.Text() + "\\*" + added));
+    }
+    {
+        SCOPED_TRACE("a list file handed over by a second start loads and plays");
+        const auto queue = lumora_.Lines();
+        Click(main, IDC_MAIN_STOP);
+        ASSERT_TRUE(lumora_.Stopped());
+        StartSecond(Quoted(PathText(saved)));
+        EXPECT_TRUE(lumora_.Playing());
+        EXPECT_EQ(lumora_.Lines(), queue);
+        EXPECT_EQ(lumora_.Title(), queue[0].substr(5, queue[0].size() - 6));
+    }
+    {
+        SCOPED_TRACE("closing stores the window's place as binary decimal text in twips");
+        SetWindowPos(main, nullptr, 120, 90, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+        PostMessageW(main, WM_CLOSE, 0, 0);
+        ASSERT_TRUE(lumora_.process.WaitForExit(kTimeoutMs));
+        for (const char* name : {"TOP", "LEFT"}) {
+            const auto v = ReadOption(name);
+            ASSERT_TRUE(v.has_value());
+            EXPECT_EQ(v->kind, RegistryValue::Kind::Binary);
+            EXPECT_TRUE(!v->data.empty() && v->data.find_first_not_of("0123456789") == std::string::npos) << v->data;
+        }
+        EXPECT_EQ(ReadOption("LEFT")->data, std::to_string(120 * 1440 / 96));
+    }
+}
 
-    SendDlgItemMessageW(list, IDC_PLAYLIST_LINES, LB_SETCURSEL, 0, 0);
-    Command(list, IDM_PLAYLIST_REMOVE);
-    HWND refusal = WaitForBox("错误");
-    ASSERT_NE(refusal, nullptr);
-    EXPECT_EQ(BoxText(refusal), "正在播放的媒体文件不能删除。");
-    AnswerBox(refusal, IDOK);
+// A save is written beside the old list and put in its place only when whole: killed while it
+// filters a long queue, Lumora leaves the old list as it was and no half file anywhere.
+TEST_F(LumoraE2E, SaveKilledHalfWayLeavesTheOldListWhole) {
+    const fs::path many = media_ / L"many";
+    fs::create_directories(many);
+    const std::string mp3 = test::MpegFrames(40);
+    for (int i = 0; i < 999; ++i) WriteBytes(many / (std::to_wstring(1000 + i) + L".mp3"), mp3);
+    const fs::path list = media_ / L"旧列表.qlb";
+    const std::string old = ListBytes(kHeader, "2*1", media_.Text() + "*一.mp3*two.mp3");
+    WriteBytes(list, old);
+    ASSERT_TRUE(lumora_.Start(Quoted(PathText(many))));
+    ASSERT_TRUE(lumora_.WaitForLineCount(999));
+    HWND dialog = SaveListAs(list);
+    ASSERT_NE(dialog, nullptr);
+    // Saving over a list asks first (the system's own question, owned by the dialog); yes goes on.
+    HWND progress = nullptr;
+    WaitFor([&] {
+        for (HWND w : AllWindows(L"#32770")) {
+            if (GetWindow(w, GW_OWNER) == dialog) PostMessageW(w, WM_COMMAND, MAKEWPARAM(IDYES, BN_CLICKED), 0);
+        }
+        progress = FindWindowOf(lumora_.process.Id(), kProgressClass);
+        return progress != nullptr;
+    });
+    ASSERT_NE(progress, nullptr);
+    lumora_.process.Kill();
+    EXPECT_EQ(ReadBytes(list), old);
+    for (const auto& entry : fs::directory_iterator(media_.Path())) {
+        EXPECT_EQ(entry.path().wstring().find(L"lumora-tmp"), std::wstring::npos) << PathText(entry.path());
+    }
+}
 
-    SendDlgItemMessageW(list, IDC_PLAYLIST_LINES, LB_SETCURSEL, 2, 0);
-    Command(list, IDM_PLAYLIST_MOVE);
-    HWND ask = WaitForBox("移动位置");
-    ASSERT_NE(ask, nullptr);
-    EXPECT_EQ(BoxText(ask), "你想把" + before[2] + " 的位置移动到哪里？\r\n范围:1～3");
-    TypeAndConfirm(ask, "2");
-    const std::string moved = "002-(" + before[2].substr(5);
-    EXPECT_TRUE(WaitFor([&] { return ListLines(list, IDC_PLAYLIST_LINES)[1] == moved; }));
+// "L15" says whether the default list plays at start or waits; a damaged one is reported and deleted.
+TEST_F(LumoraE2E, DefaultListAtStart) {
+    for (const wchar_t* name : {L"two.mp3", L"three.mp3"}) WriteBytes(media_ / name, test::MpegFrames(1150));
+    fs::create_directories(DefaultListPath().parent_path());
+    WriteBytes(DefaultListPath(), ListBytes("这是ZEV-Lumora-正式版-的默认列表文件请不要修改以下参数，以免造成错误。",
+                                            "2*1", media_.Text() + "*two.mp3*three.mp3"));
+    for (const auto& [option, playCaption] : {std::pair{"1", "暂停"}, {"0", "播放"}}) {
+        StoreOption("L15", option);
+        ASSERT_TRUE(lumora_.Start(""));
+        EXPECT_TRUE(lumora_.WaitForLines({"001-(two.mp3)", "002-(three.mp3)"}));
+        Sleep(500);  // a list that waits must still be waiting a moment later
+        EXPECT_EQ(WaitForControlText(lumora_.main, IDC_MAIN_PLAY, playCaption), playCaption) << option;
+        lumora_.process.Kill();
+    }
+    WriteBytes(DefaultListPath(), "\x01\x02 not a list");
+    ASSERT_TRUE(lumora_.Start(""));
+    EXPECT_EQ(CloseBox("默认列表文件错误")
+                  .rfind("默认列表文件已损坏或默认列表文件里的媒体文件不存在。单击“确定”删除默认列表文件。", 0),
+              0u);
+    EXPECT_TRUE(WaitFor([] { return !fs::exists(DefaultListPath()); }));
 }
 
 }  // namespace

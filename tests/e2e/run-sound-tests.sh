@@ -14,7 +14,7 @@ for i in 1 2 3; do
     sox -n -r 44100 -c 2 "$work/t$i.wav" synth 2 sine $((300 + 200 * i)) vol 0.5
     lame --quiet -b 128 "$work/t$i.wav" "$work/media/tones/tone$i.mp3"
 done
-sox -n -r 44100 -c 2 "$work/long.wav" synth 12 sine 500 vol 0.5
+sox -n -r 44100 -c 2 "$work/long.wav" synth 20 sine 500 vol 0.5
 lame --quiet -b 128 "$work/long.wav" "$work/media/long.mp3"
 # Variable bit rate at every MPEG version's rates: lame -V 2 and -V 9 of a 4 s tone.
 mkdir -p "$work/media/vbr"
@@ -23,12 +23,13 @@ for clip in v2:44100:44.1 v9:44100:44.1 v2:22050:22.05 v9:11025:11.025 v9:8000:8
     sox -n -r "$rate" -c 2 "$work/vbr.wav" synth 4 sine 440 vol 0.5
     lame --quiet -V "${q#v}" --resample "$khz" "$work/vbr.wav" "$work/media/vbr/$q-${khz%%.*}k.mp3"
 done
-# A short video, in a codec Windows and Wine both have.
-ffmpeg -loglevel error -y -f lavfi -i testsrc=size=320x240:rate=15 -f lavfi -i sine=frequency=600:sample_rate=22050 \
-    -t 4 -c:v msvideo1 -c:a pcm_s16le -shortest "$work/media/clip.avi"
-# The same in Motion JPEG, which only the system's media filters decode.
-ffmpeg -loglevel error -y -f lavfi -i testsrc=size=320x240:rate=15 -f lavfi -i sine=frequency=600:sample_rate=22050 \
-    -t 4 -c:v mjpeg -q:v 3 -c:a pcm_s16le -shortest "$work/media/clip-mjpeg.avi"
+# A short video in a codec Windows and Wine both have, and in Motion JPEG, which only the system's
+# media filters decode.
+for clip in "clip.avi -c:v msvideo1" "clip-mjpeg.avi -c:v mjpeg -q:v 3"; do
+    # shellcheck disable=SC2086
+    ffmpeg -loglevel error -y -f lavfi -i testsrc=size=320x240:rate=15 -f lavfi -i sine=frequency=600:sample_rate=22050 \
+        -t 4 ${clip#* } -c:a pcm_s16le -shortest "$work/media/${clip%% *}"
+done
 # An MPEG-1 program stream, as VCD-era files are: the movie device plays it through the system's
 # MPEG filters.
 ffmpeg -loglevel error -y -f lavfi -i testsrc=size=352x240:rate=25 -f lavfi -i sine=frequency=600:sample_rate=44100 \
@@ -71,8 +72,7 @@ fail=0
 if [ -f "$work/events.txt" ]; then
     while read -r kind from to label; do
         [ -n "$kind" ] || continue
-        start=$(awk -v a="$from" -v t="$t0" 'BEGIN{printf "%.3f", (a-t)/1000}')
-        len=$(awk -v a="$from" -v b="$to" 'BEGIN{printf "%.3f", (b-a)/1000}')
+        read -r start len < <(awk -v a="$from" -v b="$to" -v t="$t0" 'BEGIN{printf "%.3f %.3f\n", (a-t)/1000, (b-a)/1000}')
         rms=$(sox -t raw -r 44100 -e signed -b 16 -c 2 "$work/rec.raw" -n trim "$start" "$len" stat 2>&1 |
               awk '/RMS +amplitude/{print $3}')
         rms=${rms:-0}
