@@ -94,7 +94,11 @@ std::vector<std::optional<std::string>> LyricsLines(std::string_view normalized,
         }
         const long n = std::stol(std::string(number));
         if (n < 1 || n > count || lines[static_cast<std::size_t>(n - 1)]) continue;
-        lines[static_cast<std::size_t>(n - 1)] = ValueText(line.substr(eq + 1));
+        // A lone CR inside a line is no line break here, and must not become one in the text that is
+        // exported or looked up: a full file would grow past its line limit.
+        std::string value = ValueText(line.substr(eq + 1));
+        std::replace(value.begin(), value.end(), '\r', ' ');
+        lines[static_cast<std::size_t>(n - 1)] = std::move(value);
     }
     return lines;
 }

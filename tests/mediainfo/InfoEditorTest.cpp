@@ -150,6 +150,7 @@ TEST(QgcFile, LyricsLinesByNumberUpToTheCount) {
     EXPECT_EQ(ParseQgcFile(file).lyrics, "first\r\n\r\nthird\r\n");
     EXPECT_EQ(QgcLyricsText(file), "first\r\nthird");
     EXPECT_EQ(ParseQgcFile(Gbk("[媒体歌词]\r\n行数=999999999\r\n歌词1=x")).lyrics.size(), 1 + 2 * (kMaxQgcLines - 1));
+    EXPECT_EQ(ParseQgcFile(Gbk("[媒体歌词]\r\n行数=1\r\n歌词1=a\rb")).lyrics, "a b");  // no line break of its own
 }
 
 }  // namespace
