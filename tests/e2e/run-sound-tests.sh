@@ -26,9 +26,9 @@ done
 # A short video, in a codec Windows and Wine both have.
 ffmpeg -loglevel error -y -f lavfi -i testsrc=size=320x240:rate=15 -f lavfi -i sine=frequency=600:sample_rate=22050 \
     -t 4 -c:v msvideo1 -c:a pcm_s16le -shortest "$work/media/clip.avi"
-# The same in Motion JPEG, which only the system's media filters decode.
+# The same in Cinepak, the other codec every Windows and Wine decode.
 ffmpeg -loglevel error -y -f lavfi -i testsrc=size=320x240:rate=15 -f lavfi -i sine=frequency=600:sample_rate=22050 \
-    -t 4 -c:v mjpeg -q:v 3 -c:a pcm_s16le -shortest "$work/media/clip-mjpeg.avi"
+    -t 4 -c:v cinepak -c:a pcm_s16le -shortest "$work/media/clip-cinepak.avi"
 # An MPEG-1 program stream, as VCD-era files are: the movie device plays it through the system's
 # MPEG filters.
 ffmpeg -loglevel error -y -f lavfi -i testsrc=size=352x240:rate=25 -f lavfi -i sine=frequency=600:sample_rate=44100 \
