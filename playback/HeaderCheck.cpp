@@ -138,11 +138,24 @@ bool RealLooksSound(std::string_view head, long long size) {
     return own >= 18 && own <= size && Be(head, 14, 4) <= 1000;
 }
 
+// MPEG audio under ID3v2 tags: the system's MPEG device never returns from a head of many stacked tags.
+bool MpegHeadLooksSound(std::string_view head) {
+    int tags = 0;
+    for (std::size_t at = 0; at + 10 <= head.size() && head.substr(at, 3) == "ID3"; ++tags) {
+        // The size is "synch-safe": seven bits a byte.
+        std::size_t size = 0;
+        for (std::size_t i = 6; i < 10; ++i) size = size << 7 | (static_cast<unsigned char>(head[at + i]) & 0x7F);
+        at += 10 + size;
+    }
+    return tags <= 2;
+}
+
 }  // namespace
 
 bool HeadLooksSound(std::string_view name, std::string_view head, long long size) {
     const std::size_t dot = name.rfind('.');
     const std::string ext = dot == std::string_view::npos ? std::string() : LowerAscii(name.substr(dot));
+    if (IsMpegAudioName(name)) return MpegHeadLooksSound(head);
     if (ext == ".wav") return WaveLooksSound(head);
     if (ext == ".ico" || ext == ".cur") return IconLooksSound(head, size);
     if (ext == ".avi") return AviLooksSound(head);
@@ -155,7 +168,7 @@ bool HeadLooksSound(std::string_view name, std::string_view head, long long size
 bool FileHeadLooksSound(FileSystem& fs, const std::string& path) {
     // MPEG audio is confirmed by our own frame walker: the system's MPEG device can sit for ever on an
     // ".mp3" of tags or 0xFF bytes alone.
-    if (IsMpegAudioName(path)) return ReadMpegStreamFacts(fs, path).has_value();
+    if (IsMpegAudioName(path) && !ReadMpegStreamFacts(fs, path)) return false;
     const FileRead head = fs.ReadFilePart(path, 0, 64 * 1024);
     if (head.status != FileRead::Status::Ok) return true;  // unreadable: the system says so itself
     return HeadLooksSound(path, head.bytes, fs.FileSize(path));

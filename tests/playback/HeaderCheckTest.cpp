@@ -54,6 +54,13 @@ std::string Gif(unsigned width, unsigned height, char codeSize = 2) {
            Le(height, 2) + '\0' + codeSize + "\x02\x4C\x01" + '\0' + ";";
 }
 
+// Empty ID3v2 tags, one after another.
+std::string Tags(int count) {
+    std::string s;
+    for (int i = 0; i < count; ++i) s += std::string("ID3\3\0\0", 6) + std::string(4, '\0');
+    return s;
+}
+
 std::string Real(unsigned ownSize, unsigned headers) { return ".RMF" + Be(ownSize, 4) + Le(0, 6) + Be(headers, 4); }
 
 // Headers that crash the system's decoders never reach them; real ones and formats we do not check do.
@@ -74,6 +81,8 @@ TEST(HeaderCheck, RefusesOnlyHeadersNoRealFileHas) {
         {"a.cur", Icon(2, 50, 60), false},  // its images end past the file
         {"a.ico", Icon(0xFFFF, 40, 22).substr(0, 80), false},
         {"a.mp3", std::string(10, '\0'), true},
+        {"a.mp3", Tags(2) + std::string(400, '\xFF'), true},  // a tag twice, as some taggers leave it
+        {"a.mp2", Tags(3000), false},
         {"a.avi", Avi(2, 320, 240), true},
         {"a.avi", Avi(1, 0, 0), true},  // sound alone
         {"a.avi", Avi(0, 320, 240), false},
