@@ -61,7 +61,7 @@ bool IconLooksSound(std::string_view head, long long size) {
 
 // A RIFF AVI file's main header: at least one stream, a sane frame. The AVI reader of Wine dies on a
 // header that counts no streams.
-bool AviLooksSound(std::string_view head) {
+bool AviLooksSound(std::string_view head, long long size) {
     if (head.size() < 12 || head.substr(0, 4) != "RIFF" || head.substr(8, 4) != "AVI ") return true;
     if (head.size() < 32 + 56 || head.substr(12, 4) != "LIST" || head.substr(20, 4) != "hdrl" ||
         head.substr(24, 4) != "avih" || Le(head, 28, 4) < 56) {
@@ -69,7 +69,16 @@ bool AviLooksSound(std::string_view head) {
     }
     const std::uint32_t streams = Le(head, 32 + 24, 4), width = Le(head, 32 + 32, 4), height = Le(head, 32 + 36, 4);
     // A file of sound alone gives no frame size.
-    return streams >= 1 && streams <= 64 && ((width == 0 && height == 0) || SaneSize(width, height));
+    if (streams < 1 || streams > 64 || !((width == 0 && height == 0) || SaneSize(width, height))) return false;
+    // The frames' list ends inside the file: Wine's reader dies on one that claims more.
+    for (std::size_t at = 12; at + 12 <= head.size();) {
+        const std::uint32_t chunk = Le(head, at + 4, 4);
+        if (head.substr(at, 4) == "LIST" && head.substr(at + 8, 4) == "movi") {
+            return static_cast<long long>(at) + 8 + chunk <= size;
+        }
+        at += 8 + static_cast<std::size_t>(chunk) + (chunk & 1);
+    }
+    return true;
 }
 
 // An AIFF or AIFF-C file: channels, sample size and rate (an 80-bit float) a sound can have, and sound
@@ -158,7 +167,7 @@ bool HeadLooksSound(std::string_view name, std::string_view head, long long size
     if (IsMpegAudioName(name)) return MpegHeadLooksSound(head);
     if (ext == ".wav") return WaveLooksSound(head);
     if (ext == ".ico" || ext == ".cur") return IconLooksSound(head, size);
-    if (ext == ".avi") return AviLooksSound(head);
+    if (ext == ".avi") return AviLooksSound(head, size);
     if (ext == ".aif" || ext == ".aiff" || ext == ".aifc") return AiffLooksSound(head);
     if (ext == ".gif") return GifLooksSound(head, size);
     if (ext == ".rm" || ext == ".ra" || ext == ".rmvb") return RealLooksSound(head, size);

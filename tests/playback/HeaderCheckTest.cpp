@@ -88,6 +88,8 @@ TEST(HeaderCheck, RefusesOnlyHeadersNoRealFileHas) {
         {"a.avi", Avi(0, 320, 240), false},
         {"a.avi", Avi(0xFFFFFFFF, 320, 240), false},
         {"a.avi", Avi(1, 0x7FFFFFFF, 0x7FFFFFFF), false},
+        {"a.avi", Avi(1, 8, 8) + "LIST" + Le(4 + 8, 4) + "movi00db" + Le(0, 4), true},
+        {"a.avi", Avi(1, 8, 8) + "LIST" + Le(0xFFFFFFFF, 4) + "movi", false},  // frames past the file's end
         {"a.avi", "RIFF" + Le(4, 4) + "AVI LISTLISTLISTLIST", false},
         {"a.avi", "RIFF" + Le(4, 4) + "WAVEfmt ", true},  // another content: the system decides
         {"a.aif", Aiff(2, 16), true},
