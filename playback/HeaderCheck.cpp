@@ -15,6 +15,18 @@ std::uint32_t Le(std::string_view b, std::size_t at, int bytes) {
     return v;
 }
 
+std::uint32_t Be(std::string_view b, std::size_t at, int bytes) {
+    std::uint32_t v = 0;
+    for (int i = 0; i < bytes; ++i) v = v << 8 | static_cast<unsigned char>(b[at + static_cast<std::size_t>(i)]);
+    return v;
+}
+
+// Sizes a real picture has: no side of 0 and no frame of more than 2^26 pixels.
+bool SaneSize(std::uint32_t width, std::uint32_t height) {
+    return width >= 1 && height >= 1 && width <= 65536 && height <= 65536 &&
+           static_cast<unsigned long long>(width) * height <= 1ULL << 26;
+}
+
 // A RIFF WAVE file's "fmt " block: counts a real format can have. Not a RIFF WAVE at all passes: the
 // system decides by content.
 bool WaveLooksSound(std::string_view head) {
@@ -49,20 +61,125 @@ bool IconLooksSound(std::string_view head, long long size) {
     return true;
 }
 
+// A RIFF AVI file's main header: at least one stream, a sane frame. The AVI reader of Wine dies on a
+// header that counts no streams.
+bool AviLooksSound(std::string_view head, long long size) {
+    if (head.size() < 12 || head.substr(0, 4) != "RIFF" || head.substr(8, 4) != "AVI ") return true;
+    if (head.size() < 32 + 56 || head.substr(12, 4) != "LIST" || head.substr(20, 4) != "hdrl" ||
+        head.substr(24, 4) != "avih" || Le(head, 28, 4) < 56) {
+        return false;
+    }
+    const std::uint32_t streams = Le(head, 32 + 24, 4), width = Le(head, 32 + 32, 4), height = Le(head, 32 + 36, 4);
+    // A file of sound alone gives no frame size.
+    if (streams < 1 || streams > 64 || !((width == 0 && height == 0) || SaneSize(width, height))) return false;
+    // The frames' list ends inside the file: Wine's reader dies on one that claims more.
+    for (std::size_t at = 12; at + 12 <= head.size();) {
+        const std::uint32_t chunk = Le(head, at + 4, 4);
+        if (head.substr(at, 4) == "LIST" && head.substr(at + 8, 4) == "movi") {
+            return static_cast<long long>(at) + 8 + chunk <= size;
+        }
+        at += 8 + static_cast<std::size_t>(chunk) + (chunk & 1);
+    }
+    return true;
+}
+
+// An AIFF or AIFF-C file: channels, sample size and rate (an 80-bit float) a sound can have, and sound
+// data that starts inside its block. Wine's reader never returns from some others.
+bool AiffLooksSound(std::string_view head) {
+    if (head.size() < 12 || head.substr(0, 4) != "FORM" || (head.substr(8, 4) != "AIFF" && head.substr(8, 4) != "AIFC")) {
+        return true;
+    }
+    bool comm = false;
+    for (std::size_t at = 12; at + 8 <= head.size();) {
+        const std::uint32_t size = Be(head, at + 4, 4);
+        const std::size_t body = at + 8;
+        if (head.substr(at, 4) == "COMM") {
+            if (size < 18 || body + 18 > head.size()) return false;
+            const std::uint32_t channels = Be(head, body, 2), bits = Be(head, body + 6, 2);
+            const std::uint32_t exponent = Be(head, body + 8, 2), mantissaTop = Be(head, body + 10, 4);
+            // 1000 to 768000 Hz: exponents 16383+9 to 16383+19, the mantissa's top bit set.
+            if (channels < 1 || channels > 18 || bits < 1 || bits > 32 || exponent < 16392 || exponent > 16402 ||
+                (mantissaTop & 0x80000000u) == 0) {
+                return false;
+            }
+            comm = true;
+        } else if (head.substr(at, 4) == "SSND") {
+            if (size < 8 || (body + 8 <= head.size() && 8ULL + Be(head, body, 4) > size)) return false;
+        }
+        at = body + size + (size & 1);
+    }
+    return comm;
+}
+
+// A GIF: a sane screen and images, and a block structure that reaches an image before the file ends.
+bool GifLooksSound(std::string_view head, long long size) {
+    if (head.size() < 6 || (head.substr(0, 6) != "GIF87a" && head.substr(0, 6) != "GIF89a")) return true;
+    if (head.size() < 13 || !SaneSize(Le(head, 6, 2), Le(head, 8, 2))) return false;
+    const auto table = [&](unsigned flags) { return (flags & 0x80) ? std::size_t{3} << ((flags & 7) + 1) : 0; };
+    std::size_t at = 13 + table(static_cast<unsigned char>(head[10]));
+    const auto blocks = [&] {  // data sub-blocks up to their empty terminator
+        while (at < head.size() && head[at] != 0) at += 1 + static_cast<unsigned char>(head[at]);
+        return at++ < head.size();
+    };
+    while (at < head.size()) {
+        const char kind = head[at];
+        if (kind == '!') {
+            at += 2;
+            if (!blocks()) break;
+        } else if (kind == ',') {
+            if (at + 11 > head.size()) break;
+            const unsigned flags = static_cast<unsigned char>(head[at + 9]);
+            if (!SaneSize(Le(head, at + 5, 2), Le(head, at + 7, 2))) return false;
+            at += 10 + table(flags);
+            if (at >= head.size()) break;
+            const unsigned codeSize = static_cast<unsigned char>(head[at]);
+            return codeSize >= 2 && codeSize <= 8;
+        } else {
+            return false;  // a trailer or anything else before the first image
+        }
+    }
+    return static_cast<long long>(head.size()) < size;  // the head ended first: the rest decides
+}
+
+// A RealMedia file's first header: its own size and a count of headers a file can hold.
+bool RealLooksSound(std::string_view head, long long size) {
+    if (head.size() < 4 || head.substr(0, 4) != ".RMF") return true;
+    if (head.size() < 18) return false;
+    const std::uint32_t own = Be(head, 4, 4);
+    return own >= 18 && own <= size && Be(head, 14, 4) <= 1000;
+}
+
+// MPEG audio under ID3v2 tags: the system's MPEG device never returns from a head of many stacked tags.
+bool MpegHeadLooksSound(std::string_view head) {
+    int tags = 0;
+    for (std::size_t at = 0; at + 10 <= head.size() && head.substr(at, 3) == "ID3"; ++tags) {
+        // The size is "synch-safe": seven bits a byte.
+        std::size_t size = 0;
+        for (std::size_t i = 6; i < 10; ++i) size = size << 7 | (static_cast<unsigned char>(head[at + i]) & 0x7F);
+        at += 10 + size;
+    }
+    return tags <= 2;
+}
+
 }  // namespace
 
 bool HeadLooksSound(std::string_view name, std::string_view head, long long size) {
     const std::size_t dot = name.rfind('.');
     const std::string ext = dot == std::string_view::npos ? std::string() : LowerAscii(name.substr(dot));
+    if (IsMpegAudioName(name)) return MpegHeadLooksSound(head);
     if (ext == ".wav") return WaveLooksSound(head);
     if (ext == ".ico" || ext == ".cur") return IconLooksSound(head, size);
+    if (ext == ".avi") return AviLooksSound(head, size);
+    if (ext == ".aif" || ext == ".aiff" || ext == ".aifc") return AiffLooksSound(head);
+    if (ext == ".gif") return GifLooksSound(head, size);
+    if (ext == ".rm" || ext == ".ra" || ext == ".rmvb") return RealLooksSound(head, size);
     return true;
 }
 
 bool FileHeadLooksSound(FileSystem& fs, const std::string& path) {
     // MPEG audio is confirmed by our own frame walker: the system's MPEG device can sit for ever on an
     // ".mp3" of tags or 0xFF bytes alone.
-    if (IsMpegAudioName(path)) return ReadMpegStreamFacts(fs, path).has_value();
+    if (IsMpegAudioName(path) && !ReadMpegStreamFacts(fs, path)) return false;
     const FileRead head = fs.ReadFilePart(path, 0, 64 * 1024);
     if (head.status != FileRead::Status::Ok) return true;  // unreadable: the system says so itself
     return HeadLooksSound(path, head.bytes, fs.FileSize(path));

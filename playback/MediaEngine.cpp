@@ -318,12 +318,16 @@ OpenResult MediaEngine::OpenDispatch(const std::string& path, WindowId videoWind
     }
     const long long cx = commands_.PictureSize(kMovieAlias, "cx");
     const long long cy = commands_.PictureSize(kMovieAlias, "cy");
-    if (!Play("", "")) return OpenResult::CannotPlay;
     const bool video = cx > 0 && cy > 0;
-    picture_ = video ? PixelRect{0, 0, static_cast<long>(cx), static_cast<long>(cy)} : PixelRect{};
+    // The device's window is placed and shown before it plays: Wine's AVI device shows it itself when it
+    // starts, and takes a later "show" for a "hide".
     if (video) {
         PlacePicture(videoWindow);
         commands_.ShowPicture(kMovieAlias);
+    }
+    if (!Play("", "")) return OpenResult::CannotPlay;
+    picture_ = video ? PixelRect{0, 0, static_cast<long>(cx), static_cast<long>(cy)} : PixelRect{};
+    if (video) {
         const long long frames = commands_.LengthFrames(kMovieAlias);
         const long long rate = commands_.FrameRate(kMovieAlias);
         info_.lines = {

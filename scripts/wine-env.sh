@@ -126,6 +126,17 @@ init_drives() {
     touch "$WINEPREFIX/.lumora-drives"
 }
 
+# On our virtual display no window manager runs, and Wine waits for one (about two seconds) each
+# time it hides a window it lets the manager handle: there it hands it none.
+init_window_manager() {
+    local managed=Y
+    [ -n "${XVFB_PID:-}" ] && managed=N
+    [ "$(cat "$WINEPREFIX/.lumora-managed" 2>/dev/null)" = "$managed" ] && return 0
+    wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d "$managed" /f >/dev/null 2>&1
+    wineserver -w 2>/dev/null || true
+    echo "$managed" >"$WINEPREFIX/.lumora-managed"
+}
+
 write_state() {
     cat >"$state" <<EOS
 XVFB_PID=${XVFB_PID:-}
@@ -144,6 +155,7 @@ do_start() {
     write_state
     init_prefix
     init_drives
+    init_window_manager
 }
 
 do_stop() {

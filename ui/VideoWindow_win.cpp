@@ -27,11 +27,16 @@ bool VideoWindow::Create(HWND owner) {
 }
 
 void VideoWindow::Restore(const std::optional<WindowRect>& kept) {
+    centred_ = !kept;
     if (kept) {
         SetWindowPos(hwnd_, nullptr, static_cast<int>(kept->left), static_cast<int>(kept->top),
                      static_cast<int>(kept->Width()), static_cast<int>(kept->Height()), SWP_NOZORDER | SWP_NOACTIVATE);
         return;
     }
+    Centre();
+}
+
+void VideoWindow::Centre() {
     MONITORINFO mi{};
     mi.cbSize = sizeof mi;
     GetMonitorInfoW(MonitorFromWindow(owner_, MONITOR_DEFAULTTONEAREST), &mi);
@@ -64,6 +69,9 @@ void VideoWindow::ShowSized(long width, long height) {
     RECT r{0, 0, static_cast<int>(width), static_cast<int>(height)};
     AdjustWindowRectEx(&r, kFramed, FALSE, 0);
     SetWindowPos(hwnd_, nullptr, 0, 0, r.right - r.left, r.bottom - r.top, SWP_NOMOVE | SWP_NOZORDER);
+    // Sized to its first picture, a window without a kept place is centred anew; later the user's place holds.
+    if (centred_ && !IsWindowVisible(hwnd_)) Centre();
+    centred_ = false;
     ShowWindow(hwnd_, SW_SHOWNA);
 }
 

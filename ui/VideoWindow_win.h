@@ -39,9 +39,11 @@ public:
 
 private:
     void LeaveFullScreen();
+    void Centre();
 
     HWND owner_ = nullptr;
     bool fullScreen_ = false;
+    bool centred_ = false;  // no kept place: centred on the owner's screen when first shown at its size
     IPicture* picture_ = nullptr;
     void PaintPicture(HDC dc);
     RECT normal_{};

@@ -3,8 +3,7 @@
 zero-filled, random, misnamed, every header field at its limits, sizes that claim far more than
 is there), list files, and lyrics and QGC files beside a playable MP3. Seeded: the same files
 every run. Usage: make-bad-files.py FOLDER (MPEG audio goes to FOLDER/mpeg, lyrics beside theirs
-to FOLDER/lyrics, lists to FOLDER/lists, the rest to FOLDER/media, and the files that Wine's own media stack never returns
-from, or only after many seconds, to FOLDER/stalls)."""
+to FOLDER/lyrics, lists to FOLDER/lists, the rest to FOLDER/media)."""
 import os
 import random
 import struct
@@ -325,13 +324,9 @@ for ext, cases in lyrics.items():
         files[f'lyrics-{ext}-{name}.mp3'] = MP3
         files[f'lyrics-{ext}-{name}.{ext}'] = data
 
-# Wine's media stack never returns from opening these (or only after many seconds), whatever the
-# program that asks: the stall stops the caller's thread with it.
-STALLS = {'ff-filled.mp3', 'id3v2-only.mp3', 'id3v2-repeated.mp3', 'channels-max.wav', 'channels-negative.aif',
-          'ssnd-offset-huge.aif', 'extensions-endless.gif', 'lzw-size-0.gif', 'size-max.gif', 'header-huge.rm'}
 for name, data in files.items():
     ext = name.lower().rsplit('.', 1)[1]
-    sub = 'stalls' if name in STALLS else 'lists' if ext == 'qlb' else 'lyrics' if name.startswith('lyrics-') else 'mpeg' if ext in ('mp1', 'mp2', 'mp3', 'lrc', 'smi', 'qgc') else 'media'
+    sub = 'lists' if ext == 'qlb' else 'lyrics' if name.startswith('lyrics-') else 'mpeg' if ext in ('mp1', 'mp2', 'mp3', 'lrc', 'smi', 'qgc') else 'media'
     os.makedirs(os.path.join(sys.argv[1], sub), exist_ok=True)
     with open(os.path.join(sys.argv[1], sub, name), 'wb') as f:
         f.write(data)

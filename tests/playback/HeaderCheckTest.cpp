@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 
+#include "mediainfo/TestMedia.h"
 #include "support/Fakes.h"
 #include "support/MpegFrames.h"
 
@@ -27,6 +29,40 @@ std::string Icon(unsigned count, unsigned bytes, unsigned offset) {
     return s + std::string(64, '\0');
 }
 
+std::string Be(unsigned v, int bytes) {
+    std::string s = Le(v, bytes);
+    return {s.rbegin(), s.rend()};
+}
+
+std::string Avi(unsigned streams, unsigned width, unsigned height) {
+    const std::string avih = Le(66666, 4) + std::string(20, '\0') + Le(streams, 4) + Le(0, 4) + Le(width, 4) +
+                             Le(height, 4) + std::string(16, '\0');
+    return "RIFF" + Le(400, 4) + "AVI LIST" + Le(4 + 8 + 56, 4) + "hdrlavih" + Le(56, 4) + avih;
+}
+
+// An AIFF of 8000 Hz unless `exponent` says otherwise, its sound data `offset` bytes into its block.
+std::string Aiff(unsigned channels, unsigned bits, unsigned exponent = 0x400B, unsigned offset = 0) {
+    const std::string comm = "COMM" + Be(18, 4) + Be(channels, 2) + Be(800, 4) + Be(bits, 2) + Be(exponent, 2) +
+                             Be(0xFA000000, 4) + Be(0, 4);
+    return "FORM" + Be(846, 4) + "AIFF" + comm + "SSND" + Be(808, 4) + Be(offset, 4) + Be(0, 4) + std::string(800, '\0');
+}
+
+// A GIF of one image with no colour tables, after an extension.
+std::string Gif(unsigned width, unsigned height, char codeSize = 2) {
+    const std::string screen = Le(width, 2) + Le(height, 2) + std::string(3, '\0');
+    return "GIF89a" + screen + "!\xF9\x04" + std::string(4, '\0') + '\0' + "," + Le(0, 4) + Le(width, 2) +
+           Le(height, 2) + '\0' + codeSize + "\x02\x4C\x01" + '\0' + ";";
+}
+
+// Empty ID3v2 tags, one after another.
+std::string Tags(int count) {
+    std::string s;
+    for (int i = 0; i < count; ++i) s += std::string("ID3\3\0\0", 6) + std::string(4, '\0');
+    return s;
+}
+
+std::string Real(unsigned ownSize, unsigned headers) { return ".RMF" + Be(ownSize, 4) + Le(0, 6) + Be(headers, 4); }
+
 // Headers that crash the system's decoders never reach them; real ones and formats we do not check do.
 TEST(HeaderCheck, RefusesOnlyHeadersNoRealFileHas) {
     const struct {
@@ -46,11 +82,45 @@ TEST(HeaderCheck, RefusesOnlyHeadersNoRealFileHas) {
         {"a.cur", Icon(2, 50, 60), false},  // its images end past the file
         {"a.ico", Icon(0xFFFF, 40, 22).substr(0, 80), false},
         {"a.mp3", std::string(10, '\0'), true},
+        {"a.mp3", Tags(2) + std::string(400, '\xFF'), true},  // a tag twice, as some taggers leave it
+        {"a.mp2", Tags(3000), false},
+        {"a.avi", Avi(2, 320, 240), true},
+        {"a.avi", Avi(1, 0, 0), true},  // sound alone
+        {"a.avi", Avi(0, 320, 240), false},
+        {"a.avi", Avi(0xFFFFFFFF, 320, 240), false},
+        {"a.avi", Avi(1, 0x7FFFFFFF, 0x7FFFFFFF), false},
+        {"a.avi", Avi(1, 8, 8) + "LIST" + Le(4 + 8, 4) + "movi00db" + Le(0, 4), true},
+        {"a.avi", Avi(1, 8, 8) + "LIST" + Le(0xFFFFFFFF, 4) + "movi", false},  // frames past the file's end
+        {"a.avi", "RIFF" + Le(4, 4) + "AVI LISTLISTLISTLIST", false},
+        {"a.avi", "RIFF" + Le(4, 4) + "WAVEfmt ", true},  // another content: the system decides
+        {"a.aif", Aiff(2, 16), true},
+        {"a.aiff", Aiff(0xFFFF, 16), false},
+        {"a.aif", Aiff(1, 0), false},
+        {"a.aif", Aiff(1, 8, 0x7FFF), false},  // infinite rate
+        {"a.aif", Aiff(1, 8, 0), false},
+        {"a.aif", Aiff(1, 8, 0x400B, 0xFFFFFFFF), false},
+        {"a.aif", "FORM" + Be(4, 4) + "AIFF", false},  // no format block
+        {"a.gif", Gif(64, 48), true},
+        {"a.gif", Gif(0xFFFF, 0xFFFF), false},
+        {"a.gif", Gif(64, 48, 0), false},
+        {"a.gif", Gif(64, 48).substr(0, 20) + std::string(5000, '\x04'), false},  // blocks without an end
+        {"a.rm", Real(18, 5), true},
+        {"a.rm", Real(0xFFFFFFFF, 0xFFFFFFFF), false},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(HeadLooksSound(c.name, c.head, static_cast<long long>(c.head.size())), c.sound) << c.name << " #"
                                                                                                     << (&c - cases);
     }
+    // Real files: a blocks' walk cut by the end of the head leaves the rest to the system.
+    EXPECT_TRUE(HeadLooksSound("a.gif", Gif(64, 48).substr(0, 20) + std::string(5000, '\x04'), 1 << 20));
+    int avis = 0;
+    for (const auto& e : std::filesystem::directory_iterator(test::kCorpusDir + "/video")) {
+        if (e.path().extension() != ".avi") continue;
+        const std::string bytes = test::ReadBytes(e.path().string()).value();
+        EXPECT_TRUE(HeadLooksSound("a.avi", bytes, static_cast<long long>(bytes.size()))) << e.path();
+        ++avis;
+    }
+    EXPECT_EQ(avis, 4) << "the corpus's AVI files";
 }
 
 // An ".mp3" must hold frames our walker confirms; other names are judged by their head alone.
