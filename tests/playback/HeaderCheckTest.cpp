@@ -3,9 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
 
-#include "mediainfo/TestMedia.h"
 #include "support/Fakes.h"
 #include "support/MpegFrames.h"
 
@@ -114,9 +115,10 @@ TEST(HeaderCheck, RefusesOnlyHeadersNoRealFileHas) {
     // Real files: a blocks' walk cut by the end of the head leaves the rest to the system.
     EXPECT_TRUE(HeadLooksSound("a.gif", Gif(64, 48).substr(0, 20) + std::string(5000, '\x04'), 1 << 20));
     int avis = 0;
-    for (const auto& e : std::filesystem::directory_iterator(test::kCorpusDir + "/video")) {
+    for (const auto& e : std::filesystem::directory_iterator(LUMORA_CORPUS_DIR "/video")) {
         if (e.path().extension() != ".avi") continue;
-        const std::string bytes = test::ReadBytes(e.path().string()).value();
+        std::ifstream in(e.path(), std::ios::binary);
+        const std::string bytes(std::istreambuf_iterator<char>(in), {});
         EXPECT_TRUE(HeadLooksSound("a.avi", bytes, static_cast<long long>(bytes.size()))) << e.path();
         ++avis;
     }
