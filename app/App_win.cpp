@@ -375,6 +375,7 @@ void App::Close() {
     SavePositions();
     engine_.CloseAll();
     window_.Destroy();
+    closed_ = true;
 }
 
 }  // namespace lumora

@@ -55,6 +55,9 @@ public:
 
     // Creates the windows, loads the options and opens the argument; `osCode` as start-up found it.
     bool Start(const std::string& argument, const std::string& osCode);
+    // The main window has been closed: the message loop ends even when the quit message it posted was
+    // taken by a message loop of the system's (one of Wine's media components does so now and then).
+    bool Closed() const { return closed_; }
 
 private:
     // QueueView
@@ -134,6 +137,7 @@ private:
     std::string osCode_;
     unsigned runningTimers_ = 0;  // a bit for each TimerId that runs
     bool displayClosedByUser_ = false;  // until the next file opens
+    bool closed_ = false;
 };
 
 }  // namespace lumora

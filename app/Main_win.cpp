@@ -103,12 +103,12 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     }
     int exitCode = created ? 0 : 1;
     if (created) {
-        MSG msg;
-        while (GetMessageW(&msg, nullptr, 0, 0) > 0) {
+        MSG msg{};
+        while (!app->Closed() && GetMessageW(&msg, nullptr, 0, 0) > 0) {
             TranslateMessage(&msg);
             DispatchMessageW(&msg);
         }
-        exitCode = static_cast<int>(msg.wParam);
+        if (msg.message == WM_QUIT) exitCode = static_cast<int>(msg.wParam);
     }
     app.reset();
     OleUninitialize();

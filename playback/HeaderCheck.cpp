@@ -161,6 +161,67 @@ bool MpegHeadLooksSound(std::string_view head) {
     return tags <= 2;
 }
 
+unsigned long long Le64(std::string_view b, std::size_t at) {
+    return static_cast<unsigned long long>(Le(b, at + 4, 4)) << 32 | Le(b, at, 4);
+}
+
+// An ASF (Windows Media) file: the header object and each object in it fit their container, the file
+// properties give no more packets than the file has bytes, and the data object after the header fits
+// the file.
+bool AsfLooksSound(std::string_view head, long long size) {
+    static constexpr std::string_view kHeader("\x30\x26\xB2\x75\x8E\x66\xCF\x11\xA6\xD9\x00\xAA\x00\x62\xCE\x6C", 16);
+    static constexpr std::string_view kFileProperties("\xA1\xDC\xAB\x8C\x47\xA9\xCF\x11\x8E\xE4\x00\xC0\x0C\x20\x53\x65", 16);
+    static constexpr std::string_view kStreamProperties("\x91\x07\xDC\xB7\xB7\xA9\xCF\x11\x8E\xE6\x00\xC0\x0C\x20\x53\x65", 16);
+    if (head.size() < 16 || head.substr(0, 16) != kHeader) return true;
+    if (head.size() < 30) return false;
+    const auto fileSize = static_cast<unsigned long long>(size);
+    const unsigned long long headerSize = Le64(head, 16);
+    const std::uint32_t count = Le(head, 24, 4);
+    if (headerSize < 30 || headerSize > fileSize || count == 0 || count > (headerSize - 30) / 24) return false;
+    std::size_t at = 30;
+    bool fileProperties = false;
+    for (std::uint32_t i = 0; i < count; ++i) {
+        if (at + 24 > head.size()) return true;  // the head ended first: the rest decides
+        const unsigned long long objectSize = Le64(head, at + 16);
+        if (objectSize < 24 || objectSize > headerSize - at) return false;
+        const std::string_view guid = head.substr(at, 16);
+        if (guid == kFileProperties) {
+            if (objectSize < 104 || at + 104 > head.size()) return false;
+            fileProperties = Le64(head, at + 56) <= fileSize;  // data packets
+            if (!fileProperties) return false;
+        }
+        if (guid == kStreamProperties && at + 78 <= head.size() &&
+            78ULL + Le(head, at + 64, 4) + Le(head, at + 68, 4) > objectSize) {
+            return false;  // type-specific and error-correction data past the object
+        }
+        at += static_cast<std::size_t>(objectSize);
+    }
+    if (!fileProperties) return false;
+    if (headerSize + 24 <= head.size()) {
+        const unsigned long long dataSize = Le64(head, static_cast<std::size_t>(headerSize) + 16);
+        if (dataSize < 50 || dataSize > fileSize - headerSize) return false;
+    }
+    return true;
+}
+
+// A QuickTime file: its top-level atoms, each at least a header long, end inside the file.
+bool QuickTimeLooksSound(std::string_view head, long long size) {
+    const auto fileSize = static_cast<unsigned long long>(size);
+    for (unsigned long long at = 0; at + 8 <= head.size();) {
+        const auto here = static_cast<std::size_t>(at);
+        unsigned long long atomSize = Be(head, here, 4);
+        if (atomSize == 0) return true;  // runs to the file's end
+        if (atomSize == 1) {
+            if (here + 16 > head.size()) return true;
+            atomSize = static_cast<unsigned long long>(Be(head, here + 8, 4)) << 32 | Be(head, here + 12, 4);
+            if (atomSize < 16) return false;
+        }
+        if (atomSize < 8 || atomSize > fileSize - at) return false;
+        at += atomSize;
+    }
+    return true;
+}
+
 }  // namespace
 
 bool HeadLooksSound(std::string_view name, std::string_view head, long long size) {
@@ -173,6 +234,8 @@ bool HeadLooksSound(std::string_view name, std::string_view head, long long size
     if (ext == ".aif" || ext == ".aiff" || ext == ".aifc") return AiffLooksSound(head);
     if (ext == ".gif") return GifLooksSound(head, size);
     if (ext == ".rm" || ext == ".ra" || ext == ".rmvb") return RealLooksSound(head, size);
+    if (ext == ".asf" || ext == ".wma" || ext == ".wmv") return AsfLooksSound(head, size);
+    if (ext == ".mov" || ext == ".qt") return QuickTimeLooksSound(head, size);
     return true;
 }
 

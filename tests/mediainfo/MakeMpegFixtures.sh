@@ -35,5 +35,9 @@ for entry in \
         -of default=noprint_wrappers=1 "$name" 2>/dev/null | tr '\n' ' ')
     echo "file=$name mode=$mode crc=$crc $probe" >>expectations.tmp
 done
+# Windows Media and QuickTime files as ffmpeg writes them, for the head checks that must let them through.
+ffmpeg -loglevel error -y -f lavfi -i sine=frequency=440:sample_rate=22050 -t 1 -c:a wmav2 made.wma
+ffmpeg -loglevel error -y -f lavfi -i testsrc=size=64x48:rate=10 -t 1 -c:v wmv2 made.wmv
+ffmpeg -loglevel error -y -f lavfi -i testsrc=size=64x48:rate=10 -f lavfi -i sine -t 1 -c:v mpeg4 -c:a aac made.mov
 rm -f ./*.wav
 mv expectations.tmp expectations.txt

@@ -64,6 +64,16 @@ std::string Tags(int count) {
 
 std::string Real(unsigned ownSize, unsigned headers) { return ".RMF" + Be(ownSize, 4) + Le(0, 6) + Be(headers, 4); }
 
+std::string Le64(unsigned long long v) { return Le(static_cast<unsigned>(v), 4) + Le(static_cast<unsigned>(v >> 32), 4); }
+
+// A header object holding file properties, then a data object.
+std::string Asf(unsigned objects, unsigned long long packets, unsigned long long dataSize) {
+    const std::string props = std::string("\xA1\xDC\xAB\x8C\x47\xA9\xCF\x11\x8E\xE4\x00\xC0\x0C\x20\x53\x65", 16) +
+                              Le64(104) + std::string(32, '\0') + Le64(packets) + std::string(40, '\0');
+    return std::string("\x30\x26\xB2\x75\x8E\x66\xCF\x11\xA6\xD9\x00\xAA\x00\x62\xCE\x6C", 16) + Le64(30 + props.size()) +
+           Le(objects, 4) + "\x01\x02" + props + std::string(16, 'D') + Le64(dataSize) + std::string(26, '\0');
+}
+
 // Headers that crash the system's decoders never reach them; real ones and formats we do not check do.
 TEST(HeaderCheck, RefusesOnlyHeadersNoRealFileHas) {
     const struct {
@@ -107,6 +117,14 @@ TEST(HeaderCheck, RefusesOnlyHeadersNoRealFileHas) {
         {"a.gif", Gif(64, 48).substr(0, 20) + std::string(5000, '\x04'), false},  // blocks without an end
         {"a.rm", Real(18, 5), true},
         {"a.rm", Real(0xFFFFFFFF, 0xFFFFFFFF), false},
+        {"a.wma", Asf(1, 1, 50), true},
+        {"a.asf", Asf(0, 1, 50), false},
+        {"a.wma", Asf(1, ~0ULL, 50), false},  // more packets than bytes
+        {"a.wmv", Asf(1, 1, 1ULL << 63), false},
+        {"a.wma", Asf(1, 1, 50).substr(0, 40), false},
+        {"a.mov", Be(16, 4) + "ftyp" + Le(0, 8) + Be(0, 4) + "mdat", true},  // the last atom runs to the end
+        {"a.mov", Be(0xFFFFFFFF, 4) + "moov" + Le(0, 8), false},
+        {"a.qt", Be(1, 4) + "mdat" + Be(0xFFFFFFFF, 4) + Be(0xFFFFFFFF, 4), false},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(HeadLooksSound(c.name, c.head, static_cast<long long>(c.head.size())), c.sound) << c.name << " #"
@@ -123,6 +141,11 @@ TEST(HeaderCheck, RefusesOnlyHeadersNoRealFileHas) {
         ++avis;
     }
     EXPECT_EQ(avis, 4) << "the corpus's AVI files";
+    for (const char* made : {"made.wma", "made.wmv", "made.mov"}) {
+        std::ifstream in(std::string(LUMORA_MPEG_FIXTURES_DIR "/") + made, std::ios::binary);
+        const std::string bytes(std::istreambuf_iterator<char>(in), {});
+        EXPECT_TRUE(bytes.size() > 1000 && HeadLooksSound(made, bytes, static_cast<long long>(bytes.size()))) << made;
+    }
 }
 
 // An ".mp3" must hold frames our walker confirms; other names are judged by their head alone.
