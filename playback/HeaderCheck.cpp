@@ -1,6 +1,8 @@
 #include "playback/HeaderCheck.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <iterator>
 
 #include "common/Text.h"
 #include "mediainfo/MpegAudioParser.h"
@@ -204,22 +206,30 @@ bool AsfLooksSound(std::string_view head, long long size) {
     return true;
 }
 
-// A QuickTime file: its top-level atoms, each at least a header long, end inside the file.
-bool QuickTimeLooksSound(std::string_view head, long long size) {
-    const auto fileSize = static_cast<unsigned long long>(size);
-    for (unsigned long long at = 0; at + 8 <= head.size();) {
+// QuickTime atoms from `at` to `end`: each at least a header long and inside its parent, and so are the
+// atoms inside the containers among them. What lies past the head is left to the system.
+bool AtomsFit(std::string_view head, unsigned long long at, unsigned long long end, int depth) {
+    static constexpr std::string_view kContainers[] = {"moov", "trak", "mdia", "minf", "stbl", "edts", "dinf", "udta"};
+    while (at + 8 <= end && at + 8 <= head.size()) {
         const auto here = static_cast<std::size_t>(at);
-        unsigned long long atomSize = Be(head, here, 4);
-        if (atomSize == 0) return true;  // runs to the file's end
+        unsigned long long atomSize = Be(head, here, 4), headerSize = 8;
+        if (atomSize == 0) atomSize = end - at;  // runs to its parent's end
         if (atomSize == 1) {
             if (here + 16 > head.size()) return true;
             atomSize = static_cast<unsigned long long>(Be(head, here + 8, 4)) << 32 | Be(head, here + 12, 4);
-            if (atomSize < 16) return false;
+            headerSize = 16;
         }
-        if (atomSize < 8 || atomSize > fileSize - at) return false;
+        if (atomSize < headerSize || atomSize > end - at) return false;
+        const std::string_view type = head.substr(here + 4, 4);
+        const bool container = std::find(std::begin(kContainers), std::end(kContainers), type) != std::end(kContainers);
+        if (container && (depth >= 8 || !AtomsFit(head, at + headerSize, at + atomSize, depth + 1))) return false;
         at += atomSize;
     }
     return true;
+}
+
+bool QuickTimeLooksSound(std::string_view head, long long size) {
+    return AtomsFit(head, 0, static_cast<unsigned long long>(size), 0);
 }
 
 }  // namespace

@@ -125,6 +125,7 @@ TEST(HeaderCheck, RefusesOnlyHeadersNoRealFileHas) {
         {"a.mov", Be(16, 4) + "ftyp" + Le(0, 8) + Be(0, 4) + "mdat", true},  // the last atom runs to the end
         {"a.mov", Be(0xFFFFFFFF, 4) + "moov" + Le(0, 8), false},
         {"a.qt", Be(1, 4) + "mdat" + Be(0xFFFFFFFF, 4) + Be(0xFFFFFFFF, 4), false},
+        {"a.qt", Be(0, 4) + "moov" + Be(8, 4) + "trak" + "trak" + "trak", false},  // an atom past its container
     };
     for (const auto& c : cases) {
         EXPECT_EQ(HeadLooksSound(c.name, c.head, static_cast<long long>(c.head.size())), c.sound) << c.name << " #"
