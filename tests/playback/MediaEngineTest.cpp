@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-
 #include <functional>
 #include <map>
 
@@ -33,13 +32,14 @@ struct RecordingMci : MciPort {
     PixelRect WindowRect(WindowId) override { return {10, 20, 640, 480}; }
 
     Lines sent;
-    std::map<std::string, std::string> replies;
+    std::map<std::string, std::string> replies{{"Where movie1 destination", "0 0 352 288"}};
     std::map<std::string, unsigned long> errors;
     std::string format = "frames";
     long long lengthFrames = 10001, lengthMs = 400000, position = 0;
 };
 
 struct FakeControls : ControlPort {
+    explicit FakeControls(bool withControls = true, bool withPlayer = false) : installed(withControls), mediaPlayer(withPlayer) {}
     bool Available(HostedControl control) override { return installed && (control == HostedControl::Flash || mediaPlayer); }
     bool Open(HostedControl, const std::string& path, WindowId window) override {
         return log.push_back("open " + path + " in " + std::to_string(window)), opens;
@@ -91,9 +91,7 @@ TEST(MediaEngine, OpenDispatchByEndingAndInstalledControls) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.path);
         RecordingMci mci;
-        FakeControls controls;
-        controls.installed = c.flash;
-        controls.mediaPlayer = c.mediaPlayer;
+        FakeControls controls(c.flash, c.mediaPlayer);
         MediaEngine e(mci);
         e.SetControls(&controls);
         EXPECT_EQ(e.OpenDispatch(c.path, 7, c.decoder1), c.result);
@@ -128,7 +126,6 @@ TEST(MediaEngine, OpenDispatchByEndingAndInstalledControls) {
 
 TEST(MediaEngine, VideoAndAudioAfterOpening) {
     RecordingMci mci;
-    mci.replies["Where movie1 destination"] = "0 0 352 288";
     MediaEngine e(mci);
     ASSERT_EQ(e.OpenDispatch("D:\\v.mpg", 3, false), OpenResult::Playing);
     EXPECT_EQ(e.Info().lines, (Lines{"该媒体文件为视频", "画面原始大小(X)：352  (Y)：288",
@@ -145,19 +142,17 @@ TEST(MediaEngine, VideoAndAudioAfterOpening) {
     ASSERT_EQ(a.OpenDispatch("D:\\s.wav", 3, false), OpenResult::Playing);
     EXPECT_EQ(a.Info().lines, Lines{"该媒体文件为音频"});
     EXPECT_EQ(a.Picture().width, 0);
-    bool cdClosed = false;
-    a.onCloseCd = [&] { cdClosed = true; };
+    int cdCloses = 0;
+    a.onCloseCd = [&] { ++cdCloses; };
     a.CloseAll();
-    EXPECT_TRUE(cdClosed);
-    EXPECT_EQ(std::tuple(a.Info().lines.size(), a.State().segmentEnd, a.Position()), std::tuple(0u, 0LL, -1LL));
+    EXPECT_EQ(std::tuple(cdCloses, a.Info().lines.size(), a.State().segmentEnd, a.Position()), std::tuple(1, 0u, 0LL, -1LL));
 }
 
 // Flash: pause and stop are the control's one stop method. Windows Media: play, pause and stop methods and
 // a position property in seconds; a play range ends where it was asked to, though the control plays on.
 TEST(MediaEngine, HostedControlsPlayTheirFiles) {
     RecordingMci mci;
-    FakeControls controls;
-    controls.mediaPlayer = true;
+    FakeControls controls(true, true);
     MediaEngine e(mci);
     e.SetControls(&controls);
     ASSERT_EQ(e.OpenDispatch("D:\\片头.swf", 7, false), OpenResult::Control);
@@ -170,19 +165,17 @@ TEST(MediaEngine, HostedControlsPlayTheirFiles) {
     EXPECT_TRUE(e.Play("1500", ""));
     EXPECT_EQ(e.State().segmentEnd, 42500);
     controls.position = 3.25;
-    EXPECT_EQ(e.Mode(), "playing");
     EXPECT_TRUE(e.Pause());
     EXPECT_EQ(e.State().resumePosition, 3250);
-    EXPECT_TRUE(e.Play("0", ""));  // continuing: the control's own play, no new position
-    EXPECT_TRUE(e.Stop());
+    EXPECT_TRUE(e.Play("0", "") && e.Stop());  // continuing: the control's own play, no new position
     const std::string setStart = "set " + std::to_string(kPlayerPositionProperty) + " 15";
     EXPECT_EQ(controls.log, (Lines{"close", "open D:\\歌.wma in 7", setStart, Call(kPlayerPlayMethod),
                                    Call(kPlayerPauseMethod), Call(kPlayerPlayMethod), Call(kPlayerStopMethod)}));
     EXPECT_TRUE(e.Play("1000", "2000"));
-    controls.position = 1.99;
-    EXPECT_EQ(e.Mode(), "playing");
-    controls.position = 2.0;
-    EXPECT_EQ(e.Mode(), "stopped");
+    for (const auto& [at, mode] : {std::pair{1.99, "playing"}, {2.0, "stopped"}}) {
+        controls.position = at;
+        EXPECT_EQ(e.Mode(), mode);
+    }
     EXPECT_EQ(controls.log.back(), Call(kPlayerStopMethod));
     EXPECT_EQ(mci.sent, (Lines{"Close All", "Close All"}));
 }
@@ -190,7 +183,6 @@ TEST(MediaEngine, HostedControlsPlayTheirFiles) {
 // Decoder 2 speaks milliseconds; the engine frames (10001 in 400 s here) or milliseconds for audio.
 TEST(EngineDecoder, TurnsMillisecondsIntoTheEnginesUnits) {
     RecordingMci mci;
-    mci.replies["Where movie1 destination"] = "0 0 352 288";
     MediaEngine engine(mci);
     EngineDecoder d(engine, 7);
     d.SetHeadCheck([](const std::string& path) { return path != "D:\\bad.wav"; });
@@ -237,8 +229,7 @@ TEST(EngineDecoder, TurnsMillisecondsIntoTheEnginesUnits) {
     // A seek while paused stays paused at the new place.
     ASSERT_TRUE(d.Pause());
     ASSERT_TRUE(d.Seek(400000));
-    EXPECT_EQ(mci.sent[mci.sent.size() - 3], "play movie1 from 10001 to 10001");
-    EXPECT_EQ(mci.sent[mci.sent.size() - 2], "Pause movie1");
+    EXPECT_EQ(Lines(mci.sent.end() - 3, mci.sent.end() - 1), (Lines{"play movie1 from 10001 to 10001", "Pause movie1"}));
     EXPECT_FALSE(d.Finished());  // paused: never the end
     ASSERT_TRUE(d.Resume());
     for (const auto& [mode, finished] : {std::pair{"stopped", true}, {"playing", false}, {"", false}}) {
@@ -264,18 +255,16 @@ TEST(EngineDecoder, PicturesAndMoviesInControlsComeToAnEnd) {
     engine.SetControls(&controls);
     std::uint32_t now = 0xFFFFF000u;  // the tick count about to wrap
     EngineDecoder d(engine, 7, [&] { return now; });
+    const auto finishedAfter = [&](std::uint32_t ms) { return now += ms, d.Finished(); };
     ASSERT_TRUE(d.Open("D:\\照片.jpg"));
     EXPECT_EQ(d.LengthMs(), kPictureShowMs);
     now += 2000;
     ASSERT_TRUE(d.Pause());
-    now += 60000;
-    EXPECT_FALSE(d.Finished());
+    EXPECT_FALSE(finishedAfter(60000));
     ASSERT_TRUE(d.Resume());
-    now += kPictureShowMs - 2001;
+    EXPECT_FALSE(finishedAfter(kPictureShowMs - 2001));
     EXPECT_EQ(d.PositionMs(), kPictureShowMs - 1);
-    EXPECT_FALSE(d.Finished());
-    now += 1;
-    EXPECT_TRUE(d.Finished());
+    EXPECT_TRUE(finishedAfter(1));
     ASSERT_TRUE(d.PlayRange(0, -1));  // play after a stop shows it again
     EXPECT_FALSE(d.Finished());
 
@@ -285,8 +274,7 @@ TEST(EngineDecoder, PicturesAndMoviesInControlsComeToAnEnd) {
         controls.playing = playing;
         EXPECT_EQ(d.Finished(), finished);
     }
-    now += kPictureShowMs;
-    EXPECT_TRUE(d.Finished());
+    EXPECT_TRUE(finishedAfter(kPictureShowMs));
 }
 
 }  // namespace

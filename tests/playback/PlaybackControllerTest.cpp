@@ -30,16 +30,20 @@ struct Rig : test::RecordingPlayerView {
     PlaybackController player{{queue, settings, prompts, decoder, &audio, *this, *this,
                                [this] { return draws ? draws() : draw; }}};
 
-    explicit Rig(int entries) {
+    // `play`: the entry opened at once, 0 for none.
+    explicit Rig(int entries, int play = 0) {
         test::Lines names;
         for (int i = 1; i <= entries; ++i) names.push_back("s" + std::to_string(i) + ".wma");
         queue.Queue().Replace("D:\\m", test::Entries("D:\\m", names));
+        if (play) player.PlayEntry(play);
     }
     std::string Current() { return decoder.opened.empty() ? "" : decoder.opened.back(); }
     void EndOfFile() {
         decoder.finished = true;
         player.ProgressTick();
     }
+    Rig& At(long long ms) { return decoder.position = ms, *this; }
+    Rig& Press(std::string_view commands);
 };
 
 std::string Mode(std::string_view suffix) { return std::string(kModePrefix) + std::string(suffix); }
@@ -47,17 +51,18 @@ std::string Mode(std::string_view suffix) { return std::string(kModePrefix) + st
 // Each command from a file playing at 50 s of 200 s (or from an empty queue), and the text it leaves.
 // Commands by letter: P play/pause, S stop, N next, V previous, L loop, R random, O normal, T time mode,
 // G segment, A and B the segment's points, t a progress tick, E the end of the file.
-void Press(Rig& r, std::string_view commands) {
+Rig& Rig::Press(std::string_view commands) {
     for (const char c : commands) {
-        PlaybackController& p = r.player;
+        PlaybackController& p = player;
         const std::map<char, std::function<void()>> actions = {
             {'P', [&] { p.PlayPause(); }}, {'S', [&] { p.Stop(); }},     {'N', [&] { p.Next(); }},
             {'V', [&] { p.Previous(); }},  {'L', [&] { p.ToggleLoop(); }}, {'R', [&] { p.SetRandom(); }},
             {'O', [&] { p.SetNormal(); }}, {'T', [&] { p.ToggleTimeMode(); }}, {'G', [&] { p.SegmentCommand(); }},
             {'A', [&] { p.SetA(); }},      {'B', [&] { p.SetB(); }},     {'t', [&] { p.ProgressTick(); }},
-            {'E', [&] { r.EndOfFile(); }}};
+            {'E', [&] { EndOfFile(); }}};
         actions.at(c)();
     }
+    return *this;
 }
 
 TEST(PlaybackController, CommandsAndTheTextsTheyShow) {
@@ -82,14 +87,11 @@ TEST(PlaybackController, CommandsAndTheTextsTheyShow) {
         {1, "E", &T::statusLine, "播放的进度为：100% 时间为：00:03:20"},  // the end of a file shows the end
     };
     for (const auto& c : cases) {
-        Rig r(c.entries);
-        if (c.entries) r.player.PlayEntry(1);
-        r.decoder.position = 50000;
-        Press(r, c.commands);
+        Rig r(c.entries, c.entries ? 1 : 0);
+        r.At(50000).Press(c.commands);
         EXPECT_EQ(r.last.*c.field, c.shown) << c.commands;
     }
-    Rig r(1);
-    r.player.PlayEntry(1);
+    Rig r(1, 1);
     for (const auto& [level, status] : {std::pair{17, "当前音量为：85%"}, {-3, "当前音量为：0%"}}) {
         r.player.SetVolume(level);
         EXPECT_EQ(r.last.statusLine, status);
@@ -107,20 +109,17 @@ TEST(PlaybackController, CommandsAndTheTextsTheyShow) {
 }
 
 TEST(PlaybackController, ProgressSliderAndStopRestartsFromTheBeginning) {
-    Rig r(1);
-    r.player.PlayEntry(1);
-    r.decoder.position = 250000;  // a length the decoder underestimated
-    r.player.ProgressTick();
+    Rig r(1, 1);
+    r.At(250000).Press("t");  // a length the decoder underestimated
     EXPECT_EQ(r.last.progress, 1000);
     r.player.Stop();
     EXPECT_EQ(r.last.progress, 0);
     EXPECT_FALSE(r.player.FilePlays());
-    Press(r, "PPP");  // pausing and going on: no new range
+    r.Press("PPP");  // pausing and going on: no new range
     EXPECT_EQ(r.decoder.ranges, (Ranges{{0, -1}}));
     EXPECT_FALSE(r.decoder.paused);
-    Press(r, "P");
-    EXPECT_TRUE(r.player.FilePlays());  // paused still counts
-    Press(r, "PE");
+    EXPECT_TRUE(r.Press("P").player.FilePlays());  // paused still counts
+    r.Press("PE");
     EXPECT_FALSE(r.player.FilePlays());  // the last entry ended
 }
 
@@ -131,10 +130,8 @@ TEST(PlaybackController, EndOfFileByMode) {
           {5, 1, "R", 0.99, "s5"}, {5, 3, "R", 0.0, "s1"}, {2, 1, "R", 0.99, ""}}) {  // random needs three entries
         Rig r(entries);
         r.draw = draw;
-        Press(r, mode);
-        r.player.PlayEntry(start);
-        r.decoder.position = 1000;
-        r.EndOfFile();
+        r.Press(mode).player.PlayEntry(start);
+        r.At(1000).Press("E");
         const std::string expected = *next ? "D:\\m\\" + std::string(next) + ".wma" : r.decoder.opened.front();
         EXPECT_EQ(r.Current() + r.last.playCaption, expected + (*next ? "暂停" : "播放")) << mode << start;
     }
@@ -147,8 +144,7 @@ TEST(PlaybackController, RandomPlayDrawsFromASeededGenerator) {
     for (const std::uint64_t seed : {1u, 2u}) {
         Rig r(10);
         r.draws = SeededDraws(seed);
-        Press(r, "R");
-        r.player.PlayEntry(1);
+        r.Press("R").player.PlayEntry(1);
         for (int i = 0; i < 40; ++i) r.EndOfFile();
         orders[seed - 1] = r.decoder.opened;
         EXPECT_EQ(std::set<std::string>(r.decoder.opened.begin(), r.decoder.opened.end()).size(), 10u);
@@ -159,14 +155,10 @@ TEST(PlaybackController, RandomPlayDrawsFromASeededGenerator) {
 // Play after the list has ended opens the last entry again, even where the device refuses to play
 // on from its end: the caption, the progress and the time all move again.
 TEST(PlaybackController, PlayAfterTheListEndedPlaysWithItsTexts) {
-    Rig r(2);
-    r.player.PlayEntry(2);
-    r.EndOfFile();
-    ASSERT_EQ(r.last.playCaption, "播放");
+    Rig r(2, 2);
+    ASSERT_EQ(r.Press("E").last.playCaption, "播放");
     r.decoder.rangeWorks = false;
-    Press(r, "P");
-    r.decoder.position = 100000;
-    Press(r, "t");
+    r.Press("P").At(100000).Press("t");
     EXPECT_EQ(r.decoder.opened, (std::vector<std::string>{"D:\\m\\s2.wma", "D:\\m\\s2.wma"}));
     EXPECT_EQ(r.last.playCaption + r.last.time, "暂停00:01:40");
 }
@@ -177,14 +169,12 @@ TEST(PlaybackController, LetsGoOfTheFileForAWriteAndGoesOnWhereItWas) {
     for (const auto& [before, seeks, paused, finished, caption] :
          {std::tuple{"", std::vector<long long>{50000}, false, false, "暂停"},
           {"P", std::vector<long long>{50000}, true, false, "播放"}, {"S", std::vector<long long>{}, false, true, "播放"}}) {
-        Rig r(1);
-        r.player.PlayEntry(1);
-        r.decoder.position = 50000;
-        Press(r, before);
+        Rig r(1, 1);
+        r.At(50000).Press(before);
         EXPECT_FALSE(r.player.LetGo("D:\\m\\other.wma"));
         ASSERT_TRUE(r.player.LetGo("D:\\m\\s1.wma"));
         EXPECT_EQ(r.decoder.closes, 1);
-        Press(r, "t");  // the timer leaves the closed device alone
+        r.Press("t");  // the timer leaves the closed device alone
         r.player.TakeBack();
         EXPECT_EQ(r.decoder.opened.size(), 2u);
         EXPECT_EQ(r.decoder.seeks, seeks) << before;
@@ -195,40 +185,25 @@ TEST(PlaybackController, LetsGoOfTheFileForAWriteAndGoesOnWhereItWas) {
 }
 
 TEST(PlaybackController, PreviousNextAndTheEdgesOfTheQueue) {
-    Rig r(3);
-    r.player.PlayEntry(1);
-    Press(r, "VNV");
-    r.player.PlayEntry(3);
-    Press(r, "N");
+    Rig r(3, 1);
+    r.Press("VNV").player.PlayEntry(3);
+    r.Press("N");
     for (int index : {0, 4}) r.player.PlayEntry(index);
     EXPECT_EQ(r.decoder.opened, (std::vector<std::string>{"D:\\m\\s1.wma", "D:\\m\\s2.wma", "D:\\m\\s1.wma", "D:\\m\\s3.wma"}));
     r.player.PlayEntry(1);
-    r.player.Previous();  // a step back before the first entry: the end of the file goes back too
-    r.EndOfFile();
+    r.Press("VE");  // a step back before the first entry: the end of the file goes back too
     EXPECT_EQ(r.decoder.opened.size(), 5u);
 }
 
 TEST(PlaybackController, SegmentRefusalsAndTheLoopFromBToA) {
-    Rig r(1);
-    r.player.PlayEntry(1);
-    Press(r, "GA");  // A at 0
-    r.decoder.position = 1000;
-    Press(r, "BE");
-    EXPECT_EQ(r.decoder.ranges, (Ranges{{0, 1000}, {0, 1000}}));
-    r.decoder.ranges.clear();
-    Press(r, "GGB");
-    EXPECT_EQ(r.prompts.messages.back(), (test::Message{"请选择A点再选B点", "错误"}));
-    r.decoder.position = 65000;
-    r.player.SetA();
-    r.decoder.position = 60000;
-    r.player.SetB();
-    EXPECT_EQ(r.prompts.messages.back().text, "B点不能比A点小");
-    EXPECT_EQ(r.last.segmentB, "B=N/A");
-    r.decoder.position = 70000;
-    Press(r, "BE");  // the decoder stops at B; the segment starts again at A
-    r.decoder.position = 68000;
-    Press(r, "G");  // cancel: the whole file from here on
-    EXPECT_EQ(r.decoder.ranges, (Ranges{{0, -1}, {65000, 70000}, {65000, 70000}, {68000, -1}}));
+    Rig r(1, 1);
+    r.Press("GA").At(1000).Press("BE");  // A at 0
+    EXPECT_EQ(r.Press("GGB").prompts.messages.back(), (test::Message{"请选择A点再选B点", "错误"}));
+    r.At(65000).Press("A").At(60000).Press("B");
+    EXPECT_EQ(r.prompts.messages.back().text + r.last.segmentB, "B点不能比A点小B=N/A");
+    r.At(70000).Press("BE");  // the decoder stops at B; the segment starts again at A
+    r.At(68000).Press("G");  // cancel: the whole file from here on
+    EXPECT_EQ(r.decoder.ranges, (Ranges{{0, 1000}, {0, 1000}, {0, -1}, {65000, 70000}, {65000, 70000}, {68000, -1}}));
     EXPECT_EQ(r.last.segmentA, "A=N/A");
 }
 
@@ -253,12 +228,8 @@ TEST(PlaybackController, TypedTimesJumpsAndSeeks) {
     r.player.JumpToTime();
     r.player.JumpToTime();
     EXPECT_EQ(r.prompts.questions.back().title, "直接播放");
-    for (const long long at : {50000, 3000}) {
-        r.decoder.position = at;
-        r.player.Back();
-    }
-    r.decoder.position = 190000;
-    r.player.Forward();
+    for (const long long at : {50000, 3000}) r.At(at).player.Back();
+    r.At(190000).player.Forward();
     for (int permille : {250, -5, 1200}) r.player.SeekToPermille(permille);
     EXPECT_EQ(r.decoder.seeks, (std::vector<long long>{75000, 200000, 0, 40000, 0, 200000, 50000, 0, 200000}));
 }
@@ -267,11 +238,9 @@ TEST(PlaybackController, VolumeMovesOneStepATickUnlessL60) {
     Rig r(1);
     r.player.SetVolume(17);
     EXPECT_TRUE(r.levels.empty());
-    while (r.player.VolumeTick()) {
-    }
+    while (r.player.VolumeTick()) continue;
     r.player.SetVolume(19);
-    while (r.player.VolumeTick()) {
-    }
+    while (r.player.VolumeTick()) continue;
     r.settings.SetText("L60", "1");  // gradual change switched off
     r.player.SetVolume(5);
     r.player.RestoreVolume(25);  // the last run's level, at once
@@ -282,10 +251,9 @@ TEST(PlaybackController, VolumeMovesOneStepATickUnlessL60) {
 // The balloon help names the neighbours (wrapping round like the neighbour labels) and the seconds to skip, and
 // follows the player: its mode, the time shown, the volume, the segment.
 TEST(TransportTips, FollowTheQueueTheOptionsAndThePlayer) {
-    Rig r(3);
+    Rig r(3, 1);
     r.settings.SetText("L1", "7");
-    r.player.PlayEntry(1);
-    Press(r, "RT");
+    r.Press("RT");
     r.player.SetVolume(7);
     for (const auto& [current, previous, next] :
          {std::tuple{1, "003-(s3.wma)", "002-(s2.wma)"}, {3, "002-(s2.wma)", "001-(s1.wma)"}}) {
@@ -312,14 +280,11 @@ TEST(PlaybackController, StopAndAnUnplayableFileClearWhatDescribedTheFile) {
     r.settings.SetText("L16", "0");  // on at once: past the last entry, nothing more plays
     r.queue.Queue().Replace("D:\\m", {{"D:\\m\\s1.wma", "s1.wma"}, {"D:\\m\\bad.wma", "bad.wma"}});
     r.player.PlayEntry(1);
-    r.decoder.position = 50000;
-    Press(r, "GAtB");
+    r.At(50000).Press("GAtB");
     ASSERT_TRUE(r.fileShown);
-    r.player.Stop();
-    EXPECT_FALSE(r.fileShown);
-    r.player.PlayPause();  // played again: the panels describe it again
-    EXPECT_TRUE(r.fileShown);
-    r.player.Next();  // bad.wma cannot be played
+    EXPECT_FALSE(r.Press("S").fileShown);
+    EXPECT_TRUE(r.Press("P").fileShown);  // played again: the panels describe it again
+    r.Press("N");  // bad.wma cannot be played
     EXPECT_EQ(std::tuple(r.last.segmentA, r.last.segmentB, r.last.totalTime, r.last.statusLine),
               std::tuple("A=N/A", "B=N/A", "总时：N/A", "该文件无法播放..."));
     EXPECT_FALSE(r.fileShown);
