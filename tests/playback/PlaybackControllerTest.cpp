@@ -50,7 +50,8 @@ std::string Mode(std::string_view suffix) { return std::string(kModePrefix) + st
 
 // Each command from a file playing at 50 s of 200 s (or from an empty queue), and the text it leaves.
 // Commands by letter: P play/pause, S stop, N next, V previous, L loop, R random, O normal, T time mode,
-// G segment, A and B the segment's points, t a progress tick, E the end of the file.
+// G segment, A and B the segment's points, t a progress tick, E the end of the file, J jump to a typed time,
+// < back and > forward.
 Rig& Rig::Press(std::string_view commands) {
     for (const char c : commands) {
         PlaybackController& p = player;
@@ -59,7 +60,8 @@ Rig& Rig::Press(std::string_view commands) {
             {'V', [&] { p.Previous(); }},  {'L', [&] { p.ToggleLoop(); }}, {'R', [&] { p.SetRandom(); }},
             {'O', [&] { p.SetNormal(); }}, {'T', [&] { p.ToggleTimeMode(); }}, {'G', [&] { p.SegmentCommand(); }},
             {'A', [&] { p.SetA(); }},      {'B', [&] { p.SetB(); }},     {'t', [&] { p.ProgressTick(); }},
-            {'E', [&] { EndOfFile(); }}};
+            {'E', [&] { EndOfFile(); }},   {'J', [&] { p.JumpToTime(); }}, {'<', [&] { p.Back(); }},
+            {'>', [&] { p.Forward(); }}};
         actions.at(c)();
     }
     return *this;
@@ -219,17 +221,12 @@ TEST(PlaybackController, TypedTimesJumpsAndSeeks) {
     r.settings.SetText("L1", "10");
     r.settings.SetText("L2", "30");
     r.prompts.textAnswer = "0:1:15";
-    r.player.JumpToTime();  // nothing open yet
-    r.player.Back();
-    r.player.PlayEntry(1);
-    r.player.JumpToTime();
+    r.Press("J<").player.PlayEntry(1);  // nothing open yet
+    r.Press("J");
     // Past the end, however many digits: the end of the file; before the start: the start.
     r.prompts.textScript = {"99999999999999999999", "-99999999999999999999:0:0"};
-    r.player.JumpToTime();
-    r.player.JumpToTime();
-    EXPECT_EQ(r.prompts.questions.back().title, "直接播放");
-    for (const long long at : {50000, 3000}) r.At(at).player.Back();
-    r.At(190000).player.Forward();
+    EXPECT_EQ(r.Press("JJ").prompts.questions.back().title, "直接播放");
+    r.At(50000).Press("<").At(3000).Press("<").At(190000).Press(">");
     for (int permille : {250, -5, 1200}) r.player.SeekToPermille(permille);
     EXPECT_EQ(r.decoder.seeks, (std::vector<long long>{75000, 200000, 0, 40000, 0, 200000, 50000, 0, 200000}));
 }
