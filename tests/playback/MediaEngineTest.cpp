@@ -68,13 +68,9 @@ std::string Call(int id) { return "call " + std::to_string(id); }
 // Every open closes everything first, then the ending (in any case) picks the player, the device type and
 // whether the picture is looked for.
 TEST(MediaEngine, OpenDispatchByEndingAndInstalledControls) {
-    const struct {
-        const char* path;
-        bool decoder1, flash, mediaPlayer;
-        OpenResult result;
-        MediaKind kind;
-        const char* device;  // the open command's device type; "" when MCI opens nothing
-    } cases[] = {
+    // The path, decoder 1 on, the controls installed, the result, the kind and the open command's device type
+    // ("" when MCI opens nothing).
+    const std::tuple<const char*, bool, bool, bool, OpenResult, MediaKind, const char*> cases[] = {
         {"D:\\a.mp3", true, true, true, OpenResult::ForDecoder1, MediaKind::None, ""},
         {"D:\\a.mp1", true, true, true, OpenResult::ForDecoder1, MediaKind::None, ""},
         {"D:\\a.mp3", false, true, true, OpenResult::Playing, MediaKind::Mci, "MPEGVideo"},
@@ -88,17 +84,17 @@ TEST(MediaEngine, OpenDispatchByEndingAndInstalledControls) {
         {"D:\\v.wmv", false, true, false, OpenResult::Playing, MediaKind::Mci, "MPEGVideo"},
         {".wma", false, true, true, OpenResult::Playing, MediaKind::MediaPlayer, ""},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.path);
+    for (const auto& [path, decoder1, flash, mediaPlayer, result, kind, device] : cases) {
+        SCOPED_TRACE(path);
         RecordingMci mci;
-        FakeControls controls(c.flash, c.mediaPlayer);
+        FakeControls controls(flash, mediaPlayer);
         MediaEngine e(mci);
         e.SetControls(&controls);
-        EXPECT_EQ(e.OpenDispatch(c.path, 7, c.decoder1), c.result);
-        EXPECT_EQ(e.Kind(), c.kind);
+        EXPECT_EQ(e.OpenDispatch(path, 7, decoder1), result);
+        EXPECT_EQ(e.Kind(), kind);
         EXPECT_EQ(mci.sent.front() + controls.log.front(), "Close Allclose");
         const std::string opened = mci.sent.size() > 1 ? mci.sent[1] : "";
-        EXPECT_EQ(opened.find(std::string(" type ") + c.device + " ") != std::string::npos, *c.device != '\0');
+        EXPECT_EQ(opened.find(std::string(" type ") + device + " ") != std::string::npos, *device != '\0');
     }
     for (const char* name : {"D:\\b.JPG", "D:\\b.cur"}) {
         RecordingMci mci;
@@ -193,10 +189,7 @@ TEST(EngineDecoder, TurnsMillisecondsIntoTheEnginesUnits) {
     EXPECT_EQ(d.LengthMs(), 400000);
     mci.position = 5000;
     EXPECT_EQ(d.PositionMs(), 199980);
-    const struct {
-        std::function<bool()> run;
-        std::string sent;
-    } steps[] = {
+    const std::pair<std::function<bool()>, std::string> steps[] = {
         {[&] { return d.Seek(200000); }, "play movie1 from 5000 to 10001"},
         {[&] { return d.PlayRange(1000, 2000); }, "play movie1 from 25 to 50"},
         {[&] { return d.Seek(1000); }, "play movie1 from 25 to 50"},  // the range's end stays
@@ -207,9 +200,9 @@ TEST(EngineDecoder, TurnsMillisecondsIntoTheEnginesUnits) {
         {[&] { return d.SetSpeed(200); }, "set movie1 speed 2000"},
         {[&] { return d.SetVolume(10), true; }, "setaudio movie1 volume to 500"},
     };
-    for (const auto& s : steps) {
-        EXPECT_TRUE(s.run()) << s.sent;
-        EXPECT_EQ(mci.sent.back(), s.sent);
+    for (const auto& [run, sent] : steps) {
+        EXPECT_TRUE(run()) << sent;
+        EXPECT_EQ(mci.sent.back(), sent);
     }
     // A range's end: B reached, or the device standing still in the range's second half, though it says "playing".
     mci.replies["status movie1 mode"] = "playing";
@@ -224,7 +217,6 @@ TEST(EngineDecoder, TurnsMillisecondsIntoTheEnginesUnits) {
     }
     ASSERT_TRUE(d.PlayRange(0, -1));
     EXPECT_EQ(opens(), opensBefore + 2);  // a range played again after its end starts on the file opened anew
-    mci.replies["status movie1 mode"] = "";
 
     // A seek while paused stays paused at the new place.
     ASSERT_TRUE(d.Pause());

@@ -69,12 +69,7 @@ Rig& Rig::Press(std::string_view commands) {
 
 TEST(PlaybackController, CommandsAndTheTextsTheyShow) {
     using T = PlaybackTexts;
-    const struct {
-        int entries;
-        const char* commands;
-        std::string PlaybackTexts::*field;
-        std::string shown;
-    } cases[] = {
+    const std::tuple<int, const char*, std::string T::*, std::string> cases[] = {
         {0, "P", &T::statusLine, std::string(kNoFileToPlay)}, {0, "N", &T::statusLine, std::string(kNoFileToPlay)},
         {3, "", &T::title, "s1.wma"}, {3, "", &T::totalTime, "总时：00:03:20"},
         {3, "", &T::playCaption, "暂停"}, {3, "P", &T::playCaption, "播放"}, {3, "PP", &T::playCaption, "暂停"},
@@ -88,10 +83,9 @@ TEST(PlaybackController, CommandsAndTheTextsTheyShow) {
         {3, "A", &T::segmentA, "A=N/A"}, {3, "GAB", &T::segmentB, "B=00:00:50"}, {3, "GAN", &T::segmentA, "A=N/A"},
         {1, "E", &T::statusLine, "播放的进度为：100% 时间为：00:03:20"},  // the end of a file shows the end
     };
-    for (const auto& c : cases) {
-        Rig r(c.entries, c.entries ? 1 : 0);
-        r.At(50000).Press(c.commands);
-        EXPECT_EQ(r.last.*c.field, c.shown) << c.commands;
+    for (const auto& [entries, commands, field, shown] : cases) {
+        Rig r(entries, entries ? 1 : 0);
+        EXPECT_EQ(r.At(50000).Press(commands).last.*field, shown) << commands;
     }
     Rig r(1, 1);
     for (const auto& [level, status] : {std::pair{17, "当前音量为：85%"}, {-3, "当前音量为：0%"}}) {
