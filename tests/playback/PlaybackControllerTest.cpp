@@ -106,17 +106,14 @@ TEST(PlaybackController, CommandsAndTheTextsTheyShow) {
 
 TEST(PlaybackController, ProgressSliderAndStopRestartsFromTheBeginning) {
     Rig r(1, 1);
-    r.At(250000).Press("t");  // a length the decoder underestimated
-    EXPECT_EQ(r.last.progress, 1000);
-    r.player.Stop();
-    EXPECT_EQ(r.last.progress, 0);
+    EXPECT_EQ(r.At(250000).Press("t").last.progress, 1000);  // a length the decoder underestimated
+    EXPECT_EQ(r.Press("S").last.progress, 0);
     EXPECT_FALSE(r.player.FilePlays());
     r.Press("PPP");  // pausing and going on: no new range
     EXPECT_EQ(r.decoder.ranges, (Ranges{{0, -1}}));
     EXPECT_FALSE(r.decoder.paused);
     EXPECT_TRUE(r.Press("P").player.FilePlays());  // paused still counts
-    r.Press("PE");
-    EXPECT_FALSE(r.player.FilePlays());  // the last entry ended
+    EXPECT_FALSE(r.Press("PE").player.FilePlays());  // the last entry ended
 }
 
 TEST(PlaybackController, EndOfFileByMode) {
@@ -227,11 +224,10 @@ TEST(PlaybackController, TypedTimesJumpsAndSeeks) {
 
 TEST(PlaybackController, VolumeMovesOneStepATickUnlessL60) {
     Rig r(1);
-    r.player.SetVolume(17);
-    EXPECT_TRUE(r.levels.empty());
-    while (r.player.VolumeTick()) continue;
-    r.player.SetVolume(19);
-    while (r.player.VolumeTick()) continue;
+    for (const int level : {17, 19}) {
+        r.player.SetVolume(level);  // from 20, one step a tick
+        while (r.player.VolumeTick()) continue;
+    }
     r.settings.SetText("L60", "1");  // gradual change switched off
     r.player.SetVolume(5);
     r.player.RestoreVolume(25);  // the last run's level, at once
@@ -255,10 +251,8 @@ TEST(TransportTips, FollowTheQueueTheOptionsAndThePlayer) {
         EXPECT_EQ(tips.back + tips.forward, "后退7秒前进5秒");
     }
     const TransportTips tips = MakeTransportTips(r.settings, r.queue.Queue(), r.last, true);
-    EXPECT_EQ(tips.modeLoop, "设置播放方式-“单曲\\全部循环”。当前播放方式为：随机");
-    EXPECT_EQ(tips.time, "显示正在播放文件的剩余时间”。");
-    EXPECT_EQ(tips.volume, "显示播放音量 -- 7  （0为MIN；20为MAX）");
-    EXPECT_EQ(tips.volumeLabel, "音量显示（0为最小；20为最大）");
+    EXPECT_EQ(tips.modeLoop + tips.time, "设置播放方式-“单曲\\全部循环”。当前播放方式为：随机显示正在播放文件的剩余时间”。");
+    EXPECT_EQ(tips.volume + tips.volumeLabel, "显示播放音量 -- 7  （0为MIN；20为MAX）音量显示（0为最小；20为最大）");
     const TransportTips none = MakeTransportTips(r.settings, PlayQueue{}, PlaybackTexts{}, false);
     EXPECT_EQ(none.previous + none.back + none.modeNormal + none.time,
               "现在无文件播放无法后退设置播放方式-“正常”。当前播放方式为：正常“显示正在播放时间”。");
