@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-
 #include <functional>
 #include <map>
 
@@ -33,13 +32,14 @@ struct RecordingMci : MciPort {
     PixelRect WindowRect(WindowId) override { return {10, 20, 640, 480}; }
 
     Lines sent;
-    std::map<std::string, std::string> replies;
+    std::map<std::string, std::string> replies{{"Where movie1 destination", "0 0 352 288"}};
     std::map<std::string, unsigned long> errors;
     std::string format = "frames";
     long long lengthFrames = 10001, lengthMs = 400000, position = 0;
 };
 
 struct FakeControls : ControlPort {
+    explicit FakeControls(bool any = true, bool player = false) : installed(any), mediaPlayer(player) {}
     bool Available(HostedControl control) override { return installed && (control == HostedControl::Flash || mediaPlayer); }
     bool Open(HostedControl, const std::string& path, WindowId window) override {
         return log.push_back("open " + path + " in " + std::to_string(window)), opens;
@@ -68,13 +68,9 @@ std::string Call(int id) { return "call " + std::to_string(id); }
 // Every open closes everything first, then the ending (in any case) picks the player, the device type and
 // whether the picture is looked for.
 TEST(MediaEngine, OpenDispatchByEndingAndInstalledControls) {
-    const struct {
-        const char* path;
-        bool decoder1, flash, mediaPlayer;
-        OpenResult result;
-        MediaKind kind;
-        const char* device;  // the open command's device type; "" when MCI opens nothing
-    } cases[] = {
+    // The path, decoder 1 on, the controls installed, the result, the kind and the open command's device type
+    // ("" when MCI opens nothing).
+    const std::tuple<const char*, bool, bool, bool, OpenResult, MediaKind, const char*> cases[] = {
         {"D:\\a.mp3", true, true, true, OpenResult::ForDecoder1, MediaKind::None, ""},
         {"D:\\a.mp1", true, true, true, OpenResult::ForDecoder1, MediaKind::None, ""},
         {"D:\\a.mp3", false, true, true, OpenResult::Playing, MediaKind::Mci, "MPEGVideo"},
@@ -88,19 +84,17 @@ TEST(MediaEngine, OpenDispatchByEndingAndInstalledControls) {
         {"D:\\v.wmv", false, true, false, OpenResult::Playing, MediaKind::Mci, "MPEGVideo"},
         {".wma", false, true, true, OpenResult::Playing, MediaKind::MediaPlayer, ""},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.path);
+    for (const auto& [path, decoder1, flash, mediaPlayer, result, kind, device] : cases) {
+        SCOPED_TRACE(path);
         RecordingMci mci;
-        FakeControls controls;
-        controls.installed = c.flash;
-        controls.mediaPlayer = c.mediaPlayer;
+        FakeControls controls(flash, mediaPlayer);
         MediaEngine e(mci);
         e.SetControls(&controls);
-        EXPECT_EQ(e.OpenDispatch(c.path, 7, c.decoder1), c.result);
-        EXPECT_EQ(e.Kind(), c.kind);
+        EXPECT_EQ(e.OpenDispatch(path, 7, decoder1), result);
+        EXPECT_EQ(e.Kind(), kind);
         EXPECT_EQ(mci.sent.front() + controls.log.front(), "Close Allclose");
         const std::string opened = mci.sent.size() > 1 ? mci.sent[1] : "";
-        EXPECT_EQ(opened.find(std::string(" type ") + c.device + " ") != std::string::npos, *c.device != '\0');
+        EXPECT_EQ(opened.find(std::string(" type ") + device + " ") != std::string::npos, *device != '\0');
     }
     for (const char* name : {"D:\\b.JPG", "D:\\b.cur"}) {
         RecordingMci mci;
@@ -128,17 +122,15 @@ TEST(MediaEngine, OpenDispatchByEndingAndInstalledControls) {
 
 TEST(MediaEngine, VideoAndAudioAfterOpening) {
     RecordingMci mci;
-    mci.replies["Where movie1 destination"] = "0 0 352 288";
     MediaEngine e(mci);
     ASSERT_EQ(e.OpenDispatch("D:\\v.mpg", 3, false), OpenResult::Playing);
     EXPECT_EQ(e.Info().lines, (Lines{"该媒体文件为视频", "画面原始大小(X)：352  (Y)：288",
                                      "画面实际大小(X)：352  (Y)：288", "总帧数：10001  帧速率：25"}));
     // The picture fills the window, and the device's window, a hidden child at first, is shown before
     // it plays: Wine's AVI device takes a "show" after "play" for a "hide".
-    const auto put = std::find(mci.sent.begin(), mci.sent.end(), "put movie1 window at 0 0 640 480");
-    ASSERT_NE(put, mci.sent.end());
-    EXPECT_EQ(*(put + 1), "window movie1 state show");
-    EXPECT_LT(put - mci.sent.begin(), std::find(mci.sent.begin(), mci.sent.end(), "play movie1 from 0 to 10001") - mci.sent.begin());
+    const Lines shown{"put movie1 window at 0 0 640 480", "window movie1 state show"};
+    const auto put = std::search(mci.sent.begin(), mci.sent.end(), shown.begin(), shown.end());
+    EXPECT_LT(put, std::find(mci.sent.begin(), mci.sent.end(), "play movie1 from 0 to 10001"));
     EXPECT_EQ(std::pair(e.State().positionStep, e.State().segmentEnd), std::pair(2LL, 10001LL));
 
     RecordingMci audio;
@@ -158,8 +150,7 @@ TEST(MediaEngine, VideoAndAudioAfterOpening) {
 // a position property in seconds; a play range ends where it was asked to, though the control plays on.
 TEST(MediaEngine, HostedControlsPlayTheirFiles) {
     RecordingMci mci;
-    FakeControls controls;
-    controls.mediaPlayer = true;
+    FakeControls controls(true, true);
     MediaEngine e(mci);
     e.SetControls(&controls);
     ASSERT_EQ(e.OpenDispatch("D:\\片头.swf", 7, false), OpenResult::Control);
@@ -172,19 +163,17 @@ TEST(MediaEngine, HostedControlsPlayTheirFiles) {
     EXPECT_TRUE(e.Play("1500", ""));
     EXPECT_EQ(e.State().segmentEnd, 42500);
     controls.position = 3.25;
-    EXPECT_EQ(e.Mode(), "playing");
     EXPECT_TRUE(e.Pause());
     EXPECT_EQ(e.State().resumePosition, 3250);
-    EXPECT_TRUE(e.Play("0", ""));  // continuing: the control's own play, no new position
-    EXPECT_TRUE(e.Stop());
+    EXPECT_TRUE(e.Play("0", "") && e.Stop());  // continuing: the control's own play, no new position
     const std::string setStart = "set " + std::to_string(kPlayerPositionProperty) + " 15";
     EXPECT_EQ(controls.log, (Lines{"close", "open D:\\歌.wma in 7", setStart, Call(kPlayerPlayMethod),
                                    Call(kPlayerPauseMethod), Call(kPlayerPlayMethod), Call(kPlayerStopMethod)}));
     EXPECT_TRUE(e.Play("1000", "2000"));
-    controls.position = 1.99;
-    EXPECT_EQ(e.Mode(), "playing");
-    controls.position = 2.0;
-    EXPECT_EQ(e.Mode(), "stopped");
+    for (const auto& [at, mode] : {std::pair{1.99, "playing"}, {2.0, "stopped"}}) {
+        controls.position = at;
+        EXPECT_EQ(e.Mode(), mode);
+    }
     EXPECT_EQ(controls.log.back(), Call(kPlayerStopMethod));
     EXPECT_EQ(mci.sent, (Lines{"Close All", "Close All"}));
 }
@@ -192,7 +181,6 @@ TEST(MediaEngine, HostedControlsPlayTheirFiles) {
 // Decoder 2 speaks milliseconds; the engine frames (10001 in 400 s here) or milliseconds for audio.
 TEST(EngineDecoder, TurnsMillisecondsIntoTheEnginesUnits) {
     RecordingMci mci;
-    mci.replies["Where movie1 destination"] = "0 0 352 288";
     MediaEngine engine(mci);
     EngineDecoder d(engine, 7);
     d.SetHeadCheck([](const std::string& path) { return path != "D:\\bad.wav"; });
@@ -203,10 +191,7 @@ TEST(EngineDecoder, TurnsMillisecondsIntoTheEnginesUnits) {
     EXPECT_EQ(d.LengthMs(), 400000);
     mci.position = 5000;
     EXPECT_EQ(d.PositionMs(), 199980);
-    const struct {
-        std::function<bool()> run;
-        std::string sent;
-    } steps[] = {
+    const std::pair<std::function<bool()>, std::string> steps[] = {
         {[&] { return d.Seek(200000); }, "play movie1 from 5000 to 10001"},
         {[&] { return d.PlayRange(1000, 2000); }, "play movie1 from 25 to 50"},
         {[&] { return d.Seek(1000); }, "play movie1 from 25 to 50"},  // the range's end stays
@@ -217,9 +202,9 @@ TEST(EngineDecoder, TurnsMillisecondsIntoTheEnginesUnits) {
         {[&] { return d.SetSpeed(200); }, "set movie1 speed 2000"},
         {[&] { return d.SetVolume(10), true; }, "setaudio movie1 volume to 500"},
     };
-    for (const auto& s : steps) {
-        EXPECT_TRUE(s.run()) << s.sent;
-        EXPECT_EQ(mci.sent.back(), s.sent);
+    for (const auto& [run, sent] : steps) {
+        EXPECT_TRUE(run()) << sent;
+        EXPECT_EQ(mci.sent.back(), sent);
     }
     // A range's end: B reached, or the device standing still in the range's second half, though it says "playing".
     mci.replies["status movie1 mode"] = "playing";
@@ -234,13 +219,12 @@ TEST(EngineDecoder, TurnsMillisecondsIntoTheEnginesUnits) {
     }
     ASSERT_TRUE(d.PlayRange(0, -1));
     EXPECT_EQ(opens(), opensBefore + 2);  // a range played again after its end starts on the file opened anew
-    mci.replies["status movie1 mode"] = "";
 
     // A seek while paused stays paused at the new place.
     ASSERT_TRUE(d.Pause());
     ASSERT_TRUE(d.Seek(400000));
-    EXPECT_EQ(mci.sent[mci.sent.size() - 3], "play movie1 from 10001 to 10001");
-    EXPECT_EQ(mci.sent[mci.sent.size() - 2], "Pause movie1");
+    EXPECT_EQ(Lines(mci.sent.end() - 3, mci.sent.end() - 1),
+              (Lines{"play movie1 from 10001 to 10001", "Pause movie1"}));
     EXPECT_FALSE(d.Finished());  // paused: never the end
     ASSERT_TRUE(d.Resume());
     for (const auto& [mode, finished] : {std::pair{"stopped", true}, {"playing", false}, {"", false}}) {
@@ -266,18 +250,16 @@ TEST(EngineDecoder, PicturesAndMoviesInControlsComeToAnEnd) {
     engine.SetControls(&controls);
     std::uint32_t now = 0xFFFFF000u;  // the tick count about to wrap
     EngineDecoder d(engine, 7, [&] { return now; });
+    const auto finishedAfter = [&](std::uint32_t ms) { return now += ms, d.Finished(); };
     ASSERT_TRUE(d.Open("D:\\照片.jpg"));
     EXPECT_EQ(d.LengthMs(), kPictureShowMs);
     now += 2000;
     ASSERT_TRUE(d.Pause());
-    now += 60000;
-    EXPECT_FALSE(d.Finished());
+    EXPECT_FALSE(finishedAfter(60000));
     ASSERT_TRUE(d.Resume());
-    now += kPictureShowMs - 2001;
+    EXPECT_FALSE(finishedAfter(kPictureShowMs - 2001));
     EXPECT_EQ(d.PositionMs(), kPictureShowMs - 1);
-    EXPECT_FALSE(d.Finished());
-    now += 1;
-    EXPECT_TRUE(d.Finished());
+    EXPECT_TRUE(finishedAfter(1));
     ASSERT_TRUE(d.PlayRange(0, -1));  // play after a stop shows it again
     EXPECT_FALSE(d.Finished());
 
@@ -287,8 +269,7 @@ TEST(EngineDecoder, PicturesAndMoviesInControlsComeToAnEnd) {
         controls.playing = playing;
         EXPECT_EQ(d.Finished(), finished);
     }
-    now += kPictureShowMs;
-    EXPECT_TRUE(d.Finished());
+    EXPECT_TRUE(finishedAfter(kPictureShowMs));
 }
 
 }  // namespace

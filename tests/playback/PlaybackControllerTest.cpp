@@ -30,44 +30,46 @@ struct Rig : test::RecordingPlayerView {
     PlaybackController player{{queue, settings, prompts, decoder, &audio, *this, *this,
                                [this] { return draws ? draws() : draw; }}};
 
-    explicit Rig(int entries) {
+    // `play`: the entry opened at once, 0 for none.
+    explicit Rig(int entries, int play = 0) {
         test::Lines names;
         for (int i = 1; i <= entries; ++i) names.push_back("s" + std::to_string(i) + ".wma");
         queue.Queue().Replace("D:\\m", test::Entries("D:\\m", names));
+        if (play) player.PlayEntry(play);
     }
     std::string Current() { return decoder.opened.empty() ? "" : decoder.opened.back(); }
     void EndOfFile() {
         decoder.finished = true;
         player.ProgressTick();
     }
+    Rig& At(long long ms) { return decoder.position = ms, *this; }
+    Rig& Press(std::string_view commands);
 };
 
 std::string Mode(std::string_view suffix) { return std::string(kModePrefix) + std::string(suffix); }
 
 // Each command from a file playing at 50 s of 200 s (or from an empty queue), and the text it leaves.
 // Commands by letter: P play/pause, S stop, N next, V previous, L loop, R random, O normal, T time mode,
-// G segment, A and B the segment's points, t a progress tick, E the end of the file.
-void Press(Rig& r, std::string_view commands) {
+// G segment, A and B the segment's points, t a progress tick, E the end of the file, J jump to a typed time,
+// < back and > forward.
+Rig& Rig::Press(std::string_view commands) {
     for (const char c : commands) {
-        PlaybackController& p = r.player;
+        PlaybackController& p = player;
         const std::map<char, std::function<void()>> actions = {
             {'P', [&] { p.PlayPause(); }}, {'S', [&] { p.Stop(); }},     {'N', [&] { p.Next(); }},
             {'V', [&] { p.Previous(); }},  {'L', [&] { p.ToggleLoop(); }}, {'R', [&] { p.SetRandom(); }},
             {'O', [&] { p.SetNormal(); }}, {'T', [&] { p.ToggleTimeMode(); }}, {'G', [&] { p.SegmentCommand(); }},
             {'A', [&] { p.SetA(); }},      {'B', [&] { p.SetB(); }},     {'t', [&] { p.ProgressTick(); }},
-            {'E', [&] { r.EndOfFile(); }}};
+            {'E', [&] { EndOfFile(); }},   {'J', [&] { p.JumpToTime(); }}, {'<', [&] { p.Back(); }},
+            {'>', [&] { p.Forward(); }}};
         actions.at(c)();
     }
+    return *this;
 }
 
 TEST(PlaybackController, CommandsAndTheTextsTheyShow) {
     using T = PlaybackTexts;
-    const struct {
-        int entries;
-        const char* commands;
-        std::string PlaybackTexts::*field;
-        std::string shown;
-    } cases[] = {
+    const std::tuple<int, const char*, std::string T::*, std::string> cases[] = {
         {0, "P", &T::statusLine, std::string(kNoFileToPlay)}, {0, "N", &T::statusLine, std::string(kNoFileToPlay)},
         {3, "", &T::title, "s1.wma"}, {3, "", &T::totalTime, "总时：00:03:20"},
         {3, "", &T::playCaption, "暂停"}, {3, "P", &T::playCaption, "播放"}, {3, "PP", &T::playCaption, "暂停"},
@@ -81,15 +83,11 @@ TEST(PlaybackController, CommandsAndTheTextsTheyShow) {
         {3, "A", &T::segmentA, "A=N/A"}, {3, "GAB", &T::segmentB, "B=00:00:50"}, {3, "GAN", &T::segmentA, "A=N/A"},
         {1, "E", &T::statusLine, "播放的进度为：100% 时间为：00:03:20"},  // the end of a file shows the end
     };
-    for (const auto& c : cases) {
-        Rig r(c.entries);
-        if (c.entries) r.player.PlayEntry(1);
-        r.decoder.position = 50000;
-        Press(r, c.commands);
-        EXPECT_EQ(r.last.*c.field, c.shown) << c.commands;
+    for (const auto& [entries, commands, field, shown] : cases) {
+        Rig r(entries, entries ? 1 : 0);
+        EXPECT_EQ(r.At(50000).Press(commands).last.*field, shown) << commands;
     }
-    Rig r(1);
-    r.player.PlayEntry(1);
+    Rig r(1, 1);
     for (const auto& [level, status] : {std::pair{17, "当前音量为：85%"}, {-3, "当前音量为：0%"}}) {
         r.player.SetVolume(level);
         EXPECT_EQ(r.last.statusLine, status);
@@ -98,8 +96,7 @@ TEST(PlaybackController, CommandsAndTheTextsTheyShow) {
     r.player.SetSpeed(50);
     for (int tick = 0; tick < kNoticeTicks; ++tick) r.player.ProgressTick();  // long enough to be read
     EXPECT_EQ(r.last.statusLine, "提示：有些媒体格式不支持此功能。");
-    r.player.ProgressTick();
-    EXPECT_EQ(r.last.statusLine, r.last.progressLine);
+    EXPECT_EQ(r.Press("t").last.statusLine, r.last.progressLine);
     for (const int asked : {250, 0}) r.player.SetSpeed(asked);
     r.player.ResetSpeed();
     EXPECT_EQ(r.decoder.speeds, (std::vector<int>{50, 200, 1, 100}));
@@ -107,21 +104,14 @@ TEST(PlaybackController, CommandsAndTheTextsTheyShow) {
 }
 
 TEST(PlaybackController, ProgressSliderAndStopRestartsFromTheBeginning) {
-    Rig r(1);
-    r.player.PlayEntry(1);
-    r.decoder.position = 250000;  // a length the decoder underestimated
-    r.player.ProgressTick();
-    EXPECT_EQ(r.last.progress, 1000);
-    r.player.Stop();
-    EXPECT_EQ(r.last.progress, 0);
+    Rig r(1, 1);
+    EXPECT_EQ(r.At(250000).Press("t").last.progress, 1000);  // a length the decoder underestimated
+    EXPECT_EQ(r.Press("S").last.progress, 0);
     EXPECT_FALSE(r.player.FilePlays());
-    Press(r, "PPP");  // pausing and going on: no new range
-    EXPECT_EQ(r.decoder.ranges, (Ranges{{0, -1}}));
+    EXPECT_EQ(r.Press("PPP").decoder.ranges, (Ranges{{0, -1}}));  // pausing and going on: no new range
     EXPECT_FALSE(r.decoder.paused);
-    Press(r, "P");
-    EXPECT_TRUE(r.player.FilePlays());  // paused still counts
-    Press(r, "PE");
-    EXPECT_FALSE(r.player.FilePlays());  // the last entry ended
+    EXPECT_TRUE(r.Press("P").player.FilePlays());  // paused still counts
+    EXPECT_FALSE(r.Press("PE").player.FilePlays());  // the last entry ended
 }
 
 TEST(PlaybackController, EndOfFileByMode) {
@@ -131,10 +121,8 @@ TEST(PlaybackController, EndOfFileByMode) {
           {5, 1, "R", 0.99, "s5"}, {5, 3, "R", 0.0, "s1"}, {2, 1, "R", 0.99, ""}}) {  // random needs three entries
         Rig r(entries);
         r.draw = draw;
-        Press(r, mode);
-        r.player.PlayEntry(start);
-        r.decoder.position = 1000;
-        r.EndOfFile();
+        r.Press(mode).player.PlayEntry(start);
+        r.At(1000).Press("E");
         const std::string expected = *next ? "D:\\m\\" + std::string(next) + ".wma" : r.decoder.opened.front();
         EXPECT_EQ(r.Current() + r.last.playCaption, expected + (*next ? "暂停" : "播放")) << mode << start;
     }
@@ -147,8 +135,7 @@ TEST(PlaybackController, RandomPlayDrawsFromASeededGenerator) {
     for (const std::uint64_t seed : {1u, 2u}) {
         Rig r(10);
         r.draws = SeededDraws(seed);
-        Press(r, "R");
-        r.player.PlayEntry(1);
+        r.Press("R").player.PlayEntry(1);
         for (int i = 0; i < 40; ++i) r.EndOfFile();
         orders[seed - 1] = r.decoder.opened;
         EXPECT_EQ(std::set<std::string>(r.decoder.opened.begin(), r.decoder.opened.end()).size(), 10u);
@@ -159,14 +146,10 @@ TEST(PlaybackController, RandomPlayDrawsFromASeededGenerator) {
 // Play after the list has ended opens the last entry again, even where the device refuses to play
 // on from its end: the caption, the progress and the time all move again.
 TEST(PlaybackController, PlayAfterTheListEndedPlaysWithItsTexts) {
-    Rig r(2);
-    r.player.PlayEntry(2);
-    r.EndOfFile();
-    ASSERT_EQ(r.last.playCaption, "播放");
+    Rig r(2, 2);
+    ASSERT_EQ(r.Press("E").last.playCaption, "播放");
     r.decoder.rangeWorks = false;
-    Press(r, "P");
-    r.decoder.position = 100000;
-    Press(r, "t");
+    r.Press("P").At(100000).Press("t");
     EXPECT_EQ(r.decoder.opened, (std::vector<std::string>{"D:\\m\\s2.wma", "D:\\m\\s2.wma"}));
     EXPECT_EQ(r.last.playCaption + r.last.time, "暂停00:01:40");
 }
@@ -177,15 +160,12 @@ TEST(PlaybackController, LetsGoOfTheFileForAWriteAndGoesOnWhereItWas) {
     for (const auto& [before, seeks, paused, finished, caption] :
          {std::tuple{"", std::vector<long long>{50000}, false, false, "暂停"},
           {"P", std::vector<long long>{50000}, true, false, "播放"}, {"S", std::vector<long long>{}, false, true, "播放"}}) {
-        Rig r(1);
-        r.player.PlayEntry(1);
-        r.decoder.position = 50000;
-        Press(r, before);
+        Rig r(1, 1);
+        r.At(50000).Press(before);
         EXPECT_FALSE(r.player.LetGo("D:\\m\\other.wma"));
         ASSERT_TRUE(r.player.LetGo("D:\\m\\s1.wma"));
         EXPECT_EQ(r.decoder.closes, 1);
-        Press(r, "t");  // the timer leaves the closed device alone
-        r.player.TakeBack();
+        r.Press("t").player.TakeBack();  // the timer leaves the closed device alone
         EXPECT_EQ(r.decoder.opened.size(), 2u);
         EXPECT_EQ(r.decoder.seeks, seeks) << before;
         EXPECT_EQ(std::tuple(r.decoder.paused, r.decoder.finished, r.last.playCaption),
@@ -195,40 +175,24 @@ TEST(PlaybackController, LetsGoOfTheFileForAWriteAndGoesOnWhereItWas) {
 }
 
 TEST(PlaybackController, PreviousNextAndTheEdgesOfTheQueue) {
-    Rig r(3);
-    r.player.PlayEntry(1);
-    Press(r, "VNV");
-    r.player.PlayEntry(3);
-    Press(r, "N");
+    Rig r(3, 1);
+    r.Press("VNV").player.PlayEntry(3);
+    r.Press("N");
     for (int index : {0, 4}) r.player.PlayEntry(index);
     EXPECT_EQ(r.decoder.opened, (std::vector<std::string>{"D:\\m\\s1.wma", "D:\\m\\s2.wma", "D:\\m\\s1.wma", "D:\\m\\s3.wma"}));
     r.player.PlayEntry(1);
-    r.player.Previous();  // a step back before the first entry: the end of the file goes back too
-    r.EndOfFile();
-    EXPECT_EQ(r.decoder.opened.size(), 5u);
+    EXPECT_EQ(r.Press("VE").decoder.opened.size(), 5u);  // a step back before the first: the end goes back too
 }
 
 TEST(PlaybackController, SegmentRefusalsAndTheLoopFromBToA) {
-    Rig r(1);
-    r.player.PlayEntry(1);
-    Press(r, "GA");  // A at 0
-    r.decoder.position = 1000;
-    Press(r, "BE");
-    EXPECT_EQ(r.decoder.ranges, (Ranges{{0, 1000}, {0, 1000}}));
-    r.decoder.ranges.clear();
-    Press(r, "GGB");
-    EXPECT_EQ(r.prompts.messages.back(), (test::Message{"请选择A点再选B点", "错误"}));
-    r.decoder.position = 65000;
-    r.player.SetA();
-    r.decoder.position = 60000;
-    r.player.SetB();
-    EXPECT_EQ(r.prompts.messages.back().text, "B点不能比A点小");
-    EXPECT_EQ(r.last.segmentB, "B=N/A");
-    r.decoder.position = 70000;
-    Press(r, "BE");  // the decoder stops at B; the segment starts again at A
-    r.decoder.position = 68000;
-    Press(r, "G");  // cancel: the whole file from here on
-    EXPECT_EQ(r.decoder.ranges, (Ranges{{0, -1}, {65000, 70000}, {65000, 70000}, {68000, -1}}));
+    Rig r(1, 1);
+    r.Press("GA").At(1000).Press("BE");  // A at 0
+    EXPECT_EQ(r.Press("GGB").prompts.messages.back(), (test::Message{"请选择A点再选B点", "错误"}));
+    r.At(65000).Press("A").At(60000).Press("B");
+    EXPECT_EQ(r.prompts.messages.back().text + r.last.segmentB, "B点不能比A点小B=N/A");
+    // The decoder stops at B and the segment starts again at A; cancelled, the whole file plays from there on.
+    r.At(70000).Press("BE").At(68000).Press("G");
+    EXPECT_EQ(r.decoder.ranges, (Ranges{{0, 1000}, {0, 1000}, {0, -1}, {65000, 70000}, {65000, 70000}, {68000, -1}}));
     EXPECT_EQ(r.last.segmentA, "A=N/A");
 }
 
@@ -244,33 +208,21 @@ TEST(PlaybackController, TypedTimesJumpsAndSeeks) {
     r.settings.SetText("L1", "10");
     r.settings.SetText("L2", "30");
     r.prompts.textAnswer = "0:1:15";
-    r.player.JumpToTime();  // nothing open yet
-    r.player.Back();
-    r.player.PlayEntry(1);
-    r.player.JumpToTime();
+    r.Press("J<").player.PlayEntry(1);  // nothing open yet
+    r.Press("J");
     // Past the end, however many digits: the end of the file; before the start: the start.
     r.prompts.textScript = {"99999999999999999999", "-99999999999999999999:0:0"};
-    r.player.JumpToTime();
-    r.player.JumpToTime();
-    EXPECT_EQ(r.prompts.questions.back().title, "直接播放");
-    for (const long long at : {50000, 3000}) {
-        r.decoder.position = at;
-        r.player.Back();
-    }
-    r.decoder.position = 190000;
-    r.player.Forward();
+    EXPECT_EQ(r.Press("JJ").prompts.questions.back().title, "直接播放");
+    r.At(50000).Press("<").At(3000).Press("<").At(190000).Press(">");
     for (int permille : {250, -5, 1200}) r.player.SeekToPermille(permille);
     EXPECT_EQ(r.decoder.seeks, (std::vector<long long>{75000, 200000, 0, 40000, 0, 200000, 50000, 0, 200000}));
 }
 
 TEST(PlaybackController, VolumeMovesOneStepATickUnlessL60) {
     Rig r(1);
-    r.player.SetVolume(17);
-    EXPECT_TRUE(r.levels.empty());
-    while (r.player.VolumeTick()) {
-    }
-    r.player.SetVolume(19);
-    while (r.player.VolumeTick()) {
+    for (const int level : {17, 19}) {
+        r.player.SetVolume(level);  // from 20, one step a tick
+        while (r.player.VolumeTick()) continue;
     }
     r.settings.SetText("L60", "1");  // gradual change switched off
     r.player.SetVolume(5);
@@ -282,24 +234,20 @@ TEST(PlaybackController, VolumeMovesOneStepATickUnlessL60) {
 // The balloon help names the neighbours (wrapping round like the neighbour labels) and the seconds to skip, and
 // follows the player: its mode, the time shown, the volume, the segment.
 TEST(TransportTips, FollowTheQueueTheOptionsAndThePlayer) {
-    Rig r(3);
+    Rig r(3, 1);
     r.settings.SetText("L1", "7");
-    r.player.PlayEntry(1);
-    Press(r, "RT");
+    r.Press("RT");
     r.player.SetVolume(7);
     for (const auto& [current, previous, next] :
          {std::tuple{1, "003-(s3.wma)", "002-(s2.wma)"}, {3, "002-(s2.wma)", "001-(s1.wma)"}}) {
         r.queue.Queue().SetCurrent(current);
         const TransportTips tips = MakeTransportTips(r.settings, r.queue.Queue(), r.last, r.player.FilePlays());
-        EXPECT_EQ(tips.previous, std::string("播放 “上一首”") + previous);
-        EXPECT_EQ(tips.next, std::string("播放 “下一首”") + next);
+        EXPECT_EQ(tips.previous + tips.next, std::string("播放 “上一首”") + previous + "播放 “下一首”" + next);
         EXPECT_EQ(tips.back + tips.forward, "后退7秒前进5秒");
     }
     const TransportTips tips = MakeTransportTips(r.settings, r.queue.Queue(), r.last, true);
-    EXPECT_EQ(tips.modeLoop, "设置播放方式-“单曲\\全部循环”。当前播放方式为：随机");
-    EXPECT_EQ(tips.time, "显示正在播放文件的剩余时间”。");
-    EXPECT_EQ(tips.volume, "显示播放音量 -- 7  （0为MIN；20为MAX）");
-    EXPECT_EQ(tips.volumeLabel, "音量显示（0为最小；20为最大）");
+    EXPECT_EQ(tips.modeLoop + tips.time, "设置播放方式-“单曲\\全部循环”。当前播放方式为：随机显示正在播放文件的剩余时间”。");
+    EXPECT_EQ(tips.volume + tips.volumeLabel, "显示播放音量 -- 7  （0为MIN；20为MAX）音量显示（0为最小；20为最大）");
     const TransportTips none = MakeTransportTips(r.settings, PlayQueue{}, PlaybackTexts{}, false);
     EXPECT_EQ(none.previous + none.back + none.modeNormal + none.time,
               "现在无文件播放无法后退设置播放方式-“正常”。当前播放方式为：正常“显示正在播放时间”。");
@@ -312,14 +260,11 @@ TEST(PlaybackController, StopAndAnUnplayableFileClearWhatDescribedTheFile) {
     r.settings.SetText("L16", "0");  // on at once: past the last entry, nothing more plays
     r.queue.Queue().Replace("D:\\m", {{"D:\\m\\s1.wma", "s1.wma"}, {"D:\\m\\bad.wma", "bad.wma"}});
     r.player.PlayEntry(1);
-    r.decoder.position = 50000;
-    Press(r, "GAtB");
+    r.At(50000).Press("GAtB");
     ASSERT_TRUE(r.fileShown);
-    r.player.Stop();
-    EXPECT_FALSE(r.fileShown);
-    r.player.PlayPause();  // played again: the panels describe it again
-    EXPECT_TRUE(r.fileShown);
-    r.player.Next();  // bad.wma cannot be played
+    EXPECT_FALSE(r.Press("S").fileShown);
+    EXPECT_TRUE(r.Press("P").fileShown);  // played again: the panels describe it again
+    r.Press("N");  // bad.wma cannot be played
     EXPECT_EQ(std::tuple(r.last.segmentA, r.last.segmentB, r.last.totalTime, r.last.statusLine),
               std::tuple("A=N/A", "B=N/A", "总时：N/A", "该文件无法播放..."));
     EXPECT_FALSE(r.fileShown);
