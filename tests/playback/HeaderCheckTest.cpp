@@ -13,7 +13,7 @@
 namespace lumora {
 namespace {
 
-std::string Le(unsigned v, int bytes) {
+std::string Le(unsigned long long v, int bytes) {
     std::string s;
     for (int i = 0; i < bytes; ++i) s += static_cast<char>(v >> (8 * i) & 0xFF);
     return s;
@@ -64,14 +64,12 @@ std::string Tags(int count) {
 
 std::string Real(unsigned ownSize, unsigned headers) { return ".RMF" + Be(ownSize, 4) + Le(0, 6) + Be(headers, 4); }
 
-std::string Le64(unsigned long long v) { return Le(static_cast<unsigned>(v), 4) + Le(static_cast<unsigned>(v >> 32), 4); }
-
 // A header object holding file properties, then a data object.
 std::string Asf(unsigned objects, unsigned long long packets, unsigned long long dataSize) {
     const std::string props = std::string("\xA1\xDC\xAB\x8C\x47\xA9\xCF\x11\x8E\xE4\x00\xC0\x0C\x20\x53\x65", 16) +
-                              Le64(104) + std::string(32, '\0') + Le64(packets) + std::string(40, '\0');
-    return std::string("\x30\x26\xB2\x75\x8E\x66\xCF\x11\xA6\xD9\x00\xAA\x00\x62\xCE\x6C", 16) + Le64(30 + props.size()) +
-           Le(objects, 4) + "\x01\x02" + props + std::string(16, 'D') + Le64(dataSize) + std::string(26, '\0');
+                              Le(104, 8) + std::string(32, '\0') + Le(packets, 8) + std::string(40, '\0');
+    return std::string("\x30\x26\xB2\x75\x8E\x66\xCF\x11\xA6\xD9\x00\xAA\x00\x62\xCE\x6C", 16) + Le(30 + props.size(), 8) +
+           Le(objects, 4) + "\x01\x02" + props + std::string(16, 'D') + Le(dataSize, 8) + std::string(26, '\0');
 }
 
 // Headers that crash the system's decoders never reach them; real ones and formats we do not check do.
