@@ -25,8 +25,8 @@ std::uint32_t BigEndian32(std::string_view s, std::size_t at) {
     return Byte(s, at) << 24 | Byte(s, at + 1) << 16 | Byte(s, at + 2) << 8 | Byte(s, at + 3);
 }
 
-// The size of the ID3v2 tag whose 10-byte header starts `h`: "ID3", version, flags, a 28-bit size in four 7-bit
-// bytes (not counting the header or the footer of version 4). 0 when `h` starts no tag.
+}  // namespace
+
 std::size_t Id3v2Size(std::string_view h) {
     if (h.size() < 10 || h.substr(0, 3) != "ID3" || Byte(h, 3) == 0xFF || Byte(h, 4) == 0xFF) return 0;
     std::size_t size = 0;
@@ -37,6 +37,8 @@ std::size_t Id3v2Size(std::string_view h) {
     const bool footer = Byte(h, 3) >= 4 && (Byte(h, 5) & 0x10) != 0;
     return 10 + size + (footer ? 10 : 0);
 }
+
+namespace {
 
 // ID3v2 tags at the start. A size that runs past the end leaves no audio; one that ends too early leaves
 // junk, which the frame search passes over.

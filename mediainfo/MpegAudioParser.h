@@ -97,4 +97,8 @@ class FileSystem;
 // frame, or from the frames walked and the audio's size. Empty when unreadable or no MPEG audio.
 std::optional<MpegStreamFacts> ReadMpegStreamFacts(FileSystem& fs, const std::string& path);
 
+// The whole size of the ID3v2 tag whose 10-byte header starts `h` (header, a 28-bit size in four 7-bit bytes,
+// and the footer of version 4); 0 when `h` starts no tag.
+std::size_t Id3v2Size(std::string_view h);
+
 }  // namespace lumora

@@ -29,26 +29,34 @@ bool SaneSize(std::uint32_t width, std::uint32_t height) {
            static_cast<unsigned long long>(width) * height <= 1ULL << 26;
 }
 
+// Walks the blocks of a RIFF or IFF file from `at` (an id, a size, a body padded to an even length), calling
+// `visit(id, bodyAt, size)` until it returns true. A block that runs past what was read ends the walk before
+// its size is added, which would wrap a 32-bit size_t.
+template <class Visit>
+void WalkBlocks(std::string_view head, std::size_t at, bool bigEndian, Visit visit) {
+    while (at + 8 <= head.size()) {
+        const std::uint32_t size = bigEndian ? Be(head, at + 4, 4) : Le(head, at + 4, 4);
+        if (visit(head.substr(at, 4), at + 8, size) || size >= head.size() - (at + 8)) return;
+        at += 8 + static_cast<std::size_t>(size) + (size & 1);
+    }
+}
+
 // A RIFF WAVE file's "fmt " block: counts a real format can have. Not a RIFF WAVE at all passes: the
 // system decides by content.
 bool WaveLooksSound(std::string_view head) {
     if (head.size() < 12 || head.substr(0, 4) != "RIFF" || head.substr(8, 4) != "WAVE") return true;
-    for (std::size_t at = 12; at + 8 <= head.size();) {
-        const std::uint32_t size = Le(head, at + 4, 4);
-        if (head.substr(at, 4) == "fmt ") {
-            if (size < 16 || at + 8 + 16 > head.size()) return false;
-            const std::size_t f = at + 8;
-            const std::uint32_t tag = Le(head, f, 2), channels = Le(head, f + 2, 2), rate = Le(head, f + 4, 4);
-            const std::uint32_t bytesPerSecond = Le(head, f + 8, 4), align = Le(head, f + 12, 2);
-            const std::uint32_t maxChannels = tag == 0xFFFE ? 18 : 8;  // WAVE_FORMAT_EXTENSIBLE names its speakers
-            return channels >= 1 && channels <= maxChannels && rate >= 1000 && rate <= 768000 && bytesPerSecond > 0 &&
-                   align > 0;
-        }
-        // A block that runs past what was read ends the walk; adding first would wrap a 32-bit size_t.
-        if (size >= head.size() - (at + 8)) break;
-        at += 8 + static_cast<std::size_t>(size) + (size & 1);
-    }
-    return false;  // no format block where every WAVE has it
+    bool sound = false;  // no format block where every WAVE has it
+    WalkBlocks(head, 12, false, [&](std::string_view id, std::size_t f, std::uint32_t size) {
+        if (id != "fmt ") return false;
+        if (size < 16 || f + 16 > head.size()) return true;
+        const std::uint32_t tag = Le(head, f, 2), channels = Le(head, f + 2, 2), rate = Le(head, f + 4, 4);
+        const std::uint32_t bytesPerSecond = Le(head, f + 8, 4), align = Le(head, f + 12, 2);
+        const std::uint32_t maxChannels = tag == 0xFFFE ? 18 : 8;  // WAVE_FORMAT_EXTENSIBLE names its speakers
+        sound = channels >= 1 && channels <= maxChannels && rate >= 1000 && rate <= 768000 && bytesPerSecond > 0 &&
+                align > 0;
+        return true;
+    });
+    return sound;
 }
 
 // An icon or cursor directory: every image it lists lies inside the file.
@@ -75,42 +83,38 @@ bool AviLooksSound(std::string_view head, long long size) {
     // A file of sound alone gives no frame size.
     if (streams < 1 || streams > 64 || !((width == 0 && height == 0) || SaneSize(width, height))) return false;
     // The frames' list ends inside the file: Wine's reader dies on one that claims more.
-    for (std::size_t at = 12; at + 12 <= head.size();) {
-        const std::uint32_t chunk = Le(head, at + 4, 4);
-        if (head.substr(at, 4) == "LIST" && head.substr(at + 8, 4) == "movi") {
-            return static_cast<long long>(at) + 8 + chunk <= size;
-        }
-        at += 8 + static_cast<std::size_t>(chunk) + (chunk & 1);
-    }
-    return true;
+    bool fits = true;
+    WalkBlocks(head, 12, false, [&](std::string_view id, std::size_t body, std::uint32_t chunk) {
+        if (id != "LIST" || head.substr(body, 4) != "movi") return false;
+        fits = static_cast<long long>(body) + chunk <= size;
+        return true;
+    });
+    return fits;
 }
 
 // An AIFF or AIFF-C file: channels, sample size and rate (an 80-bit float) a sound can have, and sound
 // data that starts inside its block. Wine's reader never returns from some others.
 bool AiffLooksSound(std::string_view head) {
-    if (head.size() < 12 || head.substr(0, 4) != "FORM" || (head.substr(8, 4) != "AIFF" && head.substr(8, 4) != "AIFC")) {
+    if (head.size() < 12 || head.substr(0, 4) != "FORM" ||
+        (head.substr(8, 4) != "AIFF" && head.substr(8, 4) != "AIFC")) {
         return true;
     }
-    bool comm = false;
-    for (std::size_t at = 12; at + 8 <= head.size();) {
-        const std::uint32_t size = Be(head, at + 4, 4);
-        const std::size_t body = at + 8;
-        if (head.substr(at, 4) == "COMM") {
-            if (size < 18 || body + 18 > head.size()) return false;
+    bool comm = false, bad = false;
+    WalkBlocks(head, 12, true, [&](std::string_view id, std::size_t body, std::uint32_t size) {
+        if (id == "COMM") {
+            if (size < 18 || body + 18 > head.size()) return bad = true;
             const std::uint32_t channels = Be(head, body, 2), bits = Be(head, body + 6, 2);
             const std::uint32_t exponent = Be(head, body + 8, 2), mantissaTop = Be(head, body + 10, 4);
             // 1000 to 768000 Hz: exponents 16383+9 to 16383+19, the mantissa's top bit set.
-            if (channels < 1 || channels > 18 || bits < 1 || bits > 32 || exponent < 16392 || exponent > 16402 ||
-                (mantissaTop & 0x80000000u) == 0) {
-                return false;
-            }
+            bad = channels < 1 || channels > 18 || bits < 1 || bits > 32 || exponent < 16392 || exponent > 16402 ||
+                  (mantissaTop & 0x80000000u) == 0;
             comm = true;
-        } else if (head.substr(at, 4) == "SSND") {
-            if (size < 8 || (body + 8 <= head.size() && 8ULL + Be(head, body, 4) > size)) return false;
+        } else if (id == "SSND") {
+            bad = size < 8 || (body + 8 <= head.size() && 8ULL + Be(head, body, 4) > size);
         }
-        at = body + size + (size & 1);
-    }
-    return comm;
+        return bad;
+    });
+    return comm && !bad;
 }
 
 // A GIF: a sane screen and images, and a block structure that reaches an image before the file ends.
@@ -154,12 +158,7 @@ bool RealLooksSound(std::string_view head, long long size) {
 // MPEG audio under ID3v2 tags: the system's MPEG device never returns from a head of many stacked tags.
 bool MpegHeadLooksSound(std::string_view head) {
     int tags = 0;
-    for (std::size_t at = 0; at + 10 <= head.size() && head.substr(at, 3) == "ID3"; ++tags) {
-        // The size is "synch-safe": seven bits a byte.
-        std::size_t size = 0;
-        for (std::size_t i = 6; i < 10; ++i) size = size << 7 | (static_cast<unsigned char>(head[at + i]) & 0x7F);
-        at += 10 + size;
-    }
+    for (std::size_t at = 0, tag; at < head.size() && (tag = Id3v2Size(head.substr(at))) != 0; at += tag) ++tags;
     return tags <= 2;
 }
 
@@ -172,8 +171,10 @@ unsigned long long Le64(std::string_view b, std::size_t at) {
 // the file.
 bool AsfLooksSound(std::string_view head, long long size) {
     static constexpr std::string_view kHeader("\x30\x26\xB2\x75\x8E\x66\xCF\x11\xA6\xD9\x00\xAA\x00\x62\xCE\x6C", 16);
-    static constexpr std::string_view kFileProperties("\xA1\xDC\xAB\x8C\x47\xA9\xCF\x11\x8E\xE4\x00\xC0\x0C\x20\x53\x65", 16);
-    static constexpr std::string_view kStreamProperties("\x91\x07\xDC\xB7\xB7\xA9\xCF\x11\x8E\xE6\x00\xC0\x0C\x20\x53\x65", 16);
+    static constexpr std::string_view kFileProperties(
+        "\xA1\xDC\xAB\x8C\x47\xA9\xCF\x11\x8E\xE4\x00\xC0\x0C\x20\x53\x65", 16);
+    static constexpr std::string_view kStreamProperties(
+        "\x91\x07\xDC\xB7\xB7\xA9\xCF\x11\x8E\xE6\x00\xC0\x0C\x20\x53\x65", 16);
     if (head.size() < 16 || head.substr(0, 16) != kHeader) return true;
     if (head.size() < 30) return false;
     const auto fileSize = static_cast<unsigned long long>(size);
