@@ -92,6 +92,16 @@ bool AviLooksSound(std::string_view head, long long size) {
     return fits;
 }
 
+// The codings of AIFF-C files that exist: uncompressed in either byte order, floats, the telephone
+// laws and the compressed ones of the Macintosh and QuickTime.
+bool KnownAifcCoding(std::string_view coding) {
+    static constexpr std::string_view kCodings[] = {"NONE", "sowt", "twos", "raw ", "in24", "in32", "42ni", "23ni",
+                                                    "fl32", "FL32", "fl64", "FL64", "alaw", "ALAW", "ulaw", "ULAW",
+                                                    "ima4", "MAC3", "MAC6", "GSM ", "Qclp", "QDMC", "QDM2", "ACE2",
+                                                    "ACE8"};
+    return std::find(std::begin(kCodings), std::end(kCodings), coding) != std::end(kCodings);
+}
+
 // An AIFF or AIFF-C file: channels, sample size and rate (an 80-bit float) a sound can have, and sound
 // data that starts inside its block. Wine's reader never returns from some others.
 bool AiffLooksSound(std::string_view head) {
@@ -99,6 +109,7 @@ bool AiffLooksSound(std::string_view head) {
         (head.substr(8, 4) != "AIFF" && head.substr(8, 4) != "AIFC")) {
         return true;
     }
+    const bool aifc = head.substr(8, 4) == "AIFC";
     bool comm = false, bad = false;
     WalkBlocks(head, 12, true, [&](std::string_view id, std::size_t body, std::uint32_t size) {
         if (id == "COMM") {
@@ -109,6 +120,8 @@ bool AiffLooksSound(std::string_view head) {
             bad = channels < 1 || channels > 18 || bits < 1 || bits > 32 || exponent < 16392 || exponent > 16402 ||
                   (mantissaTop & 0x80000000u) == 0;
             comm = true;
+            // AIFF-C names its coding; Wine's reader never returns from one that no codec knows.
+            if (aifc && !bad) bad = size < 22 || body + 22 > head.size() || !KnownAifcCoding(head.substr(body + 18, 4));
         } else if (id == "SSND") {
             bad = size < 8 || (body + 8 <= head.size() && 8ULL + Be(head, body, 4) > size);
         }
@@ -147,8 +160,24 @@ bool GifLooksSound(std::string_view head, long long size) {
     return static_cast<long long>(head.size()) < size;  // the head ended first: the rest decides
 }
 
-// A RealMedia file's first header: its own size and a count of headers a file can hold.
+// A video CD's RIFF CDXA file: every block lies inside the file (Wine's reader never returns from a
+// sector block that claims more).
+bool CdxaLooksSound(std::string_view head, long long size) {
+    if (head.size() < 12 || head.substr(0, 4) != "RIFF" || head.substr(8, 4) != "CDXA") return true;
+    bool fits = true;
+    WalkBlocks(head, 12, false, [&](std::string_view, std::size_t body, std::uint32_t block) {
+        fits = static_cast<long long>(body) + block <= size;
+        return !fits;
+    });
+    return fits;
+}
+
+// A RealMedia file's first header: its own size and a count of headers a file can hold. A RealAudio
+// file of the older kind names one of its three versions right after its mark.
 bool RealLooksSound(std::string_view head, long long size) {
+    if (head.size() >= 4 && head.substr(0, 4) == ".ra\xFD") {
+        return head.size() >= 6 && Be(head, 4, 2) >= 3 && Be(head, 4, 2) <= 5;
+    }
     if (head.size() < 4 || head.substr(0, 4) != ".RMF") return true;
     if (head.size() < 18) return false;
     const std::uint32_t own = Be(head, 4, 4);
@@ -247,6 +276,7 @@ bool HeadLooksSound(std::string_view name, std::string_view head, long long size
     if (ext == ".rm" || ext == ".ra" || ext == ".rmvb") return RealLooksSound(head, size);
     if (ext == ".asf" || ext == ".wma" || ext == ".wmv") return AsfLooksSound(head, size);
     if (ext == ".mov" || ext == ".qt") return QuickTimeLooksSound(head, size);
+    if (ext == ".dat") return CdxaLooksSound(head, size);
     return true;
 }
 

@@ -48,6 +48,19 @@ std::string Aiff(unsigned channels, unsigned bits, unsigned exponent = 0x400B, u
     return "FORM" + Be(846, 4) + "AIFF" + comm + "SSND" + Be(808, 4) + Be(offset, 4) + Be(0, 4) + std::string(800, '\0');
 }
 
+// An AIFF-C of the given coding.
+std::string Aifc(const std::string& coding) {
+    const std::string comm = "COMM" + Be(24, 4) + Be(1, 2) + Be(800, 4) + Be(8, 2) + Be(0x400B, 2) +
+                             Be(0xFA000000, 4) + Be(0, 4) + coding + std::string(2, '\0');
+    return "FORM" + Be(852, 4) + "AIFC" + comm + "SSND" + Be(808, 4) + Be(0, 8) + std::string(800, '\0');
+}
+
+// A video CD file whose sector block claims `sectorBytes`, holding 16.
+std::string Cdxa(unsigned sectorBytes) {
+    return "RIFF" + Le(60, 4) + "CDXA" + "fmt " + Le(16, 4) + std::string(16, '\0') + "data" + Le(sectorBytes, 4) +
+           std::string(16, '\xFF');
+}
+
 // A GIF of one image with no colour tables, after an extension.
 std::string Gif(unsigned width, unsigned height, char codeSize = 2) {
     const std::string screen = Le(width, 2) + Le(height, 2) + std::string(3, '\0');
@@ -109,12 +122,18 @@ TEST(HeaderCheck, RefusesOnlyHeadersNoRealFileHas) {
         {"a.aif", Aiff(1, 8, 0), false},
         {"a.aif", Aiff(1, 8, 0x400B, 0xFFFFFFFF), false},
         {"a.aif", "FORM" + Be(4, 4) + "AIFF", false},  // no format block
+        {"a.aif", Aifc("sowt"), true},
+        {"a.aifc", Aifc("ZZZZ"), false},  // a coding that does not exist
+        {"a.dat", Cdxa(16), true},
+        {"a.dat", Cdxa(0xFFFFFFFF), false},
         {"a.gif", Gif(64, 48), true},
         {"a.gif", Gif(0xFFFF, 0xFFFF), false},
         {"a.gif", Gif(64, 48, 0), false},
         {"a.gif", Gif(64, 48).substr(0, 20) + std::string(5000, '\x04'), false},  // blocks without an end
         {"a.rm", Real(18, 5), true},
         {"a.rm", Real(0xFFFFFFFF, 0xFFFFFFFF), false},
+        {"a.ra", ".ra\xFD" + Be(4, 2) + std::string(100, '\0'), true},
+        {"a.ra", ".ra\xFD" + Be(0x1234, 2) + std::string(100, '\0'), false},
         {"a.wma", Asf(1, 1, 50), true},
         {"a.asf", Asf(0, 1, 50), false},
         {"a.wma", Asf(1, ~0ULL, 50), false},  // more packets than bytes
