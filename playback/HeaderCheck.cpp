@@ -95,10 +95,9 @@ bool AviLooksSound(std::string_view head, long long size) {
 // The codings of AIFF-C files that exist: uncompressed in either byte order, floats, the telephone
 // laws and the compressed ones of the Macintosh and QuickTime.
 bool KnownAifcCoding(std::string_view coding) {
-    static constexpr std::string_view kCodings[] = {"NONE", "sowt", "twos", "raw ", "in24", "in32", "42ni", "23ni",
-                                                    "fl32", "FL32", "fl64", "FL64", "alaw", "ALAW", "ulaw", "ULAW",
-                                                    "ima4", "MAC3", "MAC6", "GSM ", "Qclp", "QDMC", "QDM2", "ACE2",
-                                                    "ACE8"};
+    static constexpr std::string_view kCodings[] = {
+        "NONE", "sowt", "twos", "raw ", "in24", "in32", "42ni", "23ni", "fl32", "FL32", "fl64", "FL64", "alaw",
+        "ALAW", "ulaw", "ULAW", "ima4", "MAC3", "MAC6", "GSM ", "Qclp", "QDMC", "QDM2", "ACE2", "ACE8"};
     return std::find(std::begin(kCodings), std::end(kCodings), coding) != std::end(kCodings);
 }
 

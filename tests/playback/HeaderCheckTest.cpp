@@ -21,12 +21,14 @@ std::string Le(unsigned long long v, int bytes) {
 
 std::string Wave(unsigned tag, unsigned channels, unsigned rate, unsigned align) {
     const std::string fmt = Le(tag, 2) + Le(channels, 2) + Le(rate, 4) + Le(rate * align, 4) + Le(align, 2) + Le(16, 2);
-    return "RIFF" + Le(36, 4) + "WAVE" + "LIST" + Le(3, 4) + "abc" + '\0' + "fmt " + Le(16, 4) + fmt + "data" + Le(0, 4);
+    return "RIFF" + Le(36, 4) + "WAVE" + "LIST" + Le(3, 4) + "abc" + '\0' + "fmt " + Le(16, 4) + fmt + "data" +
+           Le(0, 4);
 }
 
 std::string Icon(unsigned count, unsigned bytes, unsigned offset) {
     std::string s = Le(0, 2) + Le(1, 2) + Le(count, 2);
-    for (unsigned i = 0; i < count; ++i) s += std::string(4, '\x10') + Le(1, 2) + Le(32, 2) + Le(bytes, 4) + Le(offset, 4);
+    for (unsigned i = 0; i < count; ++i)
+        s += std::string(4, '\x10') + Le(1, 2) + Le(32, 2) + Le(bytes, 4) + Le(offset, 4);
     return s + std::string(64, '\0');
 }
 
@@ -45,13 +47,14 @@ std::string Avi(unsigned streams, unsigned width, unsigned height) {
 std::string Aiff(unsigned channels, unsigned bits, unsigned exponent = 0x400B, unsigned offset = 0) {
     const std::string comm = "COMM" + Be(18, 4) + Be(channels, 2) + Be(800, 4) + Be(bits, 2) + Be(exponent, 2) +
                              Be(0xFA000000, 4) + Be(0, 4);
-    return "FORM" + Be(846, 4) + "AIFF" + comm + "SSND" + Be(808, 4) + Be(offset, 4) + Be(0, 4) + std::string(800, '\0');
+    return "FORM" + Be(846, 4) + "AIFF" + comm + "SSND" + Be(808, 4) + Be(offset, 4) + Be(0, 4) +
+           std::string(800, '\0');
 }
 
 // An AIFF-C of the given coding.
 std::string Aifc(const std::string& coding) {
-    const std::string comm = "COMM" + Be(24, 4) + Be(1, 2) + Be(800, 4) + Be(8, 2) + Be(0x400B, 2) +
-                             Be(0xFA000000, 4) + Be(0, 4) + coding + std::string(2, '\0');
+    const std::string comm = "COMM" + Be(24, 4) + Be(1, 2) + Be(800, 4) + Be(8, 2) + Be(0x400B, 2) + Be(0xFA000000, 4) +
+                             Be(0, 4) + coding + std::string(2, '\0');
     return "FORM" + Be(852, 4) + "AIFC" + comm + "SSND" + Be(808, 4) + Be(0, 8) + std::string(800, '\0');
 }
 
@@ -81,8 +84,9 @@ std::string Real(unsigned ownSize, unsigned headers) { return ".RMF" + Be(ownSiz
 std::string Asf(unsigned objects, unsigned long long packets, unsigned long long dataSize) {
     const std::string props = std::string("\xA1\xDC\xAB\x8C\x47\xA9\xCF\x11\x8E\xE4\x00\xC0\x0C\x20\x53\x65", 16) +
                               Le(104, 8) + std::string(32, '\0') + Le(packets, 8) + std::string(40, '\0');
-    return std::string("\x30\x26\xB2\x75\x8E\x66\xCF\x11\xA6\xD9\x00\xAA\x00\x62\xCE\x6C", 16) + Le(30 + props.size(), 8) +
-           Le(objects, 4) + "\x01\x02" + props + std::string(16, 'D') + Le(dataSize, 8) + std::string(26, '\0');
+    return std::string("\x30\x26\xB2\x75\x8E\x66\xCF\x11\xA6\xD9\x00\xAA\x00\x62\xCE\x6C", 16) +
+           Le(30 + props.size(), 8) + Le(objects, 4) + "\x01\x02" + props + std::string(16, 'D') + Le(dataSize, 8) +
+           std::string(26, '\0');
 }
 
 // Headers that crash the system's decoders never reach them; real ones and formats we do not check do.
@@ -98,7 +102,8 @@ TEST(HeaderCheck, RefusesOnlyHeadersNoRealFileHas) {
         {"a.wav", Wave(1, 0, 44100, 4), false},
         {"a.wav", Wave(1, 2, 44100, 0), false},
         {"a.wav", "RIFF" + Le(4, 4) + "WAVE", false},  // no format block
-        {"a.wav", "RIFF" + Le(36, 4) + "WAVE" + "JUNK" + Le(0xFFFFFFF7, 4) + std::string(16, '\0'), false},  // 4 GB block
+        {"a.wav", "RIFF" + Le(36, 4) + "WAVE" + "JUNK" + Le(0xFFFFFFF7, 4) + std::string(16, '\0'),
+         false},  // 4 GB block
         {"a.wav", "ID3 an MP3 by another name", true},
         {"a.ico", Icon(1, 40, 22), true},
         {"a.cur", Icon(2, 50, 60), false},  // its images end past the file
@@ -145,8 +150,8 @@ TEST(HeaderCheck, RefusesOnlyHeadersNoRealFileHas) {
         {"a.qt", Be(0, 4) + "moov" + Be(8, 4) + "trak" + "trak" + "trak", false},  // an atom past its container
     };
     for (const auto& c : cases) {
-        EXPECT_EQ(HeadLooksSound(c.name, c.head, static_cast<long long>(c.head.size())), c.sound) << c.name << " #"
-                                                                                                    << (&c - cases);
+        EXPECT_EQ(HeadLooksSound(c.name, c.head, static_cast<long long>(c.head.size())), c.sound)
+            << c.name << " #" << (&c - cases);
     }
     // Real files: a blocks' walk cut by the end of the head leaves the rest to the system.
     EXPECT_TRUE(HeadLooksSound("a.gif", Gif(64, 48).substr(0, 20) + std::string(5000, '\x04'), 1 << 20));
@@ -169,8 +174,11 @@ TEST(HeaderCheck, RefusesOnlyHeadersNoRealFileHas) {
 // An ".mp3" must hold frames our walker confirms; other names are judged by their head alone.
 TEST(HeaderCheck, MpegNamesNeedFrames) {
     test::FakeFileSystem fs;
-    fs.files = {{"a.mp3", test::MpegFrames(8)}, {"b.mp3", std::string(4096, '\xFF')}, {"c.mp3", "ID3" + std::string(60, '\0')},
-                {"d.wav", Wave(0x55, 9, 1, 0)}, {"e.avi", std::string(4096, '\xFF')}};
+    fs.files = {{"a.mp3", test::MpegFrames(8)},
+                {"b.mp3", std::string(4096, '\xFF')},
+                {"c.mp3", "ID3" + std::string(60, '\0')},
+                {"d.wav", Wave(0x55, 9, 1, 0)},
+                {"e.avi", std::string(4096, '\xFF')}};
     std::string sound;
     for (const auto& [name, bytes] : fs.files) sound += FileHeadLooksSound(fs, name) ? name[0] : '-';
     EXPECT_EQ(sound, "a---e");
