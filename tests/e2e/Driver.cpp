@@ -79,8 +79,7 @@ HWND WaitForWindow(DWORD pid, const wchar_t* className, const std::string& title
 
 std::string Text(HWND window) {
     wchar_t buf[4096] = {};
-    DWORD_PTR got = 0;
-    SendMessageTimeoutW(window, WM_GETTEXT, 4096, reinterpret_cast<LPARAM>(buf), SMTO_ABORTIFHUNG, 5000, &got);
+    SendMessageTimeoutW(window, WM_GETTEXT, 4096, reinterpret_cast<LPARAM>(buf), SMTO_ABORTIFHUNG, 5000, nullptr);
     return Narrow(buf);
 }
 
@@ -111,12 +110,10 @@ std::string AskInto(HWND window, UINT message, WPARAM wParam, size_t bytes,
     return out;
 }
 
-namespace {
-std::string WideText(const std::string& bytes) {
+static std::string WideText(const std::string& bytes) {
     std::wstring text(reinterpret_cast<const wchar_t*>(bytes.data()), bytes.size() / sizeof(wchar_t));
     return Narrow(text.c_str());
 }
-}  // namespace
 
 std::string StatusText(HWND parent, int id, int part) {
     return WideText(AskInto(GetDlgItem(parent, id), SB_GETTEXTW, static_cast<WPARAM>(part), 4096));

@@ -3,7 +3,6 @@
 #include <commctrl.h>
 
 #include <cstdio>
-#include <filesystem>
 
 #include "e2e/Driver.h"
 #include "support/MpegFrames.h"

@@ -4,7 +4,6 @@
 #include <commctrl.h>
 
 #include <chrono>
-#include <filesystem>
 #include <fstream>
 #include <set>
 #include <tuple>

@@ -2,7 +2,6 @@
 // start, works its lists and closes.
 #include <shlobj.h>
 
-#include <filesystem>
 #include <set>
 #include <tuple>
 
@@ -98,9 +97,7 @@ TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsClose) {
     // The component's tip window is the one the main window owns (the playlist has its own).
     HWND tips = nullptr;
     WaitFor([&] {
-        for (HWND w : AllWindows(L"tooltips_class32")) {
-            if (GetWindow(w, GW_OWNER) == main) tips = w;
-        }
+        for (HWND w : AllWindows(L"tooltips_class32")) tips = GetWindow(w, GW_OWNER) == main ? w : tips;
         return tips != nullptr;
     });
     ASSERT_NE(tips, nullptr) << "the balloon-tip component made no tip window";
@@ -134,21 +131,23 @@ TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsClose) {
     ASSERT_EQ(before.size(), 3u);
     const std::string playing = lumora_.Name(0);
 
-    // The queue: numbered, the first playing, shown in the status bar.
-    std::set<std::string> names;  // in the order the folder lists them; the numbers are the queue's (unit tested)
+    // The queue holds the media files only, under the names they have; the first plays, and the status
+    // bar says so. (The numbering is the queue's, unit tested.)
+    std::set<std::string> names;  // in the order the folder lists them
     for (size_t i = 0; i < before.size(); ++i) names.insert(lumora_.Name(i));
     EXPECT_EQ(names, (std::set<std::string>{"three.wav", "two.MP3", "一 Song.mp3"}));
     EXPECT_EQ(lumora_.Title(), playing);
     EXPECT_EQ(StatusText(main, IDC_MAIN_STATUS, 0), "正在播放" + before[0]);
     EXPECT_EQ(Text(list), "《Lumora》文件列表");
-    // Removing and moving entries are the queue controller's (unit tested); here its box is real.
-    // The list refuses to remove the playing entry.
+
+    // The list refuses to remove the playing entry. (Removing and moving are the queue controller's,
+    // unit tested; here its box is real.)
     SendDlgItemMessageW(list, IDC_PLAYLIST_LINES, LB_SETCURSEL, 0, 0);
     Command(list, IDM_PLAYLIST_REMOVE);
     EXPECT_EQ(CloseBox("错误"), "正在播放的媒体文件不能删除。");
-    const fs::path saved = media_ / L"新列表.qlb";
 
     // The saved list holds the folder and the names in code page 936.
+    const fs::path saved = media_ / L"新列表.qlb";
     ASSERT_NE(SaveListAs(media_ / L"新列表"), nullptr);
     // The dialog itself gives the typed name the list extension.
     EXPECT_EQ(CloseBox("文件保存完毕"), "列表文件已保存完毕，路径为 " + PathText(saved));
@@ -173,12 +172,11 @@ TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsClose) {
     EXPECT_TRUE(fs::exists(library / Widen(added)));
 
     // A list file handed over by a second start loads and plays.
-    const auto queue = lumora_.Lines();
     Click(main, IDC_MAIN_STOP);
     ASSERT_TRUE(lumora_.Stopped());
     StartSecond(Quoted(PathText(saved)));
     EXPECT_TRUE(lumora_.Playing());
-    EXPECT_EQ(lumora_.Lines(), queue);
+    EXPECT_EQ(lumora_.Lines(), before);
     EXPECT_EQ(lumora_.Title(), lumora_.Name(0));
 
     // Closing stores the window's place as binary decimal text in twips.

@@ -80,6 +80,7 @@ TEST(FileSystemPlatform, FoldersAreMadeAndFoundAndCopiesNeverOverwrite) {
     ASSERT_TRUE(fs.CreateFolder(deep + "\\Sub Folder"));
     EXPECT_FALSE(fs.FolderExists(song));
     EXPECT_EQ(fs.ListFiles(deep), std::vector<std::string>{"Song Title.MP3"});
+    fs.RemoveFile(copy);  // left by a run that failed
     ASSERT_TRUE(fs.CopyNewFile(song, copy));
     ASSERT_TRUE(fs.WriteFileAtomic(song, "other"));
     EXPECT_FALSE(fs.CopyNewFile(song, copy));
