@@ -148,8 +148,10 @@ protected:
         ASSERT_FALSE(LumoraExe().empty()) << "LUMORA_EXE is not set";
         ForgetSettings();
     }
+    // Ended before the fixture's folders go, so that it holds none of their files open.
+    void TearDown() override { lumora_.process.Kill(); }
 
-    Session lumora_;  // ended with the test
+    Session lumora_;
 };
 
 }  // namespace lumora::e2e

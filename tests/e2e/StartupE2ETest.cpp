@@ -35,7 +35,7 @@ protected:
         fs::remove(DefaultListPath());
     }
     void TearDown() override {
-        lumora_.process.Kill();
+        SessionTest::TearDown();
         fs::remove(DefaultListPath());
     }
     // The save command up to the save dialog, answered with `path`.
