@@ -8,40 +8,22 @@
 #include <cstring>
 #include <fstream>
 #include <sstream>
-#include <utility>
 
 #include "platform/Registry_win.h"
-#include "ports/TextCodec.h"
-#include "platform/WinText_win.h"
 #include "ui/Boxes_win.h"
-#include "ui/ControlIds.h"
 
 namespace lumora::e2e {
 
 constexpr char kSetupKey[] = "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup";
-LumoraProcess::~LumoraProcess() { Kill(); }
 
-LumoraProcess::LumoraProcess(LumoraProcess&& other) noexcept : info_(std::exchange(other.info_, {})) {}
-
-LumoraProcess& LumoraProcess::operator=(LumoraProcess&& other) noexcept {
-    if (this != &other) {
-        Kill();
-        info_ = std::exchange(other.info_, {});
-    }
-    return *this;
-}
-
-LumoraProcess LumoraProcess::Start(const std::wstring& exe, const std::string& tail) {
-    LumoraProcess p;
+void LumoraProcess::Start(const std::wstring& exe, const std::string& tail) {
+    Kill();
     std::wstring cmd = L"\"" + exe + L"\"";
     if (!tail.empty()) cmd += L" " + Widen(tail);
-    std::vector<wchar_t> buffer(cmd.begin(), cmd.end());
-    buffer.push_back(0);
     STARTUPINFOW si{};
     si.cb = sizeof si;
     const std::wstring folder = exe.substr(0, exe.find_last_of(L"\\/"));
-    CreateProcessW(exe.c_str(), buffer.data(), nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(), &si, &p.info_);
-    return p;
+    CreateProcessW(exe.c_str(), cmd.data(), nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(), &si, &info_);
 }
 
 bool LumoraProcess::WaitForExit(DWORD ms, DWORD* code) const {
@@ -97,8 +79,7 @@ HWND WaitForWindow(DWORD pid, const wchar_t* className, const std::string& title
 
 std::string Text(HWND window) {
     wchar_t buf[4096] = {};
-    DWORD_PTR got = 0;
-    SendMessageTimeoutW(window, WM_GETTEXT, 4096, reinterpret_cast<LPARAM>(buf), SMTO_ABORTIFHUNG, 5000, &got);
+    SendMessageTimeoutW(window, WM_GETTEXT, 4096, reinterpret_cast<LPARAM>(buf), SMTO_ABORTIFHUNG, 5000, nullptr);
     return Narrow(buf);
 }
 
@@ -129,12 +110,10 @@ std::string AskInto(HWND window, UINT message, WPARAM wParam, size_t bytes,
     return out;
 }
 
-namespace {
-std::string WideText(const std::string& bytes) {
+static std::string WideText(const std::string& bytes) {
     std::wstring text(reinterpret_cast<const wchar_t*>(bytes.data()), bytes.size() / sizeof(wchar_t));
     return Narrow(text.c_str());
 }
-}  // namespace
 
 std::string StatusText(HWND parent, int id, int part) {
     return WideText(AskInto(GetDlgItem(parent, id), SB_GETTEXTW, static_cast<WPARAM>(part), 4096));
@@ -143,15 +122,15 @@ std::string StatusText(HWND parent, int id, int part) {
 std::string ToolTipText(HWND tips, HWND control) {
     // The tool's record, then room for its text, which the record points at.
     constexpr size_t kChars = 1024;
-    const std::string answer = AskInto(tips, TTM_GETTEXTW, kChars, sizeof(TOOLINFOW) + kChars * sizeof(wchar_t),
-                                       [&](char* remote) {
-                                           TOOLINFOW info{};
-                                           info.cbSize = TTTOOLINFOW_V2_SIZE;
-                                           info.hwnd = GetParent(control);
-                                           info.uId = reinterpret_cast<UINT_PTR>(control);
-                                           info.lpszText = reinterpret_cast<wchar_t*>(remote + sizeof(TOOLINFOW));
-                                           return std::string(reinterpret_cast<const char*>(&info), sizeof info);
-                                       });
+    const std::string answer =
+        AskInto(tips, TTM_GETTEXTW, kChars, sizeof(TOOLINFOW) + kChars * sizeof(wchar_t), [&](char* remote) {
+            TOOLINFOW info{};
+            info.cbSize = TTTOOLINFOW_V2_SIZE;
+            info.hwnd = GetParent(control);
+            info.uId = reinterpret_cast<UINT_PTR>(control);
+            info.lpszText = reinterpret_cast<wchar_t*>(remote + sizeof(TOOLINFOW));
+            return std::string(reinterpret_cast<const char*>(&info), sizeof info);
+        });
     return WideText(answer.substr(sizeof(TOOLINFOW)));
 }
 
@@ -238,10 +217,11 @@ std::string SilentWave(int seconds) {
            le(1, 2) + le(8, 2) + "data" + le(samples, 4) + std::string(samples, static_cast<char>(0x80));
 }
 
-std::optional<RegistryValue> ReadOption(const char* name) {
+std::optional<std::string> ReadOption(const char* name) {
     RegistryValue value;
-    if (WinRegistry().Read(RegistryRoot::LocalMachine, kSetupKey, name, value)) return std::nullopt;
-    return value;
+    const long rc = WinRegistry().Read(RegistryRoot::LocalMachine, kSetupKey, name, value);
+    if (rc != ERROR_SUCCESS || value.kind != RegistryValue::Kind::Binary) return std::nullopt;
+    return value.data;
 }
 
 void ForgetSettings() { WinRegistry().DeleteKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft"); }
@@ -266,8 +246,8 @@ TempFolder::~TempFolder() {
     std::filesystem::remove_all(path_, ignored);
 }
 
-bool Session::Start(const std::string& tail, const std::wstring& exe) {
-    process = LumoraProcess::Start(exe, tail);
+bool Session::Start(const std::string& tail) {
+    process.Start(LumoraExe(), tail);
     main = WaitForWindow(process.Id(), ids::kMainClass);
     list = WaitForWindow(process.Id(), ids::kPlaylistClass);
     return main && list;
@@ -282,6 +262,16 @@ std::vector<std::string> Session::Lines() const {
         out.push_back(Narrow(line.c_str()));
     }
     return out;
+}
+
+std::string Session::Name(size_t i) const {
+    const auto lines = Lines();
+    return i < lines.size() ? lines[i].substr(5, lines[i].size() - 6) : std::string();
+}
+
+void Session::PlayLine(int line) const {
+    SendDlgItemMessageW(list, ids::IDC_PLAYLIST_LINES, LB_SETCURSEL, static_cast<WPARAM>(line - 1), 0);
+    Command(list, ids::IDM_PLAYLIST_PLAY);
 }
 
 }  // namespace lumora::e2e

@@ -24,12 +24,11 @@ inline constexpr DWORD kTimeoutMs = 15000;
 class LumoraProcess {
 public:
     LumoraProcess() = default;
-    ~LumoraProcess();
-    LumoraProcess(LumoraProcess&& other) noexcept;
-    LumoraProcess& operator=(LumoraProcess&& other) noexcept;
+    ~LumoraProcess() { Kill(); }
+    LumoraProcess(const LumoraProcess&) = delete;
 
-    // Starts `exe` with `tail` as its command tail.
-    static LumoraProcess Start(const std::wstring& exe, const std::string& tail);
+    // Starts `exe` with `tail` as its command tail, after ending the process it started before.
+    void Start(const std::wstring& exe, const std::string& tail);
     DWORD Id() const { return info_.dwProcessId; }
     // True when the process ended within the time; its exit code in `code`.
     bool WaitForExit(DWORD ms, DWORD* code = nullptr) const;
@@ -92,8 +91,9 @@ void WriteBytes(const std::filesystem::path& path, const std::string& bytes);
 std::string ReadBytes(const std::filesystem::path& path);
 // A RIFF WAVE file of `seconds` of silence: 8 kHz, mono, 8 bits, which the movie device plays.
 std::string SilentWave(int seconds);
-// What Lumora keeps under that name in the setup key; empty when the value is missing.
-std::optional<RegistryValue> ReadOption(const char* name);
+// The binary text Lumora keeps under that name in the setup key; none when the value is missing or
+// of another type.
+std::optional<std::string> ReadOption(const char* name);
 // Lumora's registry state as on a machine that never ran it.
 void ForgetSettings();
 // Polls until `done` answers true; false when the time ran out.
@@ -122,14 +122,15 @@ struct Session {
     HWND list = nullptr;
 
     // Starts Lumora and waits for both windows; false when either never came.
-    bool Start(const std::string& tail, const std::wstring& exe = LumoraExe());
+    bool Start(const std::string& tail);
+    // Starts Lumora with one path as its argument.
+    bool Open(const std::string& path) { return Start(Quoted(path)); }
+    // The list's lines as shown ("001-(name)").
     std::vector<std::string> Lines() const;
-    bool WaitForLines(const std::vector<std::string>& expected) const {
-        return WaitFor([&] { return Lines() == expected; });
-    }
-    bool WaitForLineCount(size_t count) const {
-        return WaitFor([&] { return Lines().size() == count; });
-    }
+    // The file name of the list's entry `i` (from 0), without its number; empty when there is none.
+    std::string Name(size_t i) const;
+    // Plays the list's entry `line` (from 1) as a double-click on it does.
+    void PlayLine(int line) const;
     // Wait until the play button offers to pause, or to play.
     bool Playing() const { return WaitForControlText(main, ids::IDC_MAIN_PLAY, "暂停") == "暂停"; }
     bool Stopped() const { return WaitForControlText(main, ids::IDC_MAIN_PLAY, "播放") == "播放"; }
@@ -147,6 +148,7 @@ protected:
         ASSERT_FALSE(LumoraExe().empty()) << "LUMORA_EXE is not set";
         ForgetSettings();
     }
+    // Ended before the fixture's folders go, so that it holds none of their files open.
     void TearDown() override { lumora_.process.Kill(); }
 
     Session lumora_;

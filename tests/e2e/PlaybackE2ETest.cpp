@@ -1,17 +1,11 @@
 // The transport, the information editor and the lyrics as a user works them in the real Lumora under
 // Wine. Silent files through the system's devices ("L25" 1): nothing here needs the sound sink.
 #include <commctrl.h>
-#include <windows.h>
-
-#include <gtest/gtest.h>
 
 #include <cstdio>
-#include <filesystem>
 
 #include "e2e/Driver.h"
-#include "platform/WinText_win.h"
 #include "support/MpegFrames.h"
-#include "ui/ControlIds.h"
 
 namespace lumora::e2e {
 namespace {
@@ -20,9 +14,10 @@ using namespace ids;
 namespace fs = std::filesystem;
 
 // A bitmap of one red pixel: file header, info header (1 x 1, 24 bits), one padded row.
-const std::string kBitmap("BM\x3A\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\x01\0\0\0\x01\0\0\0\x01\0\x18\0"
-                          "\0\0\0\0\x04\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\xFF\0",
-                          58);
+const std::string kBitmap(
+    "BM\x3A\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\x01\0\0\0\x01\0\0\0\x01\0\x18\0"
+    "\0\0\0\0\x04\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\xFF\0",
+    58);
 
 // Audio followed by an information block as Lumora writes it: "LYRICS", the lyrics field, the tag
 // (the title, the other fields empty).
@@ -41,7 +36,6 @@ protected:
         SessionTest::SetUp();
         StoreOption("L25", "1");
     }
-    bool Start(const fs::path& argument) { return lumora_.Start(Quoted(PathText(argument))); }
 
     TempFolder media_{L"Lumora 播放 E2E"};
 };
@@ -52,44 +46,40 @@ TEST_F(PlaybackE2E, PictureListEndOpenDialogAndThumb) {
     WriteBytes(media_ / L"b.wav", SilentWave(2));
     TempFolder other(L"Lumora 另一个文件夹");
     for (const wchar_t* name : {L"one.wav", L"two.wav"}) WriteBytes(other / name, SilentWave(40));
-    ASSERT_TRUE(Start(media_.Path()));
+    ASSERT_TRUE(lumora_.Open(media_.Text()));
     HWND main = lumora_.main;
-    {
-        SCOPED_TRACE("a still picture is shown for its time and gives way to the next entry");
-        ASSERT_TRUE(lumora_.WaitForLineCount(2));
-        ASSERT_TRUE(lumora_.WaitForTitle("a.bmp"));
-        EXPECT_TRUE(lumora_.WaitForTitle("b.wav", 12000)) << lumora_.Title();
+
+    // A still picture is shown for its time and gives way to the next entry.
+    ASSERT_TRUE(WaitFor([&] { return lumora_.Lines().size() == 2; }));
+    ASSERT_TRUE(lumora_.WaitForTitle("a.bmp"));
+    EXPECT_TRUE(lumora_.WaitForTitle("b.wav", 12000)) << lumora_.Title();
+
+    // After the list has ended, play plays again and the caption and time follow.
+    ASSERT_TRUE(lumora_.Stopped());
+    Click(main, IDC_MAIN_PLAY);
+    ASSERT_TRUE(lumora_.Playing());
+    EXPECT_TRUE(WaitFor([&] { return lumora_.Time() >= 1; }, 5000)) << ControlText(main, IDC_MAIN_TIME);
+
+    // The second open dialog starts in the folder the first ended in.
+    for (const std::string& typed : {PathText(other / L"one.wav"), std::string("two.wav")}) {
+        Command(main, IDM_OPEN_FILES);
+        HWND dialog = WaitForBox("打开文件对话框，本播放器支持近50种文件类型");
+        ASSERT_NE(dialog, nullptr);
+        AnswerFileDialog(dialog, typed);
+        EXPECT_TRUE(lumora_.WaitForTitle(typed.substr(typed.find_last_of('\\') + 1), 5000)) << typed;
     }
-    {
-        SCOPED_TRACE("after the list has ended, play plays again and the caption and time follow");
-        ASSERT_TRUE(lumora_.Stopped());
-        Click(main, IDC_MAIN_PLAY);
-        ASSERT_TRUE(lumora_.Playing());
-        EXPECT_TRUE(WaitFor([&] { return lumora_.Time() >= 1; }, 5000)) << ControlText(main, IDC_MAIN_TIME);
-    }
-    {
-        SCOPED_TRACE("the second open dialog starts in the folder the first ended in");
-        for (const std::string& typed : {PathText(other / L"one.wav"), std::string("two.wav")}) {
-            Command(main, IDM_OPEN_FILES);
-            HWND dialog = WaitForBox("打开文件对话框，本播放器支持近50种文件类型");
-            ASSERT_NE(dialog, nullptr);
-            AnswerFileDialog(dialog, typed);
-            EXPECT_TRUE(lumora_.WaitForTitle(typed.substr(typed.find_last_of('\\') + 1), 5000)) << typed;
-        }
-    }
-    {
-        SCOPED_TRACE("the progress thumb, held at three quarters while the timer runs on, seeks where let go");
-        ASSERT_TRUE(lumora_.Playing());
-        HWND slider = GetDlgItem(main, IDC_MAIN_PROGRESS);
-        const RECT thumb = AskRect(slider, TBM_GETTHUMBRECT), channel = AskRect(slider, TBM_GETCHANNELRECT);
-        const int y = (thumb.top + thumb.bottom) / 2;
-        const int to = channel.left + (channel.right - channel.left) * 3 / 4;
-        PostMessageW(slider, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM((thumb.left + thumb.right) / 2, y));
-        PostMessageW(slider, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(to, y));
-        Sleep(1500);  // held still: several progress ticks pass
-        PostMessageW(slider, WM_LBUTTONUP, 0, MAKELPARAM(to, y));
-        EXPECT_TRUE(WaitFor([&] { return lumora_.Time() >= 28; }, 5000)) << lumora_.Time();
-    }
+
+    // The progress thumb, held at three quarters while the timer runs on, seeks where let go.
+    ASSERT_TRUE(lumora_.Playing());
+    HWND slider = GetDlgItem(main, IDC_MAIN_PROGRESS);
+    const RECT thumb = AskRect(slider, TBM_GETTHUMBRECT), channel = AskRect(slider, TBM_GETCHANNELRECT);
+    const int y = (thumb.top + thumb.bottom) / 2;
+    const int to = channel.left + (channel.right - channel.left) * 3 / 4;
+    PostMessageW(slider, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM((thumb.left + thumb.right) / 2, y));
+    PostMessageW(slider, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(to, y));
+    Sleep(1500);  // held still: several progress ticks pass
+    PostMessageW(slider, WM_LBUTTONUP, 0, MAKELPARAM(to, y));
+    EXPECT_TRUE(WaitFor([&] { return lumora_.Time() >= 28; }, 5000)) << lumora_.Time();
 }
 
 // A file with lyrics inside and an LRC beside, played through the MPEG device (which holds it open):
@@ -98,89 +88,90 @@ TEST_F(PlaybackE2E, LyricsTheirSettingsAndTheEditorOnTheFileThatPlays) {
     StoreOption("Gc1Long", "8");
     StoreOption("L48", "1");
     const std::string longLine = "一二三四五六七八九十一二三四五六七八九十一二三四五六七八九十一二三四五六七八九十";
-    const std::string longWrapped = "一二三四\r\n五六七八\r\n九十一二\r\n三四五六\r\n七八九十\r\n"
-                                    "一二三四\r\n五六七八\r\n九十一二\r\n三四五六\r\n七八九十";
+    const std::string longWrapped =
+        "一二三四\r\n五六七八\r\n九十一二\r\n三四五六\r\n七八九十\r\n"
+        "一二三四\r\n五六七八\r\n九十一二\r\n三四五六\r\n七八九十";
     const fs::path song = media_ / L"歌.mp3";
     const std::string audio = test::MpegFrames(1150);
-    WriteBytes(song, WithBlock(audio, "[00:00]第一句\r\n[00:02]第二句很长的歌词\r\n[00:04]" + longLine + "\r\n[00:40]尾声",
-                               "歌"));
+    WriteBytes(
+        song,
+        WithBlock(audio, "[00:00]第一句\r\n[00:02]第二句很长的歌词\r\n[00:04]" + longLine + "\r\n[00:40]尾声", "歌"));
     WriteBytes(media_ / L"歌.lrc", Cp936("[00:00]旁边的歌词\r\n[00:03]不该出现\r\n"));
-    ASSERT_TRUE(Start(song));
+    ASSERT_TRUE(lumora_.Open(PathText(song)));
     HWND main = lumora_.main, display = WaitForWindow(lumora_.process.Id(), L"LumoraAudioDisplay");
     ASSERT_NE(display, nullptr);
     ASSERT_TRUE(lumora_.Playing());
-    {
-        SCOPED_TRACE("the lyrics inside win over the LRC and follow the time, wrapped at Gc1Long's bytes");
-        // The tag behind the lyrics block is read for the main window's tag line.
-        const std::string tagLine = "  标题：歌  歌手：无  专集：无  年代：无  其他：无";
-        EXPECT_EQ(WaitForControlText(main, IDC_MAIN_TAG_LINE, tagLine), tagLine);
-        // Each moment is read as a pair: the line reached and the next one, shown together.
-        EXPECT_EQ(WaitForControlText(display, IDC_LYRICS_CURRENT, "第二句很\r\n长的歌词"), "第二句很\r\n长的歌词");
-        EXPECT_EQ(ControlText(display, IDC_LYRICS_NEXT), longWrapped);
-        // "L48" opened the window by itself, grown so that the last wrapped line is not cut.
-        EXPECT_TRUE(WaitFor([&] { return IsWindowVisible(display) != FALSE; }));
-        RECT client, line;
-        GetClientRect(display, &client);
-        GetWindowRect(GetDlgItem(display, IDC_LYRICS_NEXT), &line);
-        MapWindowPoints(nullptr, display, reinterpret_cast<POINT*>(&line), 2);
-        EXPECT_LE(line.bottom, client.bottom);
-        EXPECT_GT(line.bottom - line.top, 0);
-        EXPECT_EQ(WaitForControlText(display, IDC_LYRICS_CURRENT, longWrapped), longWrapped);
-        EXPECT_EQ(ControlText(display, IDC_LYRICS_NEXT), "尾声");
+
+    // The lyrics inside win over the LRC and follow the time, wrapped at Gc1Long's bytes.
+    // The tag behind the lyrics block is read for the main window's tag line.
+    const std::string tagLine = "  标题：歌  歌手：无  专集：无  年代：无  其他：无";
+    EXPECT_EQ(WaitForControlText(main, IDC_MAIN_TAG_LINE, tagLine), tagLine);
+    // Each moment is read as a pair: the line reached and the next one, shown together.
+    EXPECT_EQ(WaitForControlText(display, IDC_LYRICS_CURRENT, "第二句很\r\n长的歌词"), "第二句很\r\n长的歌词");
+    EXPECT_EQ(ControlText(display, IDC_LYRICS_NEXT), longWrapped);
+    // "L48" opened the window by itself, grown so that the last wrapped line is not cut.
+    EXPECT_TRUE(WaitFor([&] { return IsWindowVisible(display) != FALSE; }));
+    RECT client, line;
+    GetClientRect(display, &client);
+    GetWindowRect(GetDlgItem(display, IDC_LYRICS_NEXT), &line);
+    MapWindowPoints(nullptr, display, reinterpret_cast<POINT*>(&line), 2);
+    EXPECT_LE(line.bottom, client.bottom);
+    EXPECT_GT(line.bottom - line.top, 0);
+    EXPECT_EQ(WaitForControlText(display, IDC_LYRICS_CURRENT, longWrapped), longWrapped);
+    EXPECT_EQ(ControlText(display, IDC_LYRICS_NEXT), "尾声");
+
+    // The line limit's label and preview follow the slider; the limit is kept as Gc1Long.
+    Command(main, IDM_LYRICS_SETTINGS);
+    HWND dialog = WaitForBox(kLyricsSettingsTitle);
+    ASSERT_NE(dialog, nullptr);
+    HWND slider = GetDlgItem(dialog, IDC_LYRICS_SET_LIMIT);
+    // Five pairs: ten bytes.
+    for (const auto& [pos, label] :
+         {std::pair{0, "当前设置：不进行调整"}, {5, "当前设置每行：10 个字节(一个汉字占两个字节)"}}) {
+        SendMessageW(slider, TBM_SETPOS, TRUE, pos);
+        SendMessageW(dialog, WM_HSCROLL, MAKEWPARAM(TB_THUMBPOSITION, pos), reinterpret_cast<LPARAM>(slider));
+        EXPECT_EQ(ControlText(dialog, IDC_LYRICS_SET_LABEL), label);
     }
-    {
-        SCOPED_TRACE("the line limit's label and preview follow the slider; the limit is kept as Gc1Long");
-        Command(main, IDM_LYRICS_SETTINGS);
-        HWND dialog = WaitForBox(kLyricsSettingsTitle);
-        ASSERT_NE(dialog, nullptr);
-        HWND slider = GetDlgItem(dialog, IDC_LYRICS_SET_LIMIT);
-        // Five pairs: ten bytes.
-        for (const auto& [pos, label] : {std::pair{0, "当前设置：不进行调整"}, {5, "当前设置每行：10 个字节(一个汉字占两个字节)"}}) {
-            SendMessageW(slider, TBM_SETPOS, TRUE, pos);
-            SendMessageW(dialog, WM_HSCROLL, MAKEWPARAM(TB_THUMBPOSITION, pos), reinterpret_cast<LPARAM>(slider));
-            EXPECT_EQ(ControlText(dialog, IDC_LYRICS_SET_LABEL), label);
-        }
-        EXPECT_EQ(ControlText(dialog, IDC_LYRICS_SET_PREVIEW).rfind("这是浏览文\r\n本，显示用\r\n", 0), 0u)
-            << ControlText(dialog, IDC_LYRICS_SET_PREVIEW);
-        Click(dialog, IDOK);
-        EXPECT_TRUE(WaitFor([] { return ReadOption("Gc1Long").value_or(RegistryValue{}).data == "10"; }));
-    }
+    EXPECT_EQ(ControlText(dialog, IDC_LYRICS_SET_PREVIEW).rfind("这是浏览文\r\n本，显示用\r\n", 0), 0u)
+        << ControlText(dialog, IDC_LYRICS_SET_PREVIEW);
+    Click(dialog, IDOK);
+    EXPECT_TRUE(WaitFor([] { return ReadOption("Gc1Long") == "10"; }));
     const std::pair<int, std::string> items[] = {
-        {IDC_INFO_TITLE, "新的标题"}, {IDC_INFO_ARTIST, "歌手甲"}, {IDC_INFO_YEAR, "2005"},
+        {IDC_INFO_TITLE, "新的标题"},
+        {IDC_INFO_ARTIST, "歌手甲"},
+        {IDC_INFO_YEAR, "2005"},
         {IDC_INFO_LYRICS, "[00:01]一\r\n[00:02]二"}};  // the lyrics box is filled last
     const auto openEditor = [&] {
         Command(main, IDM_MEDIA_INFO);
         return WaitForBox(kInfoEditorTitle);
     };
-    {
-        SCOPED_TRACE("the editor saves into the tail of the playing file, which plays on from where it was");
-        HWND editor = openEditor();
-        ASSERT_NE(editor, nullptr);
-        for (const auto& [id, text] : items) {
-            SendMessageW(GetDlgItem(editor, id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Widen(text).c_str()));
-        }
-        const int before = lumora_.Time();
-        Click(editor, IDC_INFO_SAVE);
-        EXPECT_EQ(CloseBox("完毕"), "恭喜！媒体信息保存完毕！");
-        Click(editor, IDCANCEL);
-        ASSERT_TRUE(WaitFor([&] { return !IsWindow(editor); }));
-        const std::string bytes = ReadBytes(song);
-        EXPECT_EQ(bytes.substr(0, audio.size()), audio);
-        // A shorter block than the old one is written where that began, zeros behind it.
-        EXPECT_NE(bytes.find("TAG" + Cp936("新的标题"), audio.size()), std::string::npos);
-        EXPECT_TRUE(lumora_.Playing());
-        const int after = lumora_.Time();
-        EXPECT_GE(after, before);
-        EXPECT_TRUE(WaitFor([&] { return lumora_.Time() > after; }, 5000));
+
+    // The editor saves into the tail of the playing file, which plays on from where it was.
+    HWND editor = openEditor();
+    ASSERT_NE(editor, nullptr);
+    for (const auto& [id, text] : items) {
+        SendMessageW(GetDlgItem(editor, id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Widen(text).c_str()));
     }
-    {
-        SCOPED_TRACE("opened again, the editor shows what was saved");
-        HWND editor = openEditor();
-        ASSERT_NE(editor, nullptr);
-        EXPECT_EQ(WaitForControlText(editor, IDC_INFO_LYRICS, items[3].second), items[3].second);
-        for (const auto& [id, text] : items) EXPECT_EQ(ControlText(editor, id), text);
-        Click(editor, IDCANCEL);
-    }
+    const int before = lumora_.Time();
+    Click(editor, IDC_INFO_SAVE);
+    EXPECT_EQ(CloseBox("完毕"), "恭喜！媒体信息保存完毕！");
+    Click(editor, IDCANCEL);
+    ASSERT_TRUE(WaitFor([&] { return !IsWindow(editor); }));
+    const std::string bytes = ReadBytes(song);
+    EXPECT_EQ(bytes.substr(0, audio.size()), audio);
+    // A shorter block than the old one is written where that began, zeros behind it.
+    EXPECT_NE(bytes.find("TAG" + Cp936("新的标题"), audio.size()), std::string::npos);
+    EXPECT_TRUE(lumora_.Playing());
+    const int after = lumora_.Time();
+    EXPECT_GE(after, before);
+    EXPECT_TRUE(WaitFor([&] { return lumora_.Time() > after; }, 5000));
+
+    // Opened again, the editor shows what was saved.
+    editor = openEditor();
+    ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(WaitForControlText(editor, IDC_INFO_LYRICS, items[3].second), items[3].second);
+    for (const auto& [id, text] : items) EXPECT_EQ(ControlText(editor, id), text);
+    Click(editor, IDCANCEL);
 }
 
 }  // namespace

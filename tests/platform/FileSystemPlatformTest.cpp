@@ -30,17 +30,13 @@ std::string TempFile(const char* name) {
 // T: as a CD-ROM; C: is the prefix's fixed disk.
 TEST(FileSystemPlatform, DriveKindsAsWineReportsThem) {
     WinFileSystem fs;
-    struct Case {
-        const char* path;
-        DriveKind kind;
-    };
-    const Case cases[] = {
+    const std::pair<const char*, DriveKind> cases[] = {
         {"C:\\windows", DriveKind::Fixed},         {"c:", DriveKind::Fixed},
         {"R:\\歌曲\\a.mp3", DriveKind::Removable}, {"S:\\", DriveKind::Network},
         {"T:\\track.mp3", DriveKind::CdRom},       {"Q:\\nothing", DriveKind::Unknown},
         {"\\\\server\\share", DriveKind::Unknown}, {"", DriveKind::Unknown},
     };
-    for (const auto& c : cases) EXPECT_EQ(fs.DriveType(c.path), c.kind) << c.path;
+    for (const auto& [path, kind] : cases) EXPECT_EQ(fs.DriveType(path), kind) << path;
 }
 
 TEST(FileSystemPlatform, TailWritesKeepTheBytesBeforeAndGrowTheFile) {
@@ -70,35 +66,26 @@ TEST(FileSystemPlatform, TailWritesKeepTheBytesBeforeAndGrowTheFile) {
     EXPECT_FALSE(fs.WriteFilePart(path, 0, "new"));  // a missing file is not created
 }
 
-TEST(FileSystemPlatform, CopiesNeverOverwrite) {
-    WinFileSystem fs;
-    const std::string from = TempFile("源.mp3");
-    const std::string to = TempFile("目标.mp3");
-    fs.RemoveFile(to);
-    ASSERT_TRUE(fs.WriteFileAtomic(from, "new bytes"));
-    ASSERT_TRUE(fs.CopyNewFile(from, to));
-    EXPECT_EQ(fs.ReadFile(to).bytes, "new bytes");
-    ASSERT_TRUE(fs.WriteFileAtomic(from, "other"));
-    EXPECT_FALSE(fs.CopyNewFile(from, to));
-    EXPECT_EQ(fs.ReadFile(to).bytes, "new bytes");
-    fs.RemoveFile(from);
-    fs.RemoveFile(to);
-}
-
 // Folders are made with their parents; a folder is found with or without its final backslash, a drive by its
-// letter, and never a file of that name.
-TEST(FileSystemPlatform, FoldersAreMadeWithTheirParentsAndFound) {
+// letter, and never a file of that name. A copy never overwrites.
+TEST(FileSystemPlatform, FoldersAreMadeAndFoundAndCopiesNeverOverwrite) {
     WinFileSystem fs;
     const std::string deep = TempFile("乐库\\一\\二");
     ASSERT_TRUE(fs.CreateFolder(deep + "\\"));
     for (const std::string& folder : {deep, deep + "\\", std::string("C:\\"), std::string("C:")}) {
         EXPECT_TRUE(fs.FolderExists(folder)) << folder;
     }
-    ASSERT_TRUE(fs.WriteFileAtomic(deep + "\\Song Title.MP3", ""));
+    const std::string song = deep + "\\Song Title.MP3", copy = deep + "\\Sub Folder\\副本.mp3";
+    ASSERT_TRUE(fs.WriteFileAtomic(song, "new bytes"));
     ASSERT_TRUE(fs.CreateFolder(deep + "\\Sub Folder"));
-    EXPECT_FALSE(fs.FolderExists(deep + "\\Song Title.MP3"));
+    EXPECT_FALSE(fs.FolderExists(song));
     EXPECT_EQ(fs.ListFiles(deep), std::vector<std::string>{"Song Title.MP3"});
-    EXPECT_TRUE(fs.RemoveFile(deep + "\\Song Title.MP3"));
+    fs.RemoveFile(copy);  // left by a run that failed
+    ASSERT_TRUE(fs.CopyNewFile(song, copy));
+    ASSERT_TRUE(fs.WriteFileAtomic(song, "other"));
+    EXPECT_FALSE(fs.CopyNewFile(song, copy));
+    EXPECT_EQ(fs.ReadFile(copy).bytes, "new bytes");
+    EXPECT_TRUE(fs.RemoveFile(song) && fs.RemoveFile(copy));
     const std::string data = fs.UserDataFolder();
     ASSERT_FALSE(data.empty());
     EXPECT_TRUE(fs.FolderExists(data));
@@ -160,8 +147,8 @@ TEST(InfoBlockKill, KilledAtRandomPointsTheFileIsOldOrNewWhole) {
         STARTUPINFOW si{};
         si.cb = sizeof si;
         PROCESS_INFORMATION pi{};
-        ASSERT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
-                                   nullptr, &si, &pi));
+        ASSERT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr, nullptr,
+                                   &si, &pi));
         // Past the process's start-up, somewhere in its saves.
         Sleep(std::uniform_int_distribution<DWORD>(600, 1500)(random));
         TerminateProcess(pi.hProcess, 1);
