@@ -18,8 +18,6 @@ namespace {
 using namespace ids;
 namespace fs = std::filesystem;
 
-std::string NameOf(const std::string& line) { return line.substr(5, line.size() - 6); }
-
 std::map<fs::path, std::string> Contents(const fs::path& folder) {
     std::map<fs::path, std::string> all;
     for (const auto& e : fs::recursive_directory_iterator(folder)) {
@@ -80,16 +78,18 @@ protected:
     // and answered. False when Lumora neither does so in time nor answers a message.
     bool Reached(const std::string& name, HWND& question) {
         question = nullptr;
-        const bool reached = WaitFor([&] {
-            HWND box = BoxOf(lumora_.process.Id());
-            if (box && Text(box) == "无法播放" && BoxText(box).rfind(name, 0) == 0) question = box;
-            if (box && !question && Text(box) != "无法播放") {
-                std::printf("%s: %s: %s\n", name.c_str(), Text(box).c_str(), BoxText(box).c_str());
-                AnswerBox(box, GetDlgItem(box, IDYES) ? IDYES : IDOK);
-                WaitFor([&] { return !IsWindow(box); }, 2000);
-            }
-            return question || ControlText(lumora_.main, IDC_MAIN_TITLE) == name || lumora_.process.WaitForExit(0);
-        }, 10000);
+        const bool reached = WaitFor(
+            [&] {
+                HWND box = BoxOf(lumora_.process.Id());
+                if (box && Text(box) == "无法播放" && BoxText(box).rfind(name, 0) == 0) question = box;
+                if (box && !question && Text(box) != "无法播放") {
+                    std::printf("%s: %s: %s\n", name.c_str(), Text(box).c_str(), BoxText(box).c_str());
+                    AnswerBox(box, GetDlgItem(box, IDYES) ? IDYES : IDOK);
+                    WaitFor([&] { return !IsWindow(box); }, 2000);
+                }
+                return question || lumora_.Title() == name || lumora_.process.WaitForExit(0);
+            },
+            10000);
         return reached && Answers();
     }
 
@@ -100,20 +100,19 @@ protected:
         ForgetSettings();
         StoreOption("L16", "1");
         StoreOption("L25", decoder);
-        std::vector<std::string> lines;
+        size_t count = 0;
         for (size_t i = 0; !HasFatalFailure(); ++i) {
             if (!lumora_.main) {
                 ASSERT_TRUE(lumora_.Start(Quoted(PathText(folder))));
                 Click(lumora_.main, IDC_MAIN_MODE_LOOP);
                 ASSERT_TRUE(WaitFor([&] { return Answers() && !lumora_.Lines().empty(); }));
-                lines = lumora_.Lines();
+                count = lumora_.Lines().size();
                 HWND question = nullptr;
-                ASSERT_TRUE(Reached(NameOf(lines[0]), question) && !question) << "the first file is a playable one";
-                SendDlgItemMessageW(lumora_.list, IDC_PLAYLIST_LINES, LB_SETCURSEL, i, 0);
-                PostMessageW(lumora_.list, WM_COMMAND, MAKEWPARAM(IDC_PLAYLIST_LINES, LBN_DBLCLK), 0);
+                ASSERT_TRUE(Reached(lumora_.Name(0), question) && !question) << "the first file is a playable one";
+                lumora_.PlayLine(static_cast<int>(i) + 1);
             }
-            if (i == lines.size()) return;
-            const std::string name = NameOf(lines[i]);
+            if (i == count) return;
+            const std::string name = lumora_.Name(i);
             HWND question = nullptr;
             const DWORD start = GetTickCount();
             if (!Reached(name, question) || lumora_.process.WaitForExit(0)) {
@@ -175,7 +174,8 @@ TEST_F(BadFilesE2E, EachOpensWithoutCrashHangOrChange) {
     OpenLists(folder_ / L"lists");
     Close();
     const auto after = Contents(folder_);
-    for (const auto& [path, bytes] : before) EXPECT_TRUE(after.count(path) && after.at(path) == bytes) << PathText(path);
+    for (const auto& [path, bytes] : before)
+        EXPECT_TRUE(after.count(path) && after.at(path) == bytes) << PathText(path);
     EXPECT_EQ(after.size(), before.size());
     std::printf("%d files opened\n", opened_);
 }
