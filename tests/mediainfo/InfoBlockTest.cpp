@@ -136,7 +136,7 @@ public:
     int writes = 0;
 };
 
-TEST(InfoBlockWrite, AFailedWritePutsTheOldBytesBackAndRefusalsTouchNothing) {
+TEST(InfoBlockWrite, AFailedWritePutsTheOldBytesBack) {
     FailingOnceFileSystem fs;
     const std::string original = kAudio + "LYRICSBEGININD0000211LYR00008[00:01]x" + kForeignTag;
     fs.files[kPath] = original;
@@ -144,13 +144,6 @@ TEST(InfoBlockWrite, AFailedWritePutsTheOldBytesBackAndRefusalsTouchNothing) {
     EXPECT_EQ(WriteInfoBlock(fs, kPath, {"new", "", "", "", ""}, BuildLyricsField(lyrics)), InfoWriteResult::FileError);
     EXPECT_EQ(fs.writes, 2);
     EXPECT_EQ(fs.files[kPath], original + Z(fs.files[kPath].size() - original.size()));
-
-    test::FakeFileSystem plain;
-    plain.files[kPath] = kAudio;
-    EXPECT_EQ(WriteInfoBlock(plain, kPath, {}, BuildLyricsField("[00:01]한국어")), InfoWriteResult::NotEncodable);
-    plain.readOnly.push_back(kPath);
-    EXPECT_EQ(WriteInfoBlock(plain, kPath, {}, ""), InfoWriteResult::FileError);
-    EXPECT_EQ(ReadMediaInfo(plain, kPath), MediaInfoRecord{});  // nothing written
 }
 
 // The first failing field in the editor's order wins; text GBK cannot hold comes after the lengths.

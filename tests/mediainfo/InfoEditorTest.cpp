@@ -144,14 +144,5 @@ TEST_F(InfoEditorTest, ExportsAndImportsQgcFiles) {
     EXPECT_FALSE(editor.ExportQgc());
 }
 
-// The lines of the lyrics section by number up to its count, empty ones kept; the lookup leaves those out.
-TEST(QgcFile, LyricsLinesByNumberUpToTheCount) {
-    const std::string file = Gbk("[媒体歌词]\r\n行数=4\r\n歌词3=third\r\n歌词01=not a line\r\n歌词1=first\r\n歌词2=\r\n");
-    EXPECT_EQ(ParseQgcFile(file).lyrics, "first\r\n\r\nthird\r\n");
-    EXPECT_EQ(QgcLyricsText(file), "first\r\nthird");
-    EXPECT_EQ(ParseQgcFile(Gbk("[媒体歌词]\r\n行数=999999999\r\n歌词1=x")).lyrics.size(), 1 + 2 * (kMaxQgcLines - 1));
-    EXPECT_EQ(ParseQgcFile(Gbk("[媒体歌词]\r\n行数=1\r\n歌词1=a\rb")).lyrics, "a b");  // no line break of its own
-}
-
 }  // namespace
 }  // namespace lumora

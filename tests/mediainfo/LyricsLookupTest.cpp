@@ -44,7 +44,8 @@ TEST_F(LyricsLookupTest, TriesEachSourceInOrder) {
     fs.files["E:\\歌词\\assigned.LRC"] = "[00:04]assigned";
     ASSERT_EQ(AssignLyricsFile(fs, kMedia, "E:\\歌词\\assigned.LRC"), AssignResult::Assigned);
     EXPECT_EQ(fs.files[kIni], Gbk("[歌词记录]\r\n歌.mp3=E:\\歌词\\assigned.LRC\r\n"));
-    // The record is by file name: the same name in another folder finds it too.
+    // The record is by file name, as a key an INI file can hold: the same name in another folder finds it too.
+    EXPECT_EQ(LyricsRecordKey("D:\\a=b.mp3") + LyricsRecordKey("D:\\[live] a.mp3"), "a＝b.mp3［live] a.mp3");
     fs.files["F:\\歌.mp3"] = "x";
     EXPECT_EQ(LookupLyrics(fs, "F:\\歌.mp3"),
               (FoundLyrics{LyricsOrigin::Assigned, "E:\\歌词\\assigned.LRC", "[00:04]assigned"}));
@@ -53,12 +54,6 @@ TEST_F(LyricsLookupTest, TriesEachSourceInOrder) {
               (FoundLyrics{LyricsOrigin::Embedded, kMedia, "[00:10]a\r\n[00:20]a\r\n[00:30]b"}));
     fs.unreadable.push_back(kIni);
     EXPECT_EQ(AssignLyricsFile(fs, kMedia, "E:\\x.lrc"), AssignResult::Failed);
-}
-
-TEST(LyricsRecordKey, TheFileNameAsAnIniKeyCanHoldIt) {
-    test::FakeFileSystem fs;
-    EXPECT_EQ(LyricsRecordKey("D:\\a=b.mp3") + LyricsRecordKey("D:\\[live] a.mp3"), "a＝b.mp3［live] a.mp3");
-    EXPECT_EQ(AssignLyricsFile(fs, "D:\\😀.mp3", "D:\\a.lrc"), AssignResult::NotStorable);
 }
 
 class RecordingLyricsView : public LyricsView {
@@ -121,15 +116,6 @@ TEST(LyricsLook, ThePictureChooserStoresTheChoice) {
     prompts.openAnswer = "D:\\图片\\背景.jpg";
     EXPECT_TRUE(ChooseLyricsPicture(prompts, look));
     EXPECT_EQ(std::tuple(look.usePicture, look.picturePath), std::tuple(true, std::string("D:\\图片\\背景.jpg")));
-}
-
-TEST(LyricsLook, ARefusedValueFailsTheSave) {
-    struct RefusingWrites : test::FakeRegistry {
-        long WriteBinary(RegistryRoot, const std::string&, const std::string&, std::string_view) override { return 5; }
-    } raw;
-    test::FakePrompts prompts;
-    RegistryWrapper registry(raw, prompts);
-    EXPECT_FALSE(SaveLyricsDisplaySettings(registry, {}));
 }
 
 }  // namespace

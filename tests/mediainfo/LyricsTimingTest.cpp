@@ -7,7 +7,6 @@
 #include "mediainfo/InfoBlock.h"
 #include "mediainfo/LrcReader.h"
 #include "mediainfo/LyricsTiming.h"
-#include "mediainfo/SmiReader.h"
 #include "ports/TextCodec.h"
 
 namespace lumora {
@@ -102,18 +101,6 @@ TEST(LrcReader, ExpandsStampsAndAppliesOffsetsCorrectionAndLimits) {
     const Lines bounded = Times(ParseLrc(many + std::string(1000, 'x'), false));
     EXPECT_EQ(bounded.size(), kMaxStampsPerLine);
     EXPECT_EQ(bounded.back(), "100000:39");  // 99 seconds carry into the minutes
-}
-
-TEST(SmiReader, ReadsSyncLinesTheWayLumoraAlwaysHas) {
-    const std::string smi =
-        "<SAMI><BODY>\r\n<SYNC Start=1000><P Class=ZHCC>第一句\r\n<sync start=62500><p class=ZHCC>&nbsp;\r\n"
-        "<P Class=ZHCC>not a sync line\r\n<SYNC Start=\"9209\"><P Class=ZHCC>quoted\r\n"
-        "<SYNC Start=5><P Class=KRCC>text\r\n"  // "><" at position 14: the number is "5"
-        "<SYNC Start=1000>\r\n"  // no "><": the number is 0, the text the line minus four characters
-        "</BODY></SAMI>";
-    EXPECT_EQ(LyricListsToText(ParseSmi(Utf8ToCp936(smi).value(), false)),
-              "[00:01]第一句\r\n[01:02]\r\n[00:09]quoted\r\n[00:00]C Start=5><P Class=KRCC>text\r\n[00:00]C Start=1000>");
-    EXPECT_EQ(Times(ParseSmi("<SYNC Start=100000><P Class=ZHCC>x", true)), Lines{"02:01"});
 }
 
 }  // namespace

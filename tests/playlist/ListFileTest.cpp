@@ -106,17 +106,25 @@ protected:
     DefaultList defaults{prompts, fs, settings, queue, lists, progress};
 };
 
-TEST_F(ListFileControllerTest, SavesTheQueueFilteredOrAsItStands) {
-    OpenQueue("D:\\m", {"a.wma", "gone.wma", "b.wma"});
+TEST_F(ListFileControllerTest, SavesTheQueueFilteredOrAsItStandsAndNothingWhenFewerThanTwoRemain) {
+    EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Refused);  // empty queue
+    OpenQueue("D:\\m", {"a.wma", "x.txt"});
     prompts.saveAnswer = "C:\\lists\\我的";
+    EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Refused);
+    EXPECT_EQ(prompts.messages.back().title, kNothingLeftTitle);
+    OpenQueue("D:\\m", {"a.wma", "gone.wma", "b.wma"});
     EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Saved);
     EXPECT_EQ(fs.files.at("C:\\lists\\我的.QLB"), ListBytes(kMain, "2*1", "D:\\m*a.wma*b.wma"));
-    EXPECT_NE(prompts.messages.at(0).text.find("C:\\lists\\我的.QLB"), std::string::npos);
+    EXPECT_NE(prompts.messages.back().text.find("C:\\lists\\我的.QLB"), std::string::npos);
     settings.SetText(opt::kFilterLists, "0");  // not filtered: every name as it stands, flag "0"
     prompts.saveAnswer = "C:\\lists\\all.qlb";
     EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Saved);
     EXPECT_EQ(fs.files.at("C:\\lists\\all.qlb"), ListBytes(kMain, "3*0", "D:\\m*a.wma*gone.wma*b.wma"));
     EXPECT_EQ(WithListExtension("C:\\c.txt"), "C:\\c.txt.QLB");
+    fs.failWrites = true;
+    prompts.saveAnswer = "C:\\l";
+    EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Refused);
+    EXPECT_EQ(fs.files.count("C:\\l.QLB"), 0u);
 }
 
 // A list holds one folder: the user hears how many entries of other folders stay out before anything is written.
@@ -138,23 +146,19 @@ TEST_F(ListFileControllerTest, SaveAsksBeforeLeavingOutEntriesOfOtherFolders) {
     EXPECT_EQ(prompts.questions.size(), asked);  // one folder: nothing to ask
 }
 
-TEST_F(ListFileControllerTest, SaveWritesNothingWhenFewerThanTwoRemainOrTheWriteFails) {
-    EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Refused);  // empty queue
-    OpenQueue("D:\\m", {"a.wma", "x.txt"});
-    prompts.saveAnswer = "C:\\l";
-    EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Refused);
-    EXPECT_EQ(prompts.messages.back().title, kNothingLeftTitle);
-    fs.failWrites = true;
-    OpenQueue("D:\\m", {"a.wma", "b.wma"});
-    EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Refused);
-    EXPECT_EQ(fs.files.count("C:\\l.QLB"), 0u);
-}
-
-TEST_F(ListFileControllerTest, LoadReplacesTheQueueAndOffersToFilterAnUnfilteredList) {
+TEST_F(ListFileControllerTest, LoadReplacesTheQueueOffersToFilterAnUnfilteredListAndRefusalsKeepIt) {
     fs.files["C:\\l.qlb"] = ListBytes(kMain, "9*1", "D:\\m*c.wma*gone.wma*a.wma");
     EXPECT_EQ(lists.LoadListFile("C:\\l.qlb"), AddOutcome::Playing);  // fixed disk, filtered: names as they stand
     EXPECT_EQ(view.lines, (Lines{"001-(c.wma)", "002-(gone.wma)", "003-(a.wma)"}));
     EXPECT_EQ(view.played, Lines{"D:\\m\\c.wma"});
+    fs.files["C:\\one.qlb"] = ListBytes(kMain, "2*0", "D:\\m*gone.wma*gone2.wma");  // nothing left once filtered
+    fs.files["C:\\bad.qlb"] = ListBytes("这是ZEV-正式版-的", "2*1", "D:\\m*a.wma*b.wma");
+    for (const char* path : {"C:\\one.qlb", "C:\\bad.qlb", "C:\\missing.qlb"}) {
+        EXPECT_EQ(lists.LoadListFile(path), AddOutcome::Refused) << path;
+    }
+    ASSERT_EQ(prompts.messages.size(), 3u);
+    EXPECT_NE(prompts.messages[2].text.find("C:\\missing.qlb"), std::string::npos);
+    EXPECT_EQ(std::pair(queue.Queue().Count(), view.played.size()), std::pair(3, std::size_t{1}));  // all as it was
     fs.files["C:\\l.qlb"] = ListBytes(kMain, "3*0", "D:\\m*c.wma*gone.wma*a.wma");
     for (const auto& [answer, skipOption, shownAndAsked] : {std::tuple{true, "0", 21u}, {false, "0", 31u}, {true, "1", 30u}}) {
         prompts = {};
@@ -163,19 +167,6 @@ TEST_F(ListFileControllerTest, LoadReplacesTheQueueAndOffersToFilterAnUnfiltered
         EXPECT_EQ(lists.LoadListFile("C:\\l.qlb"), AddOutcome::Playing);
         EXPECT_EQ(view.lines.size() * 10 + prompts.questions.size(), shownAndAsked);
     }
-}
-
-TEST_F(ListFileControllerTest, RefusedLoadsKeepTheQueue) {
-    OpenQueue("D:\\m", {"b.wma", "c.wma"});
-    fs.files["C:\\one.qlb"] = ListBytes(kMain, "2*0", "D:\\m*gone.wma*gone2.wma");  // nothing left once filtered
-    fs.files["C:\\bad.qlb"] = ListBytes("这是ZEV-正式版-的", "2*1", "D:\\m*a.wma*b.wma");
-    for (const char* path : {"C:\\one.qlb", "C:\\bad.qlb", "C:\\missing.qlb"}) {
-        EXPECT_EQ(lists.LoadListFile(path), AddOutcome::Refused) << path;
-    }
-    ASSERT_EQ(prompts.messages.size(), 3u);
-    EXPECT_NE(prompts.messages[2].text.find("C:\\missing.qlb"), std::string::npos);
-    EXPECT_EQ(std::pair(queue.Queue().Count(), queue.Queue().EntryAt(1)->name), std::pair(2, std::string("b.wma")));
-    EXPECT_TRUE(view.played.empty());  // the playing entry stays
 }
 
 TEST_F(ListFileControllerTest, DefaultListSavesTheQueueAlwaysFilteredOnlyFromFixedDisks) {
@@ -196,17 +187,9 @@ TEST_F(ListFileControllerTest, DefaultListSavesTheQueueAlwaysFilteredOnlyFromFix
     EXPECT_FALSE(defaults.SaveDefaultListOnExit());  // "L56" off: nothing saved on exit
     settings.SetText(opt::kSaveListOnExit, "1");
     EXPECT_TRUE(defaults.SaveDefaultListOnExit() && fs.files.count(kDefaultPath));
-}
-
-TEST_F(ListFileControllerTest, DefaultListDamagedListIsReportedAndDeletedMissingOneIsNot) {
-    EXPECT_EQ(defaults.LoadDefaultList(), DefaultListLoad::None);
     fs.files[kDefaultPath] = EncodeListFile(ListKind::Default, true, "D:\\m", {"gone.wma", "x.txt"});
-    EXPECT_EQ(defaults.LoadDefaultList(), DefaultListLoad::Damaged);
+    EXPECT_EQ(defaults.LoadDefaultList(), DefaultListLoad::Damaged);  // reported and deleted
     EXPECT_EQ(fs.files.count(kDefaultPath), 0u);
-    EXPECT_EQ(prompts.messages.size(), 1u);
-    EXPECT_EQ(defaults.DeleteDefaultList(), DefaultListDelete::NotSet);
-    fs.files[kDefaultPath] = "x";
-    EXPECT_EQ(defaults.DeleteDefaultList(), DefaultListDelete::Deleted);
 }
 
 }  // namespace

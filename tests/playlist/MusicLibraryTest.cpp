@@ -75,17 +75,6 @@ TEST_F(MusicLibraryTest, AddsThePlayingFileToANewListThenKnowsItIsThere) {
     EXPECT_EQ(library.AddCurrentToLibrary(), LibraryAdd::NoLibrary);
 }
 
-TEST_F(MusicLibraryTest, SameNameOtherLengthAsksThenRenamesWithTheFilesExtension) {
-    fs.files[kLib + "a.mp3"] = "different";
-    prompts.yesNoAnswer = false;
-    EXPECT_EQ(library.AddCurrentToLibrary(), LibraryAdd::SkippedByUser);
-    prompts.yesNoAnswer = true;
-    prompts.textAnswer = " 新歌 ";
-    EXPECT_EQ(library.AddCurrentToLibrary(), LibraryAdd::AddedRenamed);
-    EXPECT_EQ(fs.files.at(kLib + "新歌.mp3") + fs.files.at(kLib + "a.mp3"), "aaaadifferent");
-    EXPECT_EQ(Listed(), Lines{"新歌.mp3"});
-}
-
 TEST_F(MusicLibraryTest, EveryNameCanBeAskedWithTheTitleProposed) {
     settings.SetText(opt::kLibraryRenameBox, "1");
     settings.SetText(opt::kLibraryNameIsTitle, "1");
