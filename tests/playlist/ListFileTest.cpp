@@ -28,8 +28,7 @@ std::string ListBytes(std::string_view header, std::string_view counts, std::str
 
 TEST(ListFileCodec, EncodesInCp936WithCrLfAndReadsBack) {
     EXPECT_EQ(EncodeListFile(ListKind::Library, true, "D:\\音乐", {"晴天.mp3", "b.wma"}),
-              ListBytes("这是ZEV-Lumora-正式版-的“我的音乐库”列表文件请不要修改以下参数，以免造成错误。", "2*1",
-                        "D:\\音乐*晴天.mp3*b.wma"));
+              ListBytes(ListHeader(ListKind::Library), "2*1", "D:\\音乐*晴天.mp3*b.wma"));
     // Line 3's names win over the count; any line end reads; empty pieces are skipped.
     const ListFileRead read = ParseListFile(Gbk(kMain) + "\n 7 * 1 \rD:\\m*a.mp3**b.mp3*\r\nextra");
     ASSERT_EQ(read.status, ListReadStatus::Ok);
@@ -37,9 +36,6 @@ TEST(ListFileCodec, EncodesInCp936WithCrLfAndReadsBack) {
     // Nothing is written that could not be read back.
     EXPECT_EQ(EncodeListFile(ListKind::Main, true, "D:\\m", {"a.mp3", "笑\xF0\x9F\x98\x80.mp3"}), "");
     EXPECT_EQ(EncodeListFile(ListKind::Main, true, "D:\\m", {"a*b.mp3"}), "");
-    EXPECT_EQ(FirstUnstorableText("D:\\m", {"a.mp3", "笑\xF0\x9F\x98\x80.mp3"}), "笑\xF0\x9F\x98\x80.mp3");
-    for (const char* header : {"x-y-测试版-z", "a-b-正式版"}) EXPECT_TRUE(HasEditionMarker(header)) << header;
-    for (const char* header : {"a-正式版", "a-b-c-正式版", "a-b-正式版x", ""}) EXPECT_FALSE(HasEditionMarker(header)) << header;
 }
 
 TEST(ListFileCodec, RefusesWhatIsNotOneOfOurListsWhole) {

@@ -37,13 +37,6 @@ TEST_F(QueueControllerTest, OpenDialogPlaysTheFirstOfTheFolderAndNames) {
     EXPECT_NE(prompts.openDialogs.at(0).text.find("*.mpeg;"), std::string::npos);  // undotted items get their dot
     EXPECT_EQ(view.lines, (Lines{"001-(b.mp3)", "002-(歌.wma)", "003-(c.txt)"}));
     EXPECT_EQ(view.played, (Lines{"D:\\音乐\\b.mp3"}));
-
-    prompts.openManyAnswer = Lines{"E:\\歌曲\\晴天.mp3"};  // one file: its path as it stands
-    EXPECT_EQ(controller.AddFromOpenDialog().outcome, AddOutcome::Playing);
-    EXPECT_EQ(view.played.back(), "E:\\歌曲\\晴天.mp3");
-    prompts.openManyAnswer.reset();
-    EXPECT_EQ(controller.AddFromOpenDialog().outcome, AddOutcome::Cancelled);
-
     Lines chosen{"C:\\m"};
     for (int i = 0; i < 1001; ++i) chosen.push_back(std::to_string(i) + ".mp3");
     prompts.openManyAnswer = chosen;
