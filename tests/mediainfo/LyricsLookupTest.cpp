@@ -138,21 +138,6 @@ TEST(StampSeconds, RoundsHalvesToEvenAndRefusesWhatIsNoStamp) {
     }
 }
 
-// The line reached and the next; equal stamps show together in list order; unstamped lines never show.
-TEST(ChooseDisplayLines, TheLineReachedAndTheNext) {
-    const TimedLyrics lyrics = BuildTimedLyrics("[00:00]title\r\n[00:20]one\r\n[00:10]ten\r\n[ab:cd]bad\r\n[00:20]two\r\n[00:30]end");
-    const std::pair<long long, DisplayLines> cases[] = {
-        {0, {"", "one\r\ntwo"}},  // entry 0 is only the fallback value: no line from 1 on has it
-        {12, {"ten", "one\r\ntwo"}}, {20, {"one\r\ntwo", "end"}}, {29, {"one\r\ntwo", "end"}}, {40, {"end", "end"}},
-    };
-    for (const auto& [p, shown] : cases) EXPECT_EQ(ChooseDisplayLines(lyrics, p), shown) << p;
-    EXPECT_FALSE(ChooseDisplayLines(TimedLyrics{}, 5) || ChooseDisplayLines(lyrics, -1));
-    EXPECT_EQ(ChooseDisplayLines(BuildTimedLyrics("[00:05]zero\r\n[00:05]five\r\n[00:09]nine"), 1),
-              (DisplayLines{"five", "five"}));
-    EXPECT_EQ(ChooseDisplayLines(BuildTimedLyrics("[00:00]\r\n[00:01]一二三四五\r\n[00:02]ab一cd"), 1, 4),
-              (DisplayLines{"一二\r\n三四\r\n五", "ab一\r\ncd"}));
-}
-
 TEST(LineByteLimit, WrapsNeverSplittingACharacter) {
     const std::tuple<std::string_view, int, std::string_view> cases[] = {
         {"ab一cd", 3, "ab\r\n一c\r\nd"},
@@ -167,21 +152,6 @@ TEST(LineByteLimit, WrapsNeverSplittingACharacter) {
     const std::pair<std::string_view, int> stored[] = {{"20", 20}, {"21", 0}, {"-2", 0}, {"2 ", 0}, {"9998", 9998}, {"10000", 0}};
     for (const auto& [text, limit] : stored) EXPECT_EQ(ParseLineByteLimit(text), limit) << text;
 }
-
-TEST(ShiftTimeTrack, ShiftsClampsAndAddsStamps) {
-    const std::pair<std::string_view, std::optional<std::string>> cases[] = {
-        {"[00:03]a\r\n[00:58]b", "[00:08]a\r\n[01:03]b"},
-        {"no stamp\r\n[00:01]x", "[00:00]no stamp\r\n[00:06]x"},
-        {"[副歌]\r\n\r\n[00:10.5]x", "[00:00][副歌]\r\n\r\n[00:15]x"},  // empty lines stay; halves to even
-        {"[00:10][01:10]chorus\r\n", "[00:15][01:15]chorus\r\n"},
-        {"[99:59]end", "[100:04]end"},
-        {"[00:01]a\r\n[ab:cd]b", std::nullopt},
-        {"[00:01", "[00:00][00:01"},
-    };
-    for (const auto& [text, shifted] : cases) EXPECT_EQ(ShiftTimeTrack(text, 5), shifted) << text;
-    EXPECT_EQ(ShiftTimeTrack("[00:03]a", -5), "[00:00]a");
-}
-
 
 Lines Times(const LyricLists& lists) { return lists.times.empty() ? Lines{} : SplitLyricsList(lists.times); }
 

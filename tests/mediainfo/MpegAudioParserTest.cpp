@@ -28,12 +28,12 @@ std::optional<std::string> ReadBytes(const std::string& path) {
 // 128 kbit/s, 44.1 kHz, stereo, no CRC.
 struct HeaderBits {
     unsigned version = 3, layer = 1;  // version 3 MPEG-1, 2 MPEG-2, 0 MPEG-2.5; layer 3 I, 2 II, 1 III
-    unsigned bitRate = 9, frequency = 0, padding = 0, emphasis = 0;  // bitRate 0: free format
+    unsigned bitRate = 9, frequency = 0, emphasis = 0;  // bitRate 0: free format
 };
 
 std::string HeaderBytes(const HeaderBits& b) {
-    const unsigned word = 0xFFE10000u | b.version << 19 | b.layer << 17 | b.bitRate << 12 | b.frequency << 10 |
-                          b.padding << 9 | b.emphasis;
+    const unsigned word =
+        0xFFE10000u | b.version << 19 | b.layer << 17 | b.bitRate << 12 | b.frequency << 10 | b.emphasis;
     return {static_cast<char>(word >> 24), static_cast<char>(word >> 16 & 0xFF), static_cast<char>(word >> 8 & 0xFF),
             static_cast<char>(word & 0xFF)};
 }
@@ -88,16 +88,8 @@ TEST(MpegFrameWalker, WhatCountsAsTheStream) {
     EXPECT_FALSE(ScanMpegAudio(noise));
 }
 
-TEST(MpegFrameHeader, SizesFlagsAndReservedValues) {
-    const std::pair<HeaderBits, int> sizes[] = {
-        {{.layer = 3, .bitRate = 12, .frequency = 2}, 576},                // layer I counts 4-byte slots
-        {{.layer = 3, .bitRate = 12, .frequency = 0, .padding = 1}, 420},  // its padding slot is 4 bytes
-        {{.layer = 2, .bitRate = 14, .frequency = 1}, 1152},
-        {{.version = 2, .layer = 2, .bitRate = 14, .frequency = 2}, 1440},
-        {{.version = 2, .bitRate = 4}, 104},                 // MPEG-2 layer III: 72 bytes a kbit
-        {{.version = 0, .bitRate = 1, .frequency = 2}, 72},  // the smallest frame there is
-    };
-    for (const auto& [bits, size] : sizes) EXPECT_EQ(DecodeMpegFrameHeader(HeaderBytes(bits))->FrameSize(), size);
+// Frame sizes are checked against real files below; here, what no real header holds.
+TEST(MpegFrameHeader, ReservedValuesAndFreeFormat) {
     for (const HeaderBits& bits :
          {HeaderBits{.version = 1}, HeaderBits{.layer = 0}, HeaderBits{.bitRate = 15}, HeaderBits{.frequency = 3},
           HeaderBits{.emphasis = 2}}) {
