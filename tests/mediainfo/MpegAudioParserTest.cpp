@@ -168,8 +168,7 @@ TEST(StreamPanel, ShowsWhatTheFrameParserFindsInAFile) {
     const auto facts = ScanMpegAudio(*bytes);
     ASSERT_TRUE(facts);
     StreamPanelTexts panel;
-    DecoderProperties properties = PropertiesOf(*facts, 3);
-    RefreshStreamPanel(panel, properties);
+    RefreshStreamPanel(panel, PropertiesOf(*facts, 3));
     ShowTagLine(panel, std::nullopt);
     using Texts = std::vector<std::string>;
     EXPECT_EQ((Texts{panel.bitRate, panel.frequency, panel.layer, panel.totalFrames, panel.framesRead, panel.flags,
@@ -177,10 +176,6 @@ TEST(StreamPanel, ShowsWhatTheFrameParserFindsInAFile) {
               (Texts{"声音位率：64千位/秒", "声音频率：22.05KHz", "压缩层次：III ", "总帧：79", "读取帧：3",
                      "效验：否版权：没有原文：是", "MPEG方式：0  MPEG版本：2", "每毫秒：26"}));
     EXPECT_EQ(panel.title, "  标题：N/A  歌手：N/A  专集：N/A  年代：N/A  其他：N/A（MP3 PRO文件）");
-    properties.bitRate = 63999;  // just under 64 kbit/s
-    RefreshStreamPanel(panel, properties);
-    ShowTagLine(panel, std::nullopt);
-    EXPECT_EQ(panel.title.find("PRO"), std::string::npos);
 }
 
 }  // namespace

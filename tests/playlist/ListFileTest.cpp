@@ -26,18 +26,6 @@ std::string ListBytes(std::string_view header, std::string_view counts, std::str
     return Gbk(header) + "\r\n" + Gbk(counts) + "\r\n" + Gbk(files) + "\r\n";
 }
 
-TEST(ListFileCodec, EncodesInCp936WithCrLfAndReadsBack) {
-    EXPECT_EQ(EncodeListFile(ListKind::Library, true, "D:\\音乐", {"晴天.mp3", "b.wma"}),
-              ListBytes(ListHeader(ListKind::Library), "2*1", "D:\\音乐*晴天.mp3*b.wma"));
-    // Line 3's names win over the count; any line end reads; empty pieces are skipped.
-    const ListFileRead read = ParseListFile(Gbk(kMain) + "\n 7 * 1 \rD:\\m*a.mp3**b.mp3*\r\nextra");
-    ASSERT_EQ(read.status, ListReadStatus::Ok);
-    EXPECT_EQ(read.list, (ListFileData{kMain, "7", "1", "D:\\m", {"a.mp3", "b.mp3"}}));
-    // Nothing is written that could not be read back.
-    EXPECT_EQ(EncodeListFile(ListKind::Main, true, "D:\\m", {"a.mp3", "笑\xF0\x9F\x98\x80.mp3"}), "");
-    EXPECT_EQ(EncodeListFile(ListKind::Main, true, "D:\\m", {"a*b.mp3"}), "");
-}
-
 TEST(ListFileCodec, RefusesWhatIsNotOneOfOurListsWhole) {
     std::string names1001 = "D:\\m";
     for (int i = 0; i < 1001; ++i) names1001 += "*" + std::to_string(i) + ".mp3";
