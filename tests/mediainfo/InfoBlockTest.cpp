@@ -127,6 +127,24 @@ TEST(InfoBlockWrite, AnyOldTailLeavesTheNewTagWhereReadersLook) {
     }
 }
 
+// A disk that fails in the middle of the write: what it wrote is put back.
+TEST(InfoBlockWrite, AFailedWritePutsTheOldBytesBack) {
+    struct FailingOnce : test::FakeFileSystem {
+        bool WriteFilePart(const std::string& path, long long offset, std::string_view bytes) override {
+            if (++writes > 1) return FakeFileSystem::WriteFilePart(path, offset, bytes);
+            FakeFileSystem::WriteFilePart(path, offset, bytes.substr(0, bytes.size() / 2));
+            return false;
+        }
+        int writes = 0;
+    } fs;
+    const std::string original = kAudio + "LYRICSBEGININD0000211LYR00008[00:01]x" + kForeignTag;
+    fs.files[kPath] = original;
+    const std::string lyrics = "[00:01]" + std::string(500, 'n');  // longer: the failed write extended the file
+    EXPECT_EQ(WriteInfoBlock(fs, kPath, {"new", "", "", "", ""}, BuildLyricsField(lyrics)), InfoWriteResult::FileError);
+    EXPECT_EQ(fs.writes, 2);
+    EXPECT_EQ(fs.files[kPath], original + Z(fs.files[kPath].size() - original.size()));
+}
+
 // The first failing field in the editor's order wins; text GBK cannot hold comes after the lengths.
 TEST(ValidateMediaInfo, LimitsAndOrder) {
     const std::string lyrics3555 = std::string(3553, 'x') + "\r\n";
@@ -153,11 +171,6 @@ std::string Written(const Id3v1Tag& tag) { return BuildInfoBlockBytes(tag, "").v
 
 using Tails = std::tuple<std::size_t, std::optional<std::size_t>, std::optional<std::size_t>, std::optional<std::size_t>>;
 
-Tails TailsOf(std::string_view file) {
-    const TrailingTags t = LocateTrailingTags(file);
-    return {t.audioEnd, t.id3v1, t.lyrics, t.ape};
-}
-
 TEST(LocateTrailingTags, EndsTheAudioAtTheFirstTagBehindIt) {
     const std::string& tag = kForeignTag;
     const std::string lyrics3v2 = "LYRICSBEGININD0000210000021LYRICS200";  // IND "10", size 21
@@ -173,7 +186,10 @@ TEST(LocateTrailingTags, EndsTheAudioAtTheFirstTagBehindIt) {
          {1000, 1006, 1000, std::nullopt}},
         {kAudio + "12345678" + ape + lyrics3v2 + tag, {1000, 1040 + lyrics3v2.size(), 1040, 1000}},
     };
-    for (const auto& [file, tails] : cases) EXPECT_EQ(TailsOf(file), tails) << file.size();
+    for (const auto& [file, tails] : cases) {
+        const TrailingTags t = LocateTrailingTags(file);
+        EXPECT_EQ(Tails(t.audioEnd, t.id3v1, t.lyrics, t.ape), tails) << file.size();
+    }
     EXPECT_EQ(ParseId3v1Tag(kAudio + kForeignTag), (Id3v1Tag{"Old title", "Old artist", "", "1999", ""}));
 }
 
@@ -213,14 +229,18 @@ protected:
     InfoEditor editor{fs, prompts, view, "1.2.3"};
 };
 
-TEST_F(InfoEditorTest, SavesOnlyAWritableFileAndShowsWhatItHoldsNext) {
+TEST_F(InfoEditorTest, SavesOnlyAWritableFileWithValidFieldsAndShowsWhatItHoldsNext) {
+    const MediaInfoRecord bad{"", "", "", "205", std::string(30, 'c'), ""};
+    editor.SetFields(bad);
+    EXPECT_EQ(editor.Save(), InfoSaveOutcome::Invalid);
+    EXPECT_EQ(prompts.messages, (std::vector<test::Message>{{*ValidateMediaInfo(bad), std::string(kErrorTitle)}}));
     fs.readOnly.push_back(kPath);
     const MediaInfoRecord record{"标题", "歌手", "专集", "05", "其他", "[00:01]一\r\n[00:02]二"};
     editor.SetFields(record);
     EXPECT_EQ(editor.Save(), InfoSaveOutcome::WriteFailed);
     editor.SetRemoveReadOnly(true);
     EXPECT_EQ(editor.Save(), InfoSaveOutcome::Saved);
-    EXPECT_EQ(std::pair(prompts.messages.size(), view.refreshes), std::pair(std::size_t{2}, 1));
+    EXPECT_EQ(std::pair(prompts.messages.size(), view.refreshes), std::pair(std::size_t{3}, 1));
     ASSERT_TRUE(editor.TakeFile(kPath));
     EXPECT_EQ(view.shown.back(), record);
 }

@@ -84,7 +84,7 @@ TEST_F(LyricsLookupTest, DisplayShowsOnlyChanges) {
     EXPECT_EQ(view.shown.back(), "|");
 }
 
-TEST(LyricsLook, SavedValuesLoadBackAndBadOnesKeepTheDefaults) {
+TEST(LyricsLook, SavedValuesLoadBackBadOnesKeepTheDefaultsAndThePictureChooserStoresTheChoice) {
     test::FakeRegistry raw;
     test::FakePrompts prompts;
     RegistryWrapper registry(raw, prompts);
@@ -109,11 +109,7 @@ TEST(LyricsLook, SavedValuesLoadBackAndBadOnesKeepTheDefaults) {
     EXPECT_EQ(fields(LoadLyricsDisplaySettings(registry)), fields(kept));
     raw.failWith = 5;  // a refused key: the dialog's values are not taken
     EXPECT_FALSE(SaveLyricsDisplaySettings(registry, s));
-}
-
-// "选择图片...": the chosen picture is kept and shown; a cancelled chooser changes nothing.
-TEST(LyricsLook, ThePictureChooserStoresTheChoice) {
-    test::FakePrompts prompts;
+    // "选择图片...": a cancelled chooser changes nothing; the chosen picture is kept and shown.
     LyricsLook look;
     EXPECT_FALSE(ChooseLyricsPicture(prompts, look));
     EXPECT_EQ(std::tuple(look.usePicture, look.picturePath), std::tuple(false, std::string()));
@@ -121,6 +117,7 @@ TEST(LyricsLook, ThePictureChooserStoresTheChoice) {
     EXPECT_TRUE(ChooseLyricsPicture(prompts, look));
     EXPECT_EQ(std::tuple(look.usePicture, look.picturePath), std::tuple(true, std::string("D:\\图片\\背景.jpg")));
 }
+
 
 TEST(StampSeconds, RoundsHalvesToEvenAndRefusesWhatIsNoStamp) {
     const std::pair<std::string_view, std::optional<long long>> cases[] = {

@@ -26,7 +26,7 @@ std::string ListBytes(std::string_view header, std::string_view counts, std::str
     return Gbk(header) + "\r\n" + Gbk(counts) + "\r\n" + Gbk(files) + "\r\n";
 }
 
-TEST(ListFileCodec, RefusesWhatIsNotOneOfOurListsWhole) {
+TEST(ListFileCodec, ReadsOnlyOneOfOurListsWhole) {
     std::string names1001 = "D:\\m";
     for (int i = 0; i < 1001; ++i) names1001 += "*" + std::to_string(i) + ".mp3";
     const std::pair<std::string, ListReadStatus> cases[] = {
@@ -41,6 +41,9 @@ TEST(ListFileCodec, RefusesWhatIsNotOneOfOurListsWhole) {
         {ListBytes(kMain, "1*1", "D:\\m*" + std::string(kMaxListFileBytes, 'a')), ListReadStatus::TooLarge},
     };
     for (const auto& [bytes, status] : cases) EXPECT_EQ(ParseListFile(bytes).status, status) << bytes.substr(0, 120);
+    // What is read: line 3's names win over the count; any line end reads; empty pieces are skipped.
+    const ListFileRead read = ParseListFile(Gbk(kMain) + "\n 7 * 1 \rD:\\m*a.mp3**b.mp3*\r\nextra");
+    EXPECT_EQ(read.list, (ListFileData{kMain, "7", "1", "D:\\m", {"a.mp3", "b.mp3"}}));
     for (const char* name : {"..\\..\\boot.ini", "sub/a.mp3", "..", "C:a.mp3", "a\x01.mp3"}) {
         EXPECT_EQ(ParseListFile(ListBytes(kMain, "1*1", std::string("D:\\m*") + name)).status, ListReadStatus::BadName);
     }

@@ -31,14 +31,6 @@ protected:
     QueueController controller{prompts, fs, view, view};
 };
 
-TEST_F(QueueControllerTest, OpenDialogPlaysTheFirstOfTheFolderAndNames) {
-    prompts.openManyAnswer = Lines{"D:\\音乐", "b.mp3", "歌.wma", "c.txt"};
-    EXPECT_EQ(controller.AddFromOpenDialog().outcome, AddOutcome::Playing);
-    EXPECT_NE(prompts.openDialogs.at(0).text.find("*.mpeg;"), std::string::npos);  // undotted items get their dot
-    EXPECT_EQ(view.lines, (Lines{"001-(b.mp3)", "002-(歌.wma)", "003-(c.txt)"}));
-    EXPECT_EQ(view.played, (Lines{"D:\\音乐\\b.mp3"}));
-}
-
 // The search starts at the playing entry and goes down; with nothing playing (stopped, or nothing open) it is
 // refused, and nothing found changes nothing.
 TEST_F(QueueControllerTest, SearchLooksDownFromThePlayingEntryOnlyWhileSomethingPlays) {
@@ -66,8 +58,12 @@ TEST(IsRegularPath, AbsoluteWindowsPathsWithoutForbiddenCharacters) {
     }
 }
 
-TEST_F(QueueControllerTest, DropsAndPendingPaths) {
-    Open({"C:\\m", "a.mp3", "b.mp3"});
+TEST_F(QueueControllerTest, OpenDialogDropsAndPendingPaths) {
+    prompts.openManyAnswer = Lines{"D:\\音乐", "b.mp3", "歌.wma", "c.txt"};  // the folder, then the names
+    EXPECT_EQ(controller.AddFromOpenDialog().outcome, AddOutcome::Playing);
+    EXPECT_NE(prompts.openDialogs.at(0).text.find("*.mpeg;"), std::string::npos);  // undotted items get their dot
+    EXPECT_EQ(view.lines, (Lines{"001-(b.mp3)", "002-(歌.wma)", "003-(c.txt)"}));
+    EXPECT_EQ(view.played, (Lines{"D:\\音乐\\b.mp3"}));
     fs.files.insert({{"C:\\in\\x.mp3", ""}, {"K:\\b.mid", ""}});
     EXPECT_EQ(controller.AddDropped({"C:\\in\\x.mp3", "x.mp3"}).outcome, AddOutcome::Refused);  // one bad path
     EXPECT_EQ(prompts.messages.size(), 1u);

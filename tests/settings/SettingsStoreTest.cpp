@@ -14,14 +14,12 @@
 namespace lumora {
 namespace {
 
-using test::FakeRegistry;
-
 const std::string kSetup = "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup";
 const std::string kPlayer = "SOFTWARE\\Tavrinsoft\\TavrinPlayer";
 constexpr ScreenExtent kScreen{15360, 11520};  // 1024 x 768 at 96 dpi
 
 struct Fixture {
-    FakeRegistry reg;
+    test::FakeRegistry reg;
     test::FakePrompts prompts;
     RegistryWrapper wrapper{reg, prompts};
     SettingsStore store;
@@ -208,12 +206,10 @@ TEST(WindowPlacement, KeptPlacesAndTheirValues) {
     values["LEFT"] = -460 * 15;  // ends exactly where the first monitor begins
     EXPECT_FALSE(KeptPlace(kMainWindowPlace, read, dpi, kMonitors, {5, 5, 465, 305}));
 
-    const auto twips = PlaceValues(kPlaylistWindowPlace, {96, 48, 288, 144}, {96, 96});
-    const std::vector<std::pair<std::string_view, std::string>> expected = {
-        {"F4L", "1440"}, {"F4T", "720"}, {"F4W", "2880"}, {"F4H", "1440"}};
-    EXPECT_EQ(twips, expected);
-    const std::vector<std::pair<std::string_view, std::string>> main = {{"LEFT", "1440"}, {"TOP", "0"}};
-    EXPECT_EQ(PlaceValues(kMainWindowPlace, {144, 0, 500, 300}, {144, 96}), main);
+    using Values = std::vector<std::pair<std::string_view, std::string>>;
+    EXPECT_EQ(PlaceValues(kPlaylistWindowPlace, {96, 48, 288, 144}, {96, 96}),
+              (Values{{"F4L", "1440"}, {"F4T", "720"}, {"F4W", "2880"}, {"F4H", "1440"}}));
+    EXPECT_EQ(PlaceValues(kMainWindowPlace, {144, 0, 500, 300}, {144, 96}), (Values{{"LEFT", "1440"}, {"TOP", "0"}}));
     EXPECT_EQ(TwipsToPixels(PixelsToTwips(300, 120), 120), 300);
     EXPECT_EQ(PixelsToTwips(96, 0), 1440);  // a screen that tells no DPI counts as 96
 }
