@@ -135,6 +135,27 @@ TEST(StampSeconds, RoundsHalvesToEvenAndRefusesWhatIsNoStamp) {
     }
 }
 
+// The line reached and the next; equal stamps show together in list order; unstamped lines never show.
+TEST(ChooseDisplayLines, TheLineReachedAndTheNext) {
+    const TimedLyrics lyrics = BuildTimedLyrics("[00:00]title\r\n[00:20]one\r\n[00:10]ten\r\n[ab:cd]bad\r\n[00:20]two\r\n[00:30]end");
+    const std::pair<long long, DisplayLines> cases[] = {
+        {0, {"", "one\r\ntwo"}},  // entry 0 is only the fallback value: no line from 1 on has it
+        {12, {"ten", "one\r\ntwo"}}, {20, {"one\r\ntwo", "end"}}, {29, {"one\r\ntwo", "end"}}, {40, {"end", "end"}},
+    };
+    for (const auto& [p, shown] : cases) EXPECT_EQ(ChooseDisplayLines(lyrics, p), shown) << p;
+    EXPECT_FALSE(ChooseDisplayLines(TimedLyrics{}, 5) || ChooseDisplayLines(lyrics, -1));
+}
+
+// Forward shifts; the editor's case pins the shift back, the clamp at zero and the refusals.
+TEST(ShiftTimeTrack, ShiftsForwardEveryStampOfALine) {
+    const std::pair<std::string_view, std::string_view> cases[] = {
+        {"[副歌]\r\n\r\n[00:10.5]x", "[00:00][副歌]\r\n\r\n[00:15]x"},  // empty lines stay; halves to even
+        {"[00:10][01:10]chorus\r\n", "[00:15][01:15]chorus\r\n"},
+        {"[99:59]end", "[100:04]end"},
+    };
+    for (const auto& [text, shifted] : cases) EXPECT_EQ(ShiftTimeTrack(text, 5), shifted) << text;
+}
+
 TEST(LineByteLimit, WrapsNeverSplittingACharacter) {
     const std::tuple<std::string_view, int, std::string_view> cases[] = {
         {"ab一cd", 3, "ab\r\n一c\r\nd"},
