@@ -10,8 +10,8 @@
 #include "settings/OptionNames.h"
 #include "settings/SettingsStore.h"
 #include "support/Fakes.h"
-#include "support/NullViews.h"
 #include "support/MpegFrames.h"
+#include "support/NullViews.h"
 
 namespace lumora {
 namespace {
