@@ -18,11 +18,8 @@ set(LUMORA_MEDIAINFO_SOURCES
     mediainfo/TrailingTags.cpp
 )
 set(LUMORA_MEDIAINFO_TESTS
-    tests/mediainfo/Id3v1Test.cpp
     tests/mediainfo/InfoBlockTest.cpp
-    tests/mediainfo/InfoEditorTest.cpp
     tests/mediainfo/LyricsLookupTest.cpp
-    tests/mediainfo/LyricsTimingTest.cpp
     tests/mediainfo/MpegAudioParserTest.cpp
 )
 

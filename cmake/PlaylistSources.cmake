@@ -11,6 +11,5 @@ set(LUMORA_PLAYLIST_SOURCES
 )
 set(LUMORA_PLAYLIST_TESTS
     tests/playlist/ListFileTest.cpp
-    tests/playlist/MusicLibraryTest.cpp
     tests/playlist/QueueControllerTest.cpp
 )

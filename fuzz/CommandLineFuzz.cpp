@@ -4,23 +4,19 @@
 #include "app/Startup.h"
 #include "settings/IniFiles.h"
 
-namespace lumora::fuzz {
-struct Fakes : InstanceProbe {
-    bool AnotherInstanceRuns() override { return running; }
-    bool running = false;
-};
-}  // namespace lumora::fuzz
-
 LUMORA_FUZZ(input) {
     if (input.empty()) return;
+    struct Probe : InstanceProbe {
+        bool AnotherInstanceRuns() override { return running; }
+        bool running = false;
+    } probe;
+    probe.running = (input[0] & 1) != 0;
     const std::string tail = CommandTail(input.substr(1));
     Ports p;
     p.fs.files = {{"C:\\Lumora\\tooltip.dll", "MZ"}, {"D:\\a.mp3", ""}};
     IniFiles ini(p.fs);
-    Fakes fakes;
-    fakes.running = (input[0] & 1) != 0;
-    const StartupResult r = RunStartup({p.fs, ini, p.wrapper, fakes}, {OsPlatform::NT, 5, 1}, tail, "C:\\Lumora");
-    Check(!r.marker.empty() && (r.outcome != StartupOutcome::HandedOver || fakes.running));
+    const StartupResult r = RunStartup({p.fs, ini, p.wrapper, probe}, {OsPlatform::NT, 5, 1}, tail, "C:\\Lumora");
+    Check(!r.marker.empty() && (r.outcome != StartupOutcome::HandedOver || probe.running));
     if (const auto path = ResolveArgument(tail, p.fs)) {
         Check(p.fs.FileExists(*path) || p.fs.FolderExists(*path));
     }

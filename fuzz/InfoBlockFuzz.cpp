@@ -6,16 +6,13 @@
 #include "mediainfo/Id3v1.h"
 #include "mediainfo/InfoBlock.h"
 
-namespace lumora::fuzz {
-std::size_t CheckWritten(const std::string& before, const std::string& after, const std::string& block) {
-    const std::size_t at = after.rfind(block);
-    Check(at != std::string::npos && after.size() >= before.size() && after.compare(0, at, before, 0, at) == 0);
-    Check(after.find_first_not_of('\0', at + block.size()) == std::string::npos);
-    return at;
-}
-}  // namespace lumora::fuzz
-
 LUMORA_FUZZ(file) {
+    const auto CheckWritten = [](const std::string& before, const std::string& after, const std::string& block) {
+        const std::size_t at = after.rfind(block);
+        Check(at != std::string::npos && after.size() >= before.size() && after.compare(0, at, before, 0, at) == 0);
+        Check(after.find_first_not_of('\0', at + block.size()) == std::string::npos);
+        return at;
+    };
     for (std::size_t tail : {std::size_t{200}, file.size()}) {
         if (const auto field = FindEmbeddedLyricsField(file.substr(file.size() - std::min(tail, file.size())), static_cast<long long>(file.size()))) {
             Check(IsEmbeddedLyricsField(*field) && EmbeddedLyricsText(*field).size() <= field->size());

@@ -4,19 +4,14 @@
 #include "FuzzChecks.h"
 #include "settings/IniDocument.h"
 
-namespace {
-
-std::vector<std::string_view> Lines(std::string_view bytes) {
-    std::vector<std::string_view> lines;
-    for (std::size_t end; (end = bytes.find("\r\n")) != std::string_view::npos; bytes.remove_prefix(end + 2)) {
-        lines.push_back(bytes.substr(0, end));
-    }
-    return lines;
-}
-
-}  // namespace
-
 LUMORA_FUZZ(input) {
+    const auto Lines = [](std::string_view bytes) {
+        std::vector<std::string_view> lines;
+        for (std::size_t end; (end = bytes.find("\r\n")) != std::string_view::npos; bytes.remove_prefix(end + 2)) {
+            lines.push_back(bytes.substr(0, end));
+        }
+        return lines;
+    };
     IniDocument doc{std::string(input)};
     const std::string before = doc.Bytes();
     if (!doc.Set("设置", "临时", "C:\\音乐\\a.mp3")) return Check(doc.Bytes() == before);

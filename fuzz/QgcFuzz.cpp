@@ -3,17 +3,14 @@
 #include "FuzzChecks.h"
 #include "mediainfo/QgcFile.h"
 
-namespace lumora::fuzz {
-// The profile functions trim blanks and one pair of quotes, and a line break starts a new line: such values
-// do not come back as they were.
-bool PlainValue(std::string_view s) {
-    if (s.find_first_of("\r\n") != s.npos || s.empty()) return s.empty();
-    if (s.front() == ' ' || s.front() == '\t' || s.back() == ' ' || s.back() == '\t') return false;
-    return !(s.size() >= 2 && (s.front() == '"' || s.front() == '\'') && s.back() == s.front());
-}
-}  // namespace lumora::fuzz
-
 LUMORA_FUZZ(bytes) {
+    // The profile functions trim blanks and one pair of quotes, and a line break starts a new line: such values
+    // do not come back as they were.
+    const auto PlainValue = [](std::string_view s) {
+        if (s.find_first_of("\r\n") != s.npos || s.empty()) return s.empty();
+        if (s.front() == ' ' || s.front() == '\t' || s.back() == ' ' || s.back() == '\t') return false;
+        return !(s.size() >= 2 && (s.front() == '"' || s.front() == '\'') && s.back() == s.front());
+    };
     const MediaInfoRecord record = ParseQgcFile(bytes);
     Check(SplitLyricsLines(record.lyrics).size() <= static_cast<std::size_t>(kMaxQgcLines));
     const std::string text = QgcLyricsText(bytes);

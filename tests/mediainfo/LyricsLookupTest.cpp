@@ -5,9 +5,12 @@
 #include <vector>
 
 #include "mediainfo/InfoBlock.h"
+#include "mediainfo/LrcReader.h"
 #include "mediainfo/LyricsDisplay.h"
 #include "mediainfo/LyricsLook.h"
 #include "mediainfo/LyricsLookup.h"
+#include "mediainfo/LyricsTiming.h"
+#include "ports/TextCodec.h"
 #include "settings/RegistryWrapper.h"
 #include "settings/SettingsStore.h"
 #include "support/Fakes.h"
@@ -19,6 +22,7 @@ const std::string kMedia = "D:\\音乐\\歌.mp3";
 const std::string kIni = "C:\\WINDOWS\\zvplaygc.ini";
 
 using test::Gbk;
+using Lines = std::vector<std::string>;
 
 std::string Qgc(std::string_view lines) { return Gbk("[媒体歌词]\r\n行数=2\r\n" + std::string(lines)); }
 
@@ -44,7 +48,8 @@ TEST_F(LyricsLookupTest, TriesEachSourceInOrder) {
     fs.files["E:\\歌词\\assigned.LRC"] = "[00:04]assigned";
     ASSERT_EQ(AssignLyricsFile(fs, kMedia, "E:\\歌词\\assigned.LRC"), AssignResult::Assigned);
     EXPECT_EQ(fs.files[kIni], Gbk("[歌词记录]\r\n歌.mp3=E:\\歌词\\assigned.LRC\r\n"));
-    // The record is by file name: the same name in another folder finds it too.
+    // The record is by file name, as a key an INI file can hold: the same name in another folder finds it too.
+    EXPECT_EQ(LyricsRecordKey("D:\\a=b.mp3") + LyricsRecordKey("D:\\[live] a.mp3"), "a＝b.mp3［live] a.mp3");
     fs.files["F:\\歌.mp3"] = "x";
     EXPECT_EQ(LookupLyrics(fs, "F:\\歌.mp3"),
               (FoundLyrics{LyricsOrigin::Assigned, "E:\\歌词\\assigned.LRC", "[00:04]assigned"}));
@@ -55,18 +60,12 @@ TEST_F(LyricsLookupTest, TriesEachSourceInOrder) {
     EXPECT_EQ(AssignLyricsFile(fs, kMedia, "E:\\x.lrc"), AssignResult::Failed);
 }
 
-TEST(LyricsRecordKey, TheFileNameAsAnIniKeyCanHoldIt) {
-    test::FakeFileSystem fs;
-    EXPECT_EQ(LyricsRecordKey("D:\\a=b.mp3") + LyricsRecordKey("D:\\[live] a.mp3"), "a＝b.mp3［live] a.mp3");
-    EXPECT_EQ(AssignLyricsFile(fs, "D:\\😀.mp3", "D:\\a.lrc"), AssignResult::NotStorable);
-}
-
 class RecordingLyricsView : public LyricsView {
 public:
     void ShowLyricsLines(std::string_view first, std::string_view second) override {
         shown.push_back(std::string(first) + "|" + std::string(second));
     }
-    std::vector<std::string> shown;
+    Lines shown;
 };
 
 TEST_F(LyricsLookupTest, DisplayShowsOnlyChanges) {
@@ -75,7 +74,7 @@ TEST_F(LyricsLookupTest, DisplayShowsOnlyChanges) {
     fs.files["D:\\音乐\\歌.lrc"] = "[00:00]\n[00:10]一\n[00:20]二三四";
     EXPECT_TRUE(display.Load(kMedia));
     for (long long at : {5, 6, 12, -1}) display.Tick(at);
-    EXPECT_EQ(view.shown, (std::vector<std::string>{"|", "|一", "一|二三四"}));
+    EXPECT_EQ(view.shown, (Lines{"|", "|一", "一|二三四"}));
     display.SetLineByteLimit(4);
     display.Tick(25);
     EXPECT_EQ(view.shown.back(), "二三\r\n四|二三\r\n四");
@@ -85,7 +84,7 @@ TEST_F(LyricsLookupTest, DisplayShowsOnlyChanges) {
     EXPECT_EQ(view.shown.back(), "|");
 }
 
-TEST(LyricsLook, SavedValuesLoadBackAndBadOnesKeepTheDefaults) {
+TEST(LyricsLook, SavedValuesLoadBackBadOnesKeepTheDefaultsAndThePictureChooserStoresTheChoice) {
     test::FakeRegistry raw;
     test::FakePrompts prompts;
     RegistryWrapper registry(raw, prompts);
@@ -110,11 +109,7 @@ TEST(LyricsLook, SavedValuesLoadBackAndBadOnesKeepTheDefaults) {
     EXPECT_EQ(fields(LoadLyricsDisplaySettings(registry)), fields(kept));
     raw.failWith = 5;  // a refused key: the dialog's values are not taken
     EXPECT_FALSE(SaveLyricsDisplaySettings(registry, s));
-}
-
-// "选择图片...": the chosen picture is kept and shown; a cancelled chooser changes nothing.
-TEST(LyricsLook, ThePictureChooserStoresTheChoice) {
-    test::FakePrompts prompts;
+    // "选择图片...": a cancelled chooser changes nothing; the chosen picture is kept and shown.
     LyricsLook look;
     EXPECT_FALSE(ChooseLyricsPicture(prompts, look));
     EXPECT_EQ(std::tuple(look.usePicture, look.picturePath), std::tuple(false, std::string()));
@@ -123,13 +118,85 @@ TEST(LyricsLook, ThePictureChooserStoresTheChoice) {
     EXPECT_EQ(std::tuple(look.usePicture, look.picturePath), std::tuple(true, std::string("D:\\图片\\背景.jpg")));
 }
 
-TEST(LyricsLook, ARefusedValueFailsTheSave) {
-    struct RefusingWrites : test::FakeRegistry {
-        long WriteBinary(RegistryRoot, const std::string&, const std::string&, std::string_view) override { return 5; }
-    } raw;
-    test::FakePrompts prompts;
-    RegistryWrapper registry(raw, prompts);
-    EXPECT_FALSE(SaveLyricsDisplaySettings(registry, {}));
+
+TEST(StampSeconds, RoundsHalvesToEvenAndRefusesWhatIsNoStamp) {
+    const std::pair<std::string_view, std::optional<long long>> cases[] = {
+        {"01:02.5", 62},   {"01:03.5", 64},       {"00:02.51", 3},        {"00:02.500000000000000001", 3},
+        {"1:2", 62},       {"00:10.", 10},        {"0.5:00", 30},         {"000000000007:05", 425},
+        {"99999:99", 6000039}, {"ab:cd", std::nullopt}, {"00:10:20", std::nullopt}, {"-1:00", std::nullopt},
+        {"00:", std::nullopt}, {"00:1.2.3", std::nullopt}, {"1234567890:00", std::nullopt},  // over nine digits
+    };
+    for (const auto& [stamp, seconds] : cases) EXPECT_EQ(StampSeconds(stamp), seconds) << stamp;
+    // The stamp runs to the last "]": a second bracket group makes it invalid, and the whole line is text.
+    EXPECT_EQ(SplitStampedLine("[00:20]text").seconds, 20);
+    EXPECT_EQ(SplitStampedLine("[00:10]a [b]").text, "[00:10]a [b]");
+    for (const char* line : {"[00:10]a [b]", " [00:01]x", "[00:01", "[ti:歌名]"}) {
+        EXPECT_EQ(SplitStampedLine(line).seconds, std::nullopt) << line;
+    }
+}
+
+// The line reached and the next; equal stamps show together in list order; unstamped lines never show.
+TEST(ChooseDisplayLines, TheLineReachedAndTheNext) {
+    const TimedLyrics lyrics = BuildTimedLyrics("[00:00]title\r\n[00:20]one\r\n[00:10]ten\r\n[ab:cd]bad\r\n[00:20]two\r\n[00:30]end");
+    const std::pair<long long, DisplayLines> cases[] = {
+        {0, {"", "one\r\ntwo"}},  // entry 0 is only the fallback value: no line from 1 on has it
+        {12, {"ten", "one\r\ntwo"}}, {20, {"one\r\ntwo", "end"}}, {29, {"one\r\ntwo", "end"}}, {40, {"end", "end"}},
+    };
+    for (const auto& [p, shown] : cases) EXPECT_EQ(ChooseDisplayLines(lyrics, p), shown) << p;
+    EXPECT_FALSE(ChooseDisplayLines(TimedLyrics{}, 5) || ChooseDisplayLines(lyrics, -1));
+}
+
+// Forward shifts; the editor's case pins the shift back, the clamp at zero and the refusals.
+TEST(ShiftTimeTrack, ShiftsForwardEveryStampOfALine) {
+    const std::pair<std::string_view, std::string_view> cases[] = {
+        {"[副歌]\r\n\r\n[00:10.5]x", "[00:00][副歌]\r\n\r\n[00:15]x"},  // empty lines stay; halves to even
+        {"[00:10][01:10]chorus\r\n", "[00:15][01:15]chorus\r\n"},
+        {"[99:59]end", "[100:04]end"},
+    };
+    for (const auto& [text, shifted] : cases) EXPECT_EQ(ShiftTimeTrack(text, 5), shifted) << text;
+}
+
+TEST(LineByteLimit, WrapsNeverSplittingACharacter) {
+    const std::tuple<std::string_view, int, std::string_view> cases[] = {
+        {"ab一cd", 3, "ab\r\n一c\r\nd"},
+        {"一二", 1, "一\r\n二"},  // wider than the limit: alone on its line
+        {"hello big world", 10, "hello big\r\nworld"},  // at the blank between words
+        {"go on and on", 5, "go on\r\nand\r\non"},  // a blank right at the limit is the break
+        {"abcdefghijkl mn", 5, "abcde\r\nfghij\r\nkl mn"},  // no blank within the limit: inside the word
+        {"我爱 你们大家", 6, "我爱\r\n你们大\r\n家"},
+    };
+    for (const auto& [text, limit, wrapped] : cases) EXPECT_EQ(WrapToLineBytes(text, limit), wrapped) << text;
+    EXPECT_EQ(LineByteLimitLabel(20), "当前设置每行：20 个字节(一个汉字占两个字节)");
+    const std::pair<std::string_view, int> stored[] = {{"20", 20}, {"21", 0}, {"-2", 0}, {"2 ", 0}, {"9998", 9998}, {"10000", 0}};
+    for (const auto& [text, limit] : stored) EXPECT_EQ(ParseLineByteLimit(text), limit) << text;
+}
+
+Lines Times(const LyricLists& lists) { return lists.times.empty() ? Lines{} : SplitLyricsList(lists.times); }
+
+// Stamps expand, fractions drop, times sort; the first offset tag anywhere shifts every stamp, negative
+// stamps read as 0 and "correct" stretches.
+TEST(LrcReader, ExpandsStampsAndAppliesOffsetsCorrectionAndLimits) {
+    const std::string lrc =
+        "[ti:歌名]\r\n[00:10.99][01:10]副歌\r\n  [00:20.5]verse\r\nno stamp\r\n[00:30:50]<00:30.00>word <00:31.00>two";
+    EXPECT_EQ(LyricListsToText(ParseLrc(Utf8ToCp936(lrc).value(), false)),
+              "[00:10]副歌\r\n[00:20]verse\r\n[00:30]word two\r\n[01:10]副歌");
+    std::string many = "[00:01]";
+    for (int i = 0; i < 1000; ++i) many += "[99999:99]";
+    const struct {
+        std::string lrc;
+        bool correct;
+        Lines times;
+    } cases[] = {
+        {"[offset:500]\n[00:10.2]a\n[00:00.3]b", false, {"00:00", "00:09"}},
+        {"[00:10]a\n[offset:-1500]", false, {"00:11"}},
+        {"[offset:+2000]\n[offset:0]\n[00:10]a", false, {"00:08"}},
+        {"[01:40]a", true, {"02:01"}},  // 100 s -> 122 - 1
+        {"[999999999999:00]a\n[00:1e5]b", false, {}},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Times(ParseLrc(c.lrc, c.correct)), c.times) << c.lrc.substr(0, 40);
+    const Lines bounded = Times(ParseLrc(many + std::string(1000, 'x'), false));
+    EXPECT_EQ(bounded.size(), kMaxStampsPerLine);
+    EXPECT_EQ(bounded.back(), "100000:39");  // 99 seconds carry into the minutes
 }
 
 }  // namespace

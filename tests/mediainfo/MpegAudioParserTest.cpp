@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <fstream>
 #include <iterator>
 #include <map>
@@ -25,19 +24,16 @@ std::optional<std::string> ReadBytes(const std::string& path) {
     return in ? std::optional(std::string(std::istreambuf_iterator<char>(in), {})) : std::nullopt;
 }
 
-// The fields of an MPEG audio frame header as coded. Defaults: MPEG-1 layer III, 128 kbit/s, 44.1 kHz,
-// stereo, no CRC.
+// The fields of an MPEG audio frame header that the tests vary, as coded. Defaults: MPEG-1 layer III,
+// 128 kbit/s, 44.1 kHz, stereo, no CRC.
 struct HeaderBits {
     unsigned version = 3, layer = 1;  // version 3 MPEG-1, 2 MPEG-2, 0 MPEG-2.5; layer 3 I, 2 II, 1 III
-    unsigned protection = 1;          // 0: a CRC follows the header
-    unsigned bitRate = 9, frequency = 0, padding = 0, privateBit = 0, mode = 0, modeExtension = 0;  // bitRate 0: free
-    unsigned copyright = 0, original = 0, emphasis = 0;
+    unsigned bitRate = 9, frequency = 0, emphasis = 0;  // bitRate 0: free format
 };
 
 std::string HeaderBytes(const HeaderBits& b) {
-    const unsigned word = 0xFFE00000u | b.version << 19 | b.layer << 17 | b.protection << 16 | b.bitRate << 12 |
-                          b.frequency << 10 | b.padding << 9 | b.privateBit << 8 | b.mode << 6 | b.modeExtension << 4 |
-                          b.copyright << 3 | b.original << 2 | b.emphasis;
+    const unsigned word =
+        0xFFE10000u | b.version << 19 | b.layer << 17 | b.bitRate << 12 | b.frequency << 10 | b.emphasis;
     return {static_cast<char>(word >> 24), static_cast<char>(word >> 16 & 0xFF), static_cast<char>(word >> 8 & 0xFF),
             static_cast<char>(word & 0xFF)};
 }
@@ -53,11 +49,6 @@ std::string Frames(int count, const HeaderBits& bits = {}) {
     std::string out;
     for (int i = 0; i < count; ++i) out += Frame(bits);
     return out;
-}
-
-std::uint32_t Count(std::string_view file) {
-    const auto facts = ScanMpegAudio(file);
-    return facts ? facts->totalFrames : 0;
 }
 
 // Random bytes pass for a header every few thousand bytes; a stream needs four in a row, or fewer that end
@@ -85,23 +76,17 @@ TEST(MpegFrameWalker, WhatCountsAsTheStream) {
         {Frames(6) + block + tag, 6},
         {Frames(6) + frame.substr(0, 300) + tag, 6},  // a last frame that runs into the tag is cut off
     };
-    for (const auto& c : cases) EXPECT_EQ(Count(c.file), c.frames) << c.file.size();
+    for (const auto& c : cases) {
+        EXPECT_EQ(ScanMpegAudio(c.file).value_or(MpegStreamFacts{}).totalFrames, c.frames) << c.file.size();
+    }
     std::mt19937 random(1234);
     std::string noise(256 * 1024, '\0');
     for (char& c : noise) c = static_cast<char>(random() & 0xFF);
     EXPECT_FALSE(ScanMpegAudio(noise));
 }
 
-TEST(MpegFrameHeader, SizesFlagsAndReservedValues) {
-    const std::pair<HeaderBits, int> sizes[] = {
-        {{.layer = 3, .bitRate = 12, .frequency = 2}, 576},                // layer I counts 4-byte slots
-        {{.layer = 3, .bitRate = 12, .frequency = 0, .padding = 1}, 420},  // its padding slot is 4 bytes
-        {{.layer = 2, .bitRate = 14, .frequency = 1}, 1152},
-        {{.version = 2, .layer = 2, .bitRate = 14, .frequency = 2}, 1440},
-        {{.version = 2, .bitRate = 4}, 104},                 // MPEG-2 layer III: 72 bytes a kbit
-        {{.version = 0, .bitRate = 1, .frequency = 2}, 72},  // the smallest frame there is
-    };
-    for (const auto& [bits, size] : sizes) EXPECT_EQ(DecodeMpegFrameHeader(HeaderBytes(bits))->FrameSize(), size);
+// Frame sizes are checked against real files below; here, what no real header holds.
+TEST(MpegFrameHeader, ReservedValuesAndFreeFormat) {
     for (const HeaderBits& bits :
          {HeaderBits{.version = 1}, HeaderBits{.layer = 0}, HeaderBits{.bitRate = 15}, HeaderBits{.frequency = 3},
           HeaderBits{.emphasis = 2}}) {
@@ -172,34 +157,6 @@ TEST(MpegStreamFactsOnGeneratedFiles, AgreeWithFfprobe) {
     EXPECT_GE(files, 11);
 }
 
-using Texts = std::vector<std::string>;
-
-// The labels that show stream facts, in the panel's order.
-Texts Labels(const StreamPanelTexts& p) {
-    return {p.bitRate, p.frequency, p.layer, p.totalFrames, p.framesRead, p.flags, p.mpeg, p.msPerFrame};
-}
-
-DecoderProperties Properties(std::int32_t bitRate, std::int32_t hertz, int layer, bool flags, MpegVersion version,
-                             float msPerFrame) {
-    return {bitRate, hertz, layer, 7654, 12, flags, !flags, flags, 1, version, msPerFrame};
-}
-
-// Bit rates and the time per frame are truncated toward zero, frequencies are not.
-TEST(StreamPanel, RefreshShowsEachPropertyAsTheDecoderGivesIt) {
-    StreamPanelTexts panel;
-    RefreshStreamPanel(panel, Properties(61999, 22050, 2, true, MpegVersion::Mpeg2, 52.99f));
-    EXPECT_EQ(Labels(panel), (Texts{"声音位率：61千位/秒", "声音频率：22.05KHz", "压缩层次：II", "总帧：7654", "读取帧：12",
-                                    "效验：是版权：没有原文：是", "MPEG方式：1  MPEG版本：2", "每毫秒：52"}));
-    RefreshStreamPanel(panel, Properties(-1999, 11025, 1, false, MpegVersion::Mpeg25, -0.5f));
-    EXPECT_EQ(Labels(panel), (Texts{"声音位率：-1千位/秒", "声音频率：11.025KHz", "压缩层次：I", "总帧：7654", "读取帧：12",
-                                    "效验：否版权：有原文：否", "MPEG方式：1  MPEG版本：2.5", "每毫秒：0"}));
-    RefreshFramesRead(panel, 345);
-    EXPECT_EQ(panel.framesRead, "读取帧：345");
-    panel.title = "something";
-    ResetStreamPanel(panel);
-    EXPECT_EQ(panel, StreamPanelTexts());
-}
-
 // What the frame parser finds in a file lame made at 64 kbit/s and 22.05 kHz, as the panel shows it: an MP3
 // PRO file, by the only test there is.
 TEST(StreamPanel, ShowsWhatTheFrameParserFindsInAFile) {
@@ -210,13 +167,12 @@ TEST(StreamPanel, ShowsWhatTheFrameParserFindsInAFile) {
     StreamPanelTexts panel;
     RefreshStreamPanel(panel, PropertiesOf(*facts, 3));
     ShowTagLine(panel, std::nullopt);
-    EXPECT_EQ(Labels(panel),
+    using Texts = std::vector<std::string>;
+    EXPECT_EQ((Texts{panel.bitRate, panel.frequency, panel.layer, panel.totalFrames, panel.framesRead, panel.flags,
+                     panel.mpeg, panel.msPerFrame}),
               (Texts{"声音位率：64千位/秒", "声音频率：22.05KHz", "压缩层次：III ", "总帧：79", "读取帧：3",
                      "效验：否版权：没有原文：是", "MPEG方式：0  MPEG版本：2", "每毫秒：26"}));
     EXPECT_EQ(panel.title, "  标题：N/A  歌手：N/A  专集：N/A  年代：N/A  其他：N/A（MP3 PRO文件）");
-    RefreshStreamPanel(panel, Properties(63999, 22050, 3, false, MpegVersion::Mpeg2, 26));  // just under 64 kbit/s
-    ShowTagLine(panel, std::nullopt);
-    EXPECT_EQ(panel.title.find("PRO"), std::string::npos);
 }
 
 }  // namespace

@@ -6,11 +6,12 @@
 #include "playlist/DefaultList.h"
 #include "playlist/ListFile.h"
 #include "playlist/ListFileController.h"
+#include "playlist/MusicLibrary.h"
 #include "settings/OptionNames.h"
 #include "settings/SettingsStore.h"
 #include "support/Fakes.h"
-#include "support/NullViews.h"
 #include "support/MpegFrames.h"
+#include "support/NullViews.h"
 
 namespace lumora {
 namespace {
@@ -25,23 +26,7 @@ std::string ListBytes(std::string_view header, std::string_view counts, std::str
     return Gbk(header) + "\r\n" + Gbk(counts) + "\r\n" + Gbk(files) + "\r\n";
 }
 
-TEST(ListFileCodec, EncodesInCp936WithCrLfAndReadsBack) {
-    EXPECT_EQ(EncodeListFile(ListKind::Library, true, "D:\\音乐", {"晴天.mp3", "b.wma"}),
-              ListBytes("这是ZEV-Lumora-正式版-的“我的音乐库”列表文件请不要修改以下参数，以免造成错误。", "2*1",
-                        "D:\\音乐*晴天.mp3*b.wma"));
-    // Line 3's names win over the count; any line end reads; empty pieces are skipped.
-    const ListFileRead read = ParseListFile(Gbk(kMain) + "\n 7 * 1 \rD:\\m*a.mp3**b.mp3*\r\nextra");
-    ASSERT_EQ(read.status, ListReadStatus::Ok);
-    EXPECT_EQ(read.list, (ListFileData{kMain, "7", "1", "D:\\m", {"a.mp3", "b.mp3"}}));
-    // Nothing is written that could not be read back.
-    EXPECT_EQ(EncodeListFile(ListKind::Main, true, "D:\\m", {"a.mp3", "笑\xF0\x9F\x98\x80.mp3"}), "");
-    EXPECT_EQ(EncodeListFile(ListKind::Main, true, "D:\\m", {"a*b.mp3"}), "");
-    EXPECT_EQ(FirstUnstorableText("D:\\m", {"a.mp3", "笑\xF0\x9F\x98\x80.mp3"}), "笑\xF0\x9F\x98\x80.mp3");
-    for (const char* header : {"x-y-测试版-z", "a-b-正式版"}) EXPECT_TRUE(HasEditionMarker(header)) << header;
-    for (const char* header : {"a-正式版", "a-b-c-正式版", "a-b-正式版x", ""}) EXPECT_FALSE(HasEditionMarker(header)) << header;
-}
-
-TEST(ListFileCodec, RefusesWhatIsNotOneOfOurListsWhole) {
+TEST(ListFileCodec, ReadsOnlyOneOfOurListsWhole) {
     std::string names1001 = "D:\\m";
     for (int i = 0; i < 1001; ++i) names1001 += "*" + std::to_string(i) + ".mp3";
     const std::pair<std::string, ListReadStatus> cases[] = {
@@ -56,6 +41,9 @@ TEST(ListFileCodec, RefusesWhatIsNotOneOfOurListsWhole) {
         {ListBytes(kMain, "1*1", "D:\\m*" + std::string(kMaxListFileBytes, 'a')), ListReadStatus::TooLarge},
     };
     for (const auto& [bytes, status] : cases) EXPECT_EQ(ParseListFile(bytes).status, status) << bytes.substr(0, 120);
+    // What is read: line 3's names win over the count; any line end reads; empty pieces are skipped.
+    const ListFileRead read = ParseListFile(Gbk(kMain) + "\n 7 * 1 \rD:\\m*a.mp3**b.mp3*\r\nextra");
+    EXPECT_EQ(read.list, (ListFileData{kMain, "7", "1", "D:\\m", {"a.mp3", "b.mp3"}}));
     for (const char* name : {"..\\..\\boot.ini", "sub/a.mp3", "..", "C:a.mp3", "a\x01.mp3"}) {
         EXPECT_EQ(ParseListFile(ListBytes(kMain, "1*1", std::string("D:\\m*") + name)).status, ListReadStatus::BadName);
     }
@@ -106,17 +94,25 @@ protected:
     DefaultList defaults{prompts, fs, settings, queue, lists, progress};
 };
 
-TEST_F(ListFileControllerTest, SavesTheQueueFilteredOrAsItStands) {
-    OpenQueue("D:\\m", {"a.wma", "gone.wma", "b.wma"});
+TEST_F(ListFileControllerTest, SavesTheQueueFilteredOrAsItStandsAndNothingWhenFewerThanTwoRemain) {
+    EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Refused);  // empty queue
+    OpenQueue("D:\\m", {"a.wma", "x.txt"});
     prompts.saveAnswer = "C:\\lists\\我的";
+    EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Refused);
+    EXPECT_EQ(prompts.messages.back().title, kNothingLeftTitle);
+    OpenQueue("D:\\m", {"a.wma", "gone.wma", "b.wma"});
     EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Saved);
     EXPECT_EQ(fs.files.at("C:\\lists\\我的.QLB"), ListBytes(kMain, "2*1", "D:\\m*a.wma*b.wma"));
-    EXPECT_NE(prompts.messages.at(0).text.find("C:\\lists\\我的.QLB"), std::string::npos);
+    EXPECT_NE(prompts.messages.back().text.find("C:\\lists\\我的.QLB"), std::string::npos);
     settings.SetText(opt::kFilterLists, "0");  // not filtered: every name as it stands, flag "0"
     prompts.saveAnswer = "C:\\lists\\all.qlb";
     EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Saved);
     EXPECT_EQ(fs.files.at("C:\\lists\\all.qlb"), ListBytes(kMain, "3*0", "D:\\m*a.wma*gone.wma*b.wma"));
     EXPECT_EQ(WithListExtension("C:\\c.txt"), "C:\\c.txt.QLB");
+    fs.failWrites = true;
+    prompts.saveAnswer = "C:\\l";
+    EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Refused);
+    EXPECT_EQ(fs.files.count("C:\\l.QLB"), 0u);
 }
 
 // A list holds one folder: the user hears how many entries of other folders stay out before anything is written.
@@ -138,23 +134,19 @@ TEST_F(ListFileControllerTest, SaveAsksBeforeLeavingOutEntriesOfOtherFolders) {
     EXPECT_EQ(prompts.questions.size(), asked);  // one folder: nothing to ask
 }
 
-TEST_F(ListFileControllerTest, SaveWritesNothingWhenFewerThanTwoRemainOrTheWriteFails) {
-    EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Refused);  // empty queue
-    OpenQueue("D:\\m", {"a.wma", "x.txt"});
-    prompts.saveAnswer = "C:\\l";
-    EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Refused);
-    EXPECT_EQ(prompts.messages.back().title, kNothingLeftTitle);
-    fs.failWrites = true;
-    OpenQueue("D:\\m", {"a.wma", "b.wma"});
-    EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Refused);
-    EXPECT_EQ(fs.files.count("C:\\l.QLB"), 0u);
-}
-
-TEST_F(ListFileControllerTest, LoadReplacesTheQueueAndOffersToFilterAnUnfilteredList) {
+TEST_F(ListFileControllerTest, LoadReplacesTheQueueOffersToFilterAnUnfilteredListAndRefusalsKeepIt) {
     fs.files["C:\\l.qlb"] = ListBytes(kMain, "9*1", "D:\\m*c.wma*gone.wma*a.wma");
     EXPECT_EQ(lists.LoadListFile("C:\\l.qlb"), AddOutcome::Playing);  // fixed disk, filtered: names as they stand
     EXPECT_EQ(view.lines, (Lines{"001-(c.wma)", "002-(gone.wma)", "003-(a.wma)"}));
     EXPECT_EQ(view.played, Lines{"D:\\m\\c.wma"});
+    fs.files["C:\\one.qlb"] = ListBytes(kMain, "2*0", "D:\\m*gone.wma*gone2.wma");  // nothing left once filtered
+    fs.files["C:\\bad.qlb"] = ListBytes("这是ZEV-正式版-的", "2*1", "D:\\m*a.wma*b.wma");
+    for (const char* path : {"C:\\one.qlb", "C:\\bad.qlb", "C:\\missing.qlb"}) {
+        EXPECT_EQ(lists.LoadListFile(path), AddOutcome::Refused) << path;
+    }
+    ASSERT_EQ(prompts.messages.size(), 3u);
+    EXPECT_NE(prompts.messages[2].text.find("C:\\missing.qlb"), std::string::npos);
+    EXPECT_EQ(std::pair(queue.Queue().Count(), view.played.size()), std::pair(3, std::size_t{1}));  // all as it was
     fs.files["C:\\l.qlb"] = ListBytes(kMain, "3*0", "D:\\m*c.wma*gone.wma*a.wma");
     for (const auto& [answer, skipOption, shownAndAsked] : {std::tuple{true, "0", 21u}, {false, "0", 31u}, {true, "1", 30u}}) {
         prompts = {};
@@ -163,19 +155,6 @@ TEST_F(ListFileControllerTest, LoadReplacesTheQueueAndOffersToFilterAnUnfiltered
         EXPECT_EQ(lists.LoadListFile("C:\\l.qlb"), AddOutcome::Playing);
         EXPECT_EQ(view.lines.size() * 10 + prompts.questions.size(), shownAndAsked);
     }
-}
-
-TEST_F(ListFileControllerTest, RefusedLoadsKeepTheQueue) {
-    OpenQueue("D:\\m", {"b.wma", "c.wma"});
-    fs.files["C:\\one.qlb"] = ListBytes(kMain, "2*0", "D:\\m*gone.wma*gone2.wma");  // nothing left once filtered
-    fs.files["C:\\bad.qlb"] = ListBytes("这是ZEV-正式版-的", "2*1", "D:\\m*a.wma*b.wma");
-    for (const char* path : {"C:\\one.qlb", "C:\\bad.qlb", "C:\\missing.qlb"}) {
-        EXPECT_EQ(lists.LoadListFile(path), AddOutcome::Refused) << path;
-    }
-    ASSERT_EQ(prompts.messages.size(), 3u);
-    EXPECT_NE(prompts.messages[2].text.find("C:\\missing.qlb"), std::string::npos);
-    EXPECT_EQ(std::pair(queue.Queue().Count(), queue.Queue().EntryAt(1)->name), std::pair(2, std::string("b.wma")));
-    EXPECT_TRUE(view.played.empty());  // the playing entry stays
 }
 
 TEST_F(ListFileControllerTest, DefaultListSavesTheQueueAlwaysFilteredOnlyFromFixedDisks) {
@@ -196,17 +175,96 @@ TEST_F(ListFileControllerTest, DefaultListSavesTheQueueAlwaysFilteredOnlyFromFix
     EXPECT_FALSE(defaults.SaveDefaultListOnExit());  // "L56" off: nothing saved on exit
     settings.SetText(opt::kSaveListOnExit, "1");
     EXPECT_TRUE(defaults.SaveDefaultListOnExit() && fs.files.count(kDefaultPath));
+    fs.files[kDefaultPath] = EncodeListFile(ListKind::Default, true, "D:\\m", {"gone.wma", "x.txt"});
+    EXPECT_EQ(defaults.LoadDefaultList(), DefaultListLoad::Damaged);  // reported and deleted
+    EXPECT_EQ(fs.files.count(kDefaultPath), 0u);
 }
 
-TEST_F(ListFileControllerTest, DefaultListDamagedListIsReportedAndDeletedMissingOneIsNot) {
-    EXPECT_EQ(defaults.LoadDefaultList(), DefaultListLoad::None);
-    fs.files[kDefaultPath] = EncodeListFile(ListKind::Default, true, "D:\\m", {"gone.wma", "x.txt"});
-    EXPECT_EQ(defaults.LoadDefaultList(), DefaultListLoad::Damaged);
-    EXPECT_EQ(fs.files.count(kDefaultPath), 0u);
+const std::string kSubKey = "SOFTWARE\\Tavrinsoft\\TavrinPlayer";
+const std::string kLib = "D:\\库\\";
+const std::string kList = kLib + std::string(kLibraryListName);
+
+// The library folder is D:\库; the queue holds three files of E:\in, the first playing.
+class MusicLibraryTest : public ListFileControllerTest {
+protected:
+    void SetUp() override {
+        fs.files = {{"E:\\in\\a.mp3", "aaaa"}, {"E:\\in\\b.wma", "bb"}, {"E:\\in\\c.wma", "ccc"}};
+        fs.folders.push_back("D:\\库");
+        registry.Put(RegistryRoot::LocalMachine, kSubKey, std::string(kLibraryValueName), {RegistryValue::Kind::Text, kLib});
+        OpenQueue("E:\\in", {"a.mp3", "b.wma", "c.wma"});
+        settings.SetText(opt::kLibraryRenameBox, "0");
+    }
+    Lines Listed() { return ParseListFile(fs.files.at(kList)).list.names; }
+
+    test::FakeRegistry registry;
+    test::RecordingCopyView copyLog;
+    MusicLibrary library{prompts, fs, registry, settings, queue, lists, copyLog};
+};
+
+TEST_F(MusicLibraryTest, FolderMustBeOnAFixedDiskAndIsKeptWithAFinalBackslash) {
+    registry.keys.clear();
+    fs.drives['G'] = DriveKind::Removable;
+    fs.folders.push_back("C:\\新库");
+    prompts.folderScript = {"G:\\music", "C:\\新库"};
+    EXPECT_TRUE(library.ChangeLibraryFolder());  // after "yes"
     EXPECT_EQ(prompts.messages.size(), 1u);
-    EXPECT_EQ(defaults.DeleteDefaultList(), DefaultListDelete::NotSet);
-    fs.files[kDefaultPath] = "x";
-    EXPECT_EQ(defaults.DeleteDefaultList(), DefaultListDelete::Deleted);
+    const RegistryValue* value = registry.Find(RegistryRoot::LocalMachine, kSubKey, std::string(kLibraryValueName));
+    EXPECT_EQ(value ? value->data : "", "C:\\新库\\");
+}
+
+TEST_F(MusicLibraryTest, AddsThePlayingFileToANewListThenKnowsItIsThere) {
+    EXPECT_EQ(library.AddCurrentToLibrary(), LibraryAdd::Added);
+    EXPECT_EQ(fs.files.at(kLib + "a.mp3"), "aaaa");
+    EXPECT_EQ(library.AddCurrentToLibrary(), LibraryAdd::AlreadyThere);
+    fs.files[kLib + "b.wma"] = "bb";  // same name and length, but not listed
+    ASSERT_TRUE(queue.Queue().SetCurrent(2));
+    EXPECT_EQ(library.AddCurrentToLibrary(), LibraryAdd::AddedExisting);
+    EXPECT_EQ(fs.files.at(kList), EncodeListFile(ListKind::Library, true, kLib, {"a.mp3", "b.wma"}));
+    // A damaged list (another folder) is made again; the same folder in another case without the "\" is not.
+    fs.files[kList] = EncodeListFile(ListKind::Library, true, "C:\\elsewhere\\", {"z.mp3"});
+    EXPECT_EQ(library.AddCurrentToLibrary(), LibraryAdd::AddedExisting);
+    fs.files[kList] = EncodeListFile(ListKind::Library, true, "d:\\库", {"b.wma"});
+    EXPECT_EQ(library.AddCurrentToLibrary(), LibraryAdd::AlreadyThere);
+    registry.keys.clear();
+    prompts.yesNoAnswer = false;
+    EXPECT_EQ(library.AddCurrentToLibrary(), LibraryAdd::NoLibrary);
+}
+
+TEST_F(MusicLibraryTest, EveryNameCanBeAskedWithTheTitleProposed) {
+    settings.SetText(opt::kLibraryRenameBox, "1");
+    settings.SetText(opt::kLibraryNameIsTitle, "1");
+    fs.files["E:\\in\\a.mp3"] = std::string(5000, 'x') + "TAG" + Gbk("晴天") + std::string(121, '\0');
+    prompts.textScript = {std::nullopt, "..\\..\\Windows\\evil", "晴天"};
+    EXPECT_EQ(library.AddCurrentToLibrary(), LibraryAdd::SkippedByUser);
+    EXPECT_EQ(library.AddCurrentToLibrary(), LibraryAdd::Failed);
+    EXPECT_EQ(library.AddCurrentToLibrary(), LibraryAdd::AddedRenamed);
+    EXPECT_EQ(Listed(), Lines{"晴天.mp3"});
+    for (const auto& [path, bytes] : fs.files) EXPECT_EQ(path.find("evil"), std::string::npos) << path;
+}
+
+TEST_F(MusicLibraryTest, AddAllLogsEveryFileWithItsMarker) {
+    fs.files["E:\\in\\d.wma"] = "d";
+    fs.files[kList] = EncodeListFile(ListKind::Library, true, kLib, {"b.wma"});
+    fs.files.insert({{kLib + "b.wma", "bb"}, {kLib + "c.wma", "other"}, {kLib + "d.wma", "d"}});
+    OpenQueue("E:\\in", {"a.mp3", "b.wma", "gone.wma", "c.wma", "d.wma"});
+    prompts.yesNoAnswer = false;
+    EXPECT_TRUE(library.AddAllToLibrary());
+    EXPECT_EQ(copyLog.lines,
+              (Lines{"<==（重新建立“我的音乐库”文件列表）==>", "a.mp3 <==（文件成功加入）==> ",
+                     "b.wma <==（文件已存在）==> ", "gone.wma <==（文件不存在）==> ",
+                     "c.wma <==（用户中止复制该文件）==> ", "d.wma <==（文件已存在，并且成功加入）==> ", "close"}));
+    EXPECT_EQ(Listed(), (Lines{"b.wma", "a.mp3", "d.wma"}));
+}
+
+TEST_F(MusicLibraryTest, AddAllCancelKeepsWhatWasCopied) {
+    copyLog.allowed = 2;
+    fs.files[kLib + "b.wma"] = "other";
+    prompts.textAnswer = "b2";
+    EXPECT_TRUE(library.AddAllToLibrary());
+    EXPECT_EQ(copyLog.lines,
+              (Lines{"<==（建立“我的音乐库”文件列表）==>", "a.mp3 <==（文件成功加入）==> ",
+                     "b.wma <==（文件重新命名，并且成功加入）==> ", "c.wma <==（用户取消复制）==> ", "close"}));
+    EXPECT_EQ(Listed(), (Lines{"a.mp3", "b2.wma"}));
 }
 
 }  // namespace

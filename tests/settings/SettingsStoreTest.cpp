@@ -1,20 +1,25 @@
 #include <gtest/gtest.h>
 
+#include <map>
+
+#include "mediainfo/QgcFile.h"
+#include "ports/TextCodec.h"
+#include "settings/IniDocument.h"
+#include "settings/IniFiles.h"
 #include "settings/RegistryWrapper.h"
 #include "settings/SettingsStore.h"
+#include "settings/WindowPlacement.h"
 #include "support/Fakes.h"
 
 namespace lumora {
 namespace {
-
-using test::FakeRegistry;
 
 const std::string kSetup = "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup";
 const std::string kPlayer = "SOFTWARE\\Tavrinsoft\\TavrinPlayer";
 constexpr ScreenExtent kScreen{15360, 11520};  // 1024 x 768 at 96 dpi
 
 struct Fixture {
-    FakeRegistry reg;
+    test::FakeRegistry reg;
     test::FakePrompts prompts;
     RegistryWrapper wrapper{reg, prompts};
     SettingsStore store;
@@ -64,17 +69,6 @@ TEST(LoadSettings, ValidationTable) {
     }
 }
 
-TEST(LoadSettings, MissingKeyLoadsTheInitialValuesAndAFailureLeavesTheStoreAsItWas) {
-    Fixture f;
-    const SettingsStore fresh;
-    ASSERT_TRUE(LoadSettings(f.store, f.wrapper, kScreen));
-    for (auto name : SettingsStore::SavedNames()) EXPECT_EQ(f.store.Text(name), fresh.Text(name)) << name;
-    f.store.SetText("L1", "77");
-    f.reg.failWith = 5;
-    EXPECT_FALSE(LoadSettings(f.store, f.wrapper, kScreen));
-    EXPECT_EQ(f.store.Text("L1"), "77");
-}
-
 // Numbers in their plain form, the program's path beside the options; positions and volume belong to their
 // windows and are not written here.
 TEST(SaveSettings, WritesPlainNumbersAndThePathBesideTheOptions) {
@@ -89,23 +83,6 @@ TEST(SaveSettings, WritesPlainNumbersAndThePathBesideTheOptions) {
     EXPECT_EQ(f.reg.Find(RegistryRoot::LocalMachine, kSetup, "TOP"), nullptr);
 }
 
-TEST(SaveSettings, StopsAtTheFirstFailure) {
-    Fixture f;
-    f.reg.failWith = 1013;
-    EXPECT_FALSE(SaveSettings(f.store, f.wrapper, "1.0", "C:\\L"));
-    EXPECT_EQ(f.reg.log.size(), 1u);
-    struct RefusesTheProgramValue : FakeRegistry {
-        long WriteBinary(RegistryRoot root, const std::string& key, const std::string& name, std::string_view bytes) override {
-            return name == "TavrinPlayer" ? 5 : FakeRegistry::WriteBinary(root, key, name, bytes);
-        }
-    } refusing;
-    RegistryWrapper wrapper(refusing, f.prompts);
-    EXPECT_FALSE(SaveSettings(f.store, wrapper, "1.0", "C:\\L"));
-    EXPECT_EQ(refusing.Find(RegistryRoot::LocalMachine, kPlayer, "VER"), nullptr);
-}
-
-using test::Message;
-
 TEST(RegistryWrapper, WritesCodePage936BytesAsBinaryReadsEveryTypeAndShowsFailures) {
     test::FakeRegistry reg;
     test::FakePrompts prompts;
@@ -119,28 +96,122 @@ TEST(RegistryWrapper, WritesCodePage936BytesAsBinaryReadsEveryTypeAndShowsFailur
     EXPECT_EQ(w.ReadValue("HKEY_CURRENT_USER\\k", "sz"), "音乐");  // values of other types read as text too
     EXPECT_EQ(w.ReadValue("HKEY_CURRENT_USER\\k", "L1"), "");  // a missing value reads empty without a box
     EXPECT_TRUE(prompts.messages.empty());
-
-    ASSERT_TRUE(w.CreateKey("HKEY_CURRENT_USER\\测试\\b"));
-    ASSERT_TRUE(w.DeleteValue("HKEY_CURRENT_USER\\测试", "路径"));
-    ASSERT_TRUE(w.DeleteKey("HKEY_CURRENT_USER\\测试"));
-    EXPECT_EQ(reg.keys.size(), 1u);
     reg.log.clear();
-    EXPECT_FALSE(w.DeleteKey("HKEY_LOCAL_MACHINE\\"));  // a root is never deleted (the box is checked below)
+    EXPECT_FALSE(w.DeleteKey("HKEY_LOCAL_MACHINE\\"));  // a root is never deleted
     EXPECT_TRUE(reg.log.empty());
-
-    // Failures are shown once each, with their texts.
+    // Failures are shown once each, under the title of what failed.
     EXPECT_FALSE(w.WriteValue("HKEY_NOWHERE\\x", "a", "1"));
-    EXPECT_FALSE(w.CreateKey("NOWHERE"));
     reg.failWith = 5;
     EXPECT_FALSE(w.CreateKey("HKEY_LOCAL_MACHINE\\SOFTWARE\\x"));
-    EXPECT_FALSE(w.WriteValue("HKEY_LOCAL_MACHINE\\SOFTWARE\\x", "a", "1"));
     EXPECT_EQ(w.ReadValue("HKEY_LOCAL_MACHINE\\SOFTWARE\\x", "a"), "");
-    EXPECT_FALSE(w.DeleteKey("HKEY_LOCAL_MACHINE\\SOFTWARE\\x"));
     for (const char* path : {"HKLM\\SOFTWARE", "HKEY_LOCAL_MACHINEX"}) EXPECT_FALSE(SplitKeyPath(path)) << path;
     const std::string bad = RegistryErrorText(1010), denied = RegistryErrorText(5);
     const std::string key(kKeyErrorTitle), value(kValueErrorTitle);
-    EXPECT_EQ(prompts.messages, (std::vector<Message>{{bad, key}, {bad, value}, {bad, key}, {denied, key}, {denied, value},
-                                                      {denied, value}, {denied, key}}));
+    EXPECT_EQ(prompts.messages, (std::vector<test::Message>{{bad, key}, {bad, value}, {denied, key}, {denied, value}}));
+}
+
+// The INI reader and the QGC importer both read as the private-profile functions do: blanks around names and
+// values and one pair of quotes go, the first of a duplicated key counts, and only the first section of a name.
+TEST(IniDocument, ReadsLikeTheProfileFunctionsAsTheQgcImporterDoes) {
+    const std::pair<std::string, std::optional<std::string>> cases[] = {
+        {"  标题 =  \"  kept inside  \"  ", "  kept inside  "}, {"标题=a=b", "a=b"}, {"标题=first\r\n标题=second", "first"},
+        {"歌手=x\r\n[媒体信息]\r\n标题=in the second copy of the section", std::nullopt}, {"标题 x=y", std::nullopt},
+    };
+    for (const auto& [lines, value] : cases) {
+        const std::string file = Utf8ToCp936("stray=before\r\n[媒体信息]\r\n" + lines + "\r\n[其他]\r\n标题=other").value();
+        EXPECT_EQ(IniDocument(file).Get("媒体信息", "标题"), value) << lines;
+        EXPECT_EQ(ParseQgcFile(file).title, value.value_or("")) << lines;
+    }
+    EXPECT_EQ(IniDocument("[Main]\nKey=v\n").Get("MAIN", "key"), "v");  // ASCII case does not matter
+    EXPECT_EQ(IniDocument(std::string("[s]\nk=a\x01" "b\0c\n", 11)).Get("s", "k"), "abc");  // codes 0 and 1 dropped
+}
+
+TEST(IniDocument, WritesOneKeyLeavingEveryOtherByteAloneAndReadsUnicodeFiles) {
+    // Other programs' sections, comments, odd spacing and bytes that are not code page 936 survive our writes.
+    const std::string original = "; comment\r\n[\xCA\xE9\xC7\xA9]\r\n1=C:\\a.mp3*12\r\n\r\n[\xC9\xE8\xD6\xC3]\r\n"
+                                 "  \xC1\xD9\xCA\xB1 = old\r\nother=\xFF\xFE odd\r\n";  // 书签, 设置, 临时
+    IniDocument doc(original);
+    ASSERT_TRUE(doc.Set("设置", "临时", "new"));
+    EXPECT_EQ(doc.Get("书签", "1"), "C:\\a.mp3*12");
+    std::string expected = original;
+    expected.replace(expected.find("  \xC1\xD9\xCA\xB1 = old"), 12, "\xC1\xD9\xCA\xB1=new");
+    EXPECT_EQ(doc.Bytes(), expected);
+
+    IniDocument fresh("[a]\r\nx=1\r\n\r\n[b]\r\ny=2\r\n");  // a new key ends its section, a new section the file
+    ASSERT_TRUE(fresh.Set("a", "z", "3"));
+    ASSERT_TRUE(fresh.Set("c", "w", "4"));
+    EXPECT_EQ(fresh.Bytes(), "[a]\r\nx=1\r\nz=3\r\n\r\n[b]\r\ny=2\r\n\r\n[c]\r\nw=4\r\n");
+    doc = IniDocument("[s]\r\nk=v\r\n");  // what cannot be written is refused
+    for (const auto& [section, key, value] : {std::tuple{"s", "k", "two\r\nlines"}, {"s", "a=b", "v"}, {"s]", "k", "v"},
+                                              {"s", "", "v"}, {"s", "k", "\xF0\x9F\x98\x80"}}) {  // the last: not code page 936
+        EXPECT_FALSE(doc.Set(section, key, value)) << key << value;
+    }
+    EXPECT_EQ(doc.Bytes(), "[s]\r\nk=v\r\n");
+
+    std::string utf16 = "\xFF\xFE";
+    for (char16_t c : std::u16string(u"[设置]\r\n临时=*\r\n")) utf16 += {static_cast<char>(c & 0xFF), static_cast<char>(c >> 8)};
+    IniDocument unicode(utf16);
+    EXPECT_EQ(unicode.Get("设置", "临时"), "*");
+    ASSERT_TRUE(unicode.Set("设置", "临时", ""));
+    EXPECT_EQ(unicode.Bytes(), "[\xC9\xE8\xD6\xC3]\r\n\xC1\xD9\xCA\xB1=\r\n");
+}
+
+const std::string kPlayerIni = "C:\\WINDOWS\\" + std::string(kPlayerIniFile);
+
+// The scratch value's round trip is pinned by the start-up tests and, with the real code page, the platform's.
+TEST(IniFiles, AnUnreadableFileIsNotOverwrittenAndTheWindowOpacity) {
+    test::FakeFileSystem fs;
+    IniFiles ini(fs);
+    fs.files[kPlayerIni] = "[书签]\r\n1=keep me\r\n";
+    fs.unreadable.push_back(kPlayerIni);
+    EXPECT_FALSE(WriteScratchValue(ini, "x"));
+    EXPECT_EQ(fs.files[kPlayerIni], "[书签]\r\n1=keep me\r\n");
+    fs.unreadable.clear();
+    // The window opacity only when switched on and in range.
+    for (const auto& [check, value, opacity] :
+         {std::tuple<const char*, const char*, std::optional<int>>{"1", "20", 20}, {"1", "255", 255}, {"1", "19", std::nullopt},
+          {"1", "256", std::nullopt}, {"1", "abc", std::nullopt}, {"0", "200", std::nullopt}}) {
+        ini.Write(std::string(kPlayerIniFile), "透明度", "form_tm_check1", check);
+        ini.Write(std::string(kPlayerIniFile), "透明度", "form_tm_0", value);
+        EXPECT_EQ(ReadWindowOpacity(ini, TransparentWindow::Main), opacity) << check << "/" << value;
+        EXPECT_EQ(ReadWindowOpacity(ini, TransparentWindow::List), std::nullopt);
+    }
+}
+
+const WindowRect kMonitors[] = {{0, 0, 1024, 768}, {1024, 0, 2048, 768}};
+
+// Kept places in twips at the screen's DPI, which come back only on a screen.
+TEST(WindowPlacement, KeptPlacesAndTheirValues) {
+    const ScreenDpi dpi{96, 120};
+    std::map<std::string_view, long long> values = {{"F4L", 1440}, {"F4T", 1440}, {"F4W", 2880}, {"F4H", 1440}};
+    const ReadNumber read = [&](std::string_view name) -> std::optional<long long> {
+        const auto it = values.find(name);
+        return it == values.end() ? std::nullopt : std::optional<long long>(it->second);
+    };
+    EXPECT_EQ(KeptPlace(kPlaylistWindowPlace, read, dpi, kMonitors), (WindowRect{96, 120, 288, 240}));
+
+    values["F4L"] = 1440 * 20;  // on the second monitor
+    EXPECT_TRUE(KeptPlace(kPlaylistWindowPlace, read, dpi, kMonitors));
+    values["F4L"] = 1440 * 30;  // right of every monitor
+    EXPECT_FALSE(KeptPlace(kPlaylistWindowPlace, read, dpi, kMonitors));
+    values["F4L"] = 0;
+    values["F4H"] = 0;
+    EXPECT_FALSE(KeptPlace(kPlaylistWindowPlace, read, dpi, kMonitors));
+    values = {{"F4L", 1440}, {"F4T", 1440}, {"F4W", 0}, {"F4H", 1440}};
+    EXPECT_FALSE(KeptPlace(kPlaylistWindowPlace, read, dpi, kMonitors));
+
+    // The main window keeps its own size.
+    values = {{"LEFT", 0}, {"TOP", 0}};
+    EXPECT_EQ(KeptPlace(kMainWindowPlace, read, dpi, kMonitors, {5, 5, 465, 305}), (WindowRect{0, 0, 460, 300}));
+    values["LEFT"] = -460 * 15;  // ends exactly where the first monitor begins
+    EXPECT_FALSE(KeptPlace(kMainWindowPlace, read, dpi, kMonitors, {5, 5, 465, 305}));
+
+    using Values = std::vector<std::pair<std::string_view, std::string>>;
+    EXPECT_EQ(PlaceValues(kPlaylistWindowPlace, {96, 48, 288, 144}, {96, 96}),
+              (Values{{"F4L", "1440"}, {"F4T", "720"}, {"F4W", "2880"}, {"F4H", "1440"}}));
+    EXPECT_EQ(PlaceValues(kMainWindowPlace, {144, 0, 500, 300}, {144, 96}), (Values{{"LEFT", "1440"}, {"TOP", "0"}}));
+    EXPECT_EQ(TwipsToPixels(PixelsToTwips(300, 120), 120), 300);
+    EXPECT_EQ(PixelsToTwips(96, 0), 1440);  // a screen that tells no DPI counts as 96
 }
 
 }  // namespace
