@@ -67,11 +67,14 @@ Rig& Rig::Press(std::string_view commands) {
     return *this;
 }
 
+// Previous before the first entry and next after the last stay where they are.
 TEST(PlaybackController, CommandsAndTheTextsTheyShow) {
     using T = PlaybackTexts;
+    // clang-format off
     const std::tuple<int, const char*, std::string T::*, std::string> cases[] = {
         {0, "P", &T::statusLine, std::string(kNoFileToPlay)}, {0, "N", &T::statusLine, std::string(kNoFileToPlay)},
-        {3, "", &T::title, "s1.wma"}, {3, "", &T::totalTime, "总时：00:03:20"},
+        {3, "", &T::title, "s1.wma"}, {3, "VNV", &T::title, "s1.wma"}, {3, "NNN", &T::title, "s3.wma"},
+        {3, "", &T::totalTime, "总时：00:03:20"},
         {3, "", &T::playCaption, "暂停"}, {3, "P", &T::playCaption, "播放"}, {3, "PP", &T::playCaption, "暂停"},
         {3, "S", &T::playCaption, "播放"}, {3, "S", &T::time, "-"}, {3, "Tt", &T::time, "-00:02:30"},
         {3, "t", &T::statusLine, "播放的进度为：25% 时间为：00:00:50"}, {3, "T", &T::timeMode, "←"},
@@ -83,6 +86,7 @@ TEST(PlaybackController, CommandsAndTheTextsTheyShow) {
         {3, "A", &T::segmentA, "A=N/A"}, {3, "GAB", &T::segmentB, "B=00:00:50"}, {3, "GAN", &T::segmentA, "A=N/A"},
         {1, "E", &T::statusLine, "播放的进度为：100% 时间为：00:03:20"},  // the end of a file shows the end
     };
+    // clang-format on
     for (const auto& [entries, commands, field, shown] : cases) {
         Rig r(entries, entries ? 1 : 0);
         EXPECT_EQ(r.At(50000).Press(commands).last.*field, shown) << commands;
@@ -172,16 +176,6 @@ TEST(PlaybackController, LetsGoOfTheFileForAWriteAndGoesOnWhereItWas) {
                   std::tuple(paused, finished, std::string(caption)))
             << before;
     }
-}
-
-TEST(PlaybackController, PreviousNextAndTheEdgesOfTheQueue) {
-    Rig r(3, 1);
-    r.Press("VNV").player.PlayEntry(3);
-    r.Press("N");
-    for (int index : {0, 4}) r.player.PlayEntry(index);
-    EXPECT_EQ(r.decoder.opened, (std::vector<std::string>{"D:\\m\\s1.wma", "D:\\m\\s2.wma", "D:\\m\\s1.wma", "D:\\m\\s3.wma"}));
-    r.player.PlayEntry(1);
-    EXPECT_EQ(r.Press("VE").decoder.opened.size(), 5u);  // a step back before the first: the end goes back too
 }
 
 TEST(PlaybackController, SegmentRefusalsAndTheLoopFromBToA) {
@@ -285,10 +279,7 @@ TEST(PlaybackController, AFileNoDecoderPlaysTakesTheCannotPlayPath) {
         EXPECT_EQ(r.audio.opened.size() + r.decoder.opened.size(), 2u);
         EXPECT_EQ(r.last.playCaption, engineOpens ? "暂停" : "播放");
         EXPECT_EQ(r.prompts.questions.size(), engineOpens ? 0u : 1u);
-        if (!engineOpens) {
-            EXPECT_EQ(r.last.statusLine, "该文件无法播放...");
-            EXPECT_EQ(r.prompts.questions[0].text.rfind("a.mp3 文件无法播放", 0), 0u);
-        }
+        for (const auto& q : r.prompts.questions) EXPECT_EQ(q.text.rfind("a.mp3 文件无法播放", 0), 0u);
     }
 }
 
