@@ -138,11 +138,7 @@ TEST(MediaEngine, VideoAndAudioAfterOpening) {
     MediaEngine a(audio);
     ASSERT_EQ(a.OpenDispatch("D:\\s.wav", 3, false), OpenResult::Playing);
     EXPECT_EQ(a.Info().lines, Lines{"该媒体文件为音频"});
-    EXPECT_EQ(a.Picture().width, 0);
-    bool cdClosed = false;
-    a.onCloseCd = [&] { cdClosed = true; };
     a.CloseAll();
-    EXPECT_TRUE(cdClosed);
     EXPECT_EQ(std::tuple(a.Info().lines.size(), a.State().segmentEnd, a.Position()), std::tuple(0u, 0LL, -1LL));
 }
 
@@ -231,8 +227,6 @@ TEST(EngineDecoder, TurnsMillisecondsIntoTheEnginesUnits) {
         mci.replies["status movie1 mode"] = mode;
         EXPECT_EQ(d.Finished(), finished) << mode;
     }
-    d.Stop();
-    EXPECT_EQ(mci.sent.back(), "Stop movie1");
 
     EXPECT_FALSE(d.Open("D:\\f.swf"));  // no hosted controls here
     EXPECT_EQ(d.LengthMs(), -1);
