@@ -37,7 +37,6 @@ struct Rig : test::RecordingPlayerView {
         queue.Queue().Replace("D:\\m", test::Entries("D:\\m", names));
         if (play) player.PlayEntry(play);
     }
-    std::string Current() { return decoder.opened.empty() ? "" : decoder.opened.back(); }
     void EndOfFile() {
         decoder.finished = true;
         player.ProgressTick();
@@ -124,7 +123,7 @@ TEST(PlaybackController, EndOfFileByMode) {
         r.Press(mode).player.PlayEntry(start);
         r.At(1000).Press("E");
         const std::string expected = *next ? "D:\\m\\" + std::string(next) + ".wma" : r.decoder.opened.front();
-        EXPECT_EQ(r.Current() + r.last.playCaption, expected + (*next ? "暂停" : "播放")) << mode << start;
+        EXPECT_EQ(r.decoder.opened.back() + r.last.playCaption, expected + (*next ? "暂停" : "播放")) << mode << start;
     }
 }
 
