@@ -37,7 +37,6 @@ TEST(VideoSizing, PlacementByTheThreeOptions) {
         EXPECT_EQ(std::tuple(p.kind, c.kind == K::Size ? p.width : 0, c.kind == K::Size ? p.height : 0),
                   std::tuple(c.kind, c.width, c.height)) << c.l45 << "/" << c.l46 << "/" << c.l47 << " " << c.w;
     }
-    EXPECT_EQ(VideoScale(99), 1.0);
 }
 
 TEST(VideoPresentation, WhatAnOpenedFileShows) {

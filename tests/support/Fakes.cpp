@@ -1,7 +1,6 @@
 #include "support/Fakes.h"
 
 #include <algorithm>
-#include <cctype>
 
 namespace lumora::test {
 
@@ -18,12 +17,8 @@ std::string WithoutTrailingSlash(const std::string& folder) {
 bool FakeFileSystem::FolderExists(const std::string& path) {
     const std::string folder = WithoutTrailingSlash(path);
     if (std::count(folders.begin(), folders.end(), folder)) return true;
-    for (const auto& [file, bytes] : files) {
-        for (std::string p = ParentOf(file); !p.empty(); p = p.size() > 3 ? ParentOf(p) : std::string()) {
-            if (p == folder) return true;
-        }
-    }
-    return false;
+    const std::string inside = folder.ends_with('\\') ? folder : folder + '\\';
+    return std::any_of(files.begin(), files.end(), [&](const auto& file) { return file.first.rfind(inside, 0) == 0; });
 }
 
 std::vector<std::string> FakeFileSystem::ListFiles(const std::string& folder) {

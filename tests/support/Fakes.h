@@ -6,11 +6,9 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <tuple>
 #include <utility>
 #include <vector>
 
-#include "ports/AudioPorts.h"
 #include "ports/FileSystem.h"
 #include "ports/Prompts.h"
 #include "ports/Registry.h"
@@ -42,7 +40,7 @@ public:
         return openManyAnswer;
     }
     std::optional<std::string> AskFolder(std::string_view prompt) override {
-        return Answer(folderScript, folderAnswer, prompt, "");
+        return Answer(folderScript, {}, prompt, "");
     }
     std::optional<std::string> AskText(std::string_view prompt, std::string_view title, std::string_view) override {
         return Answer(textScript, textAnswer, prompt, title);
@@ -63,7 +61,7 @@ public:
     std::vector<Message> messages;     // boxes shown
     std::vector<Message> questions;    // folder prompts, input boxes and yes/no questions asked
     std::vector<Message> openDialogs;  // multi-file open dialogs shown: the filter as text, and the title
-    std::optional<std::string> saveAnswer, openAnswer, folderAnswer, textAnswer;
+    std::optional<std::string> saveAnswer, openAnswer, textAnswer;
     std::optional<std::vector<std::string>> openManyAnswer;
     bool yesNoAnswer = true;
     // Scripted answers, taken in order before the fixed ones above are used.
@@ -73,8 +71,6 @@ public:
 // Keys are (root, sub-key) with case kept; values are what the real registry would hold.
 class FakeRegistry : public Registry {
 public:
-    using KeyId = std::pair<RegistryRoot, std::string>;
-
     long CreateKey(RegistryRoot root, const std::string& subKey) override {
         log.push_back("create " + subKey);
         return failWith ? failWith : (keys[{root, subKey}], regerr::kSuccess);
@@ -125,7 +121,7 @@ public:
         return it == keys.end() || !it->second.count(name) ? nullptr : &it->second.at(name);
     }
 
-    std::map<KeyId, std::map<std::string, RegistryValue>> keys;
+    std::map<std::pair<RegistryRoot, std::string>, std::map<std::string, RegistryValue>> keys;
     std::vector<std::string> log;  // "create <sub-key>", "write <name>", "read <name>", ...
     long failWith = 0;             // when set, every call answers this error
 };
@@ -189,54 +185,6 @@ public:
     std::map<char, DriveKind> drives;     // by upper-case letter; a letter not listed is a fixed disk
     std::string userDataFolder = "C:\\Users\\u\\AppData\\Roaming\\Lumora";
     bool failWrites = false;
-};
-
-// The sound card as the system's behaves: a buffer comes back once when it has been played; a reset
-// returns the queued ones at once and their completions still arrive later (stale), which must not
-// be taken for the buffers written after it; a buffer still queued is not written again.
-class FakeAudioOut : public AudioOut {
-public:
-    AudioStatus Open(int rate, int ch) override {
-        format = {rate, ch};
-        return AudioStatus::Ok;
-    }
-    AudioStatus Write(int id, std::string_view) override {
-        if (std::count(queue.begin(), queue.end(), id)) return ++writesRefused, AudioStatus::StillPlaying;
-        queue.push_back(id);
-        return AudioStatus::Ok;
-    }
-    AudioStatus Pause() override { return paused = true, AudioStatus::Ok; }
-    AudioStatus Restart() override { return paused = false, AudioStatus::Ok; }
-    AudioStatus Reset() override {
-        stale.insert(stale.end(), queue.begin(), queue.end());
-        queue.clear();
-        played = 0;
-        return AudioStatus::Ok;
-    }
-    AudioStatus SetVolume(int level) override { return volume = level, AudioStatus::Ok; }
-    long long PlayedSamples() override { return played; }
-    void Close() override { ++closes; }
-    // The card finishes the oldest buffer, of `samples` per channel.
-    void FinishOne(long long samples) {
-        const int id = queue.front();
-        queue.erase(queue.begin());
-        played += samples;
-        onDone(id);
-    }
-    // The completions a reset left behind arrive late. One whose buffer has been written again in the
-    // meantime is dropped (the port tells them apart); the others come through.
-    void DeliverStale() {
-        for (const int id : std::exchange(stale, {})) {
-            if (!std::count(queue.begin(), queue.end(), id)) onDone(id);
-        }
-    }
-
-    std::vector<int> queue;  // ids at the card, oldest first
-    std::vector<int> stale;  // completions of buffers a reset returned, not yet arrived
-    long long played = 0;
-    std::pair<int, int> format;
-    bool paused = false;
-    int closes = 0, writesRefused = 0, volume = 20;
 };
 
 }  // namespace lumora::test
