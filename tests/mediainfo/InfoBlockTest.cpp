@@ -116,9 +116,6 @@ TEST(InfoBlockWrite, AnyOldTailLeavesTheNewTagWhereReadersLook) {
         const std::string& after = fs.files[kPath];
         EXPECT_EQ(after.substr(0, audio.size()), audio);
         EXPECT_EQ(after.substr(after.size() - kId3v1Size, 12), "TAGNew title");
-        Id3v1Tag read;
-        EXPECT_TRUE(ReadId3v1Tag(fs, kPath, read));
-        EXPECT_EQ(read, tag);
         EXPECT_EQ(ReadMediaInfo(fs, kPath), (MediaInfoRecord{"New title", "a", "", "2024", "", "[00:01]x"}));
         EXPECT_EQ(LocateTrailingTags(after).audioEnd, after.rfind("LYRICSBEGININD0000211"));
 #ifndef _WIN32
@@ -141,7 +138,6 @@ TEST(InfoBlockWrite, AFailedWritePutsTheOldBytesBack) {
     fs.files[kPath] = original;
     const std::string lyrics = "[00:01]" + std::string(500, 'n');  // longer: the failed write extended the file
     EXPECT_EQ(WriteInfoBlock(fs, kPath, {"new", "", "", "", ""}, BuildLyricsField(lyrics)), InfoWriteResult::FileError);
-    EXPECT_EQ(fs.writes, 2);
     EXPECT_EQ(fs.files[kPath], original + Z(fs.files[kPath].size() - original.size()));
 }
 
@@ -171,7 +167,7 @@ std::string Written(const Id3v1Tag& tag) { return BuildInfoBlockBytes(tag, "").v
 
 using Tails = std::tuple<std::size_t, std::optional<std::size_t>, std::optional<std::size_t>, std::optional<std::size_t>>;
 
-TEST(LocateTrailingTags, EndsTheAudioAtTheFirstTagBehindIt) {
+TEST(LocateTrailingTags, EndsTheAudioAtTheFirstTagBehindItWhichTheTagLineAndListTipShow) {
     const std::string& tag = kForeignTag;
     const std::string lyrics3v2 = "LYRICSBEGININD0000210000021LYRICS200";  // IND "10", size 21
     const std::string ape = "APETAGEX" + std::string("\xD0\x07\x00\x00\x28\x00\x00\x00", 8) + std::string(16, '\0');
@@ -191,10 +187,7 @@ TEST(LocateTrailingTags, EndsTheAudioAtTheFirstTagBehindIt) {
         EXPECT_EQ(Tails(t.audioEnd, t.id3v1, t.lyrics, t.ape), tails) << file.size();
     }
     EXPECT_EQ(ParseId3v1Tag(kAudio + kForeignTag), (Id3v1Tag{"Old title", "Old artist", "", "1999", ""}));
-}
-
-// The tag line under the title, the file list's record and the list's balloon help built from that record.
-TEST(TagTexts, TagLineFileListRecordAndListTip) {
+    // The tag line under the title, the file list's record and the list's balloon help built from that record.
     EXPECT_EQ(BuildTagLine(Id3v1Tag{"歌名", "", "", "", "x"}), "  标题：歌名  歌手：无  专集：无  年代：无  其他：x");
     EXPECT_EQ(BuildTagLine(std::nullopt), "  标题：N/A  歌手：N/A  专集：N/A  年代：N/A  其他：N/A");
     // A comment holding "@" stays whole; a short record fills with "无".
@@ -229,7 +222,7 @@ protected:
     InfoEditor editor{fs, prompts, view, "1.2.3"};
 };
 
-TEST_F(InfoEditorTest, SavesOnlyAWritableFileWithValidFieldsAndShowsWhatItHoldsNext) {
+TEST_F(InfoEditorTest, SavesOnlyAWritableFileWithValidFieldsLettingGoOfTheFileLumoraHolds) {
     const MediaInfoRecord bad{"", "", "", "205", std::string(30, 'c'), ""};
     editor.SetFields(bad);
     EXPECT_EQ(editor.Save(), InfoSaveOutcome::Invalid);
@@ -243,11 +236,9 @@ TEST_F(InfoEditorTest, SavesOnlyAWritableFileWithValidFieldsAndShowsWhatItHoldsN
     EXPECT_EQ(std::pair(prompts.messages.size(), view.refreshes), std::pair(std::size_t{3}, 1));
     ASSERT_TRUE(editor.TakeFile(kPath));
     EXPECT_EQ(view.shown.back(), record);
-}
 
-// A file Lumora itself holds (the playing device) is let go for the write test and the write, and taken
-// back after each; a file read-only for real is still refused.
-TEST_F(InfoEditorTest, LetsGoOfTheFileLumoraHoldsForTheWrite) {
+    // A file Lumora itself holds (the playing device) is let go for the write test and the write, and taken
+    // back after each; a file read-only for real is still refused.
     struct Holder : FileHolder {
         bool LetGo(const std::string& path) override {
             log += "let go,";
@@ -264,10 +255,10 @@ TEST_F(InfoEditorTest, LetsGoOfTheFileLumoraHoldsForTheWrite) {
     InfoEditor held{fs, prompts, view, "1.2.3", &holder};
     fs.readOnly.push_back(kPath);  // the device's hold
     ASSERT_TRUE(held.TakeFile(kPath));
-    held.SetFields({"标题", "", "", "", "", ""});
+    held.SetFields({"新标题", "", "", "", "", ""});
     EXPECT_EQ(held.Save(), InfoSaveOutcome::Saved);
     EXPECT_EQ(holder.log, "let go,back,let go,back,");
-    EXPECT_NE(fs.files[kPath].find(Gbk("TAG标题")), std::string::npos);
+    EXPECT_NE(fs.files[kPath].find(Gbk("TAG新标题")), std::string::npos);
     const std::string other = "D:\\音乐\\只读.mp3";
     fs.files[other] = "x";
     fs.readOnly.push_back(other);

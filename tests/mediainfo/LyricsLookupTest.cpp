@@ -24,8 +24,6 @@ const std::string kIni = "C:\\WINDOWS\\zvplaygc.ini";
 using test::Gbk;
 using Lines = std::vector<std::string>;
 
-std::string Qgc(std::string_view lines) { return Gbk("[媒体歌词]\r\n行数=2\r\n" + std::string(lines)); }
-
 class LyricsLookupTest : public testing::Test {
 protected:
     void SetUp() override { fs.files[kMedia] = std::string(1000, 'a'); }
@@ -41,7 +39,7 @@ TEST_F(LyricsLookupTest, TriesEachSourceInOrder) {
     EXPECT_EQ(LookupLyrics(fs, kMedia), (FoundLyrics{LyricsOrigin::Beside, "D:\\音乐\\歌.smi", "[00:03]smi"}));
     fs.files["D:\\音乐\\歌.lrc"] = "[00:02]lrc";
     EXPECT_EQ(LookupLyrics(fs, kMedia).text, "[00:02]lrc");
-    fs.files["D:\\音乐\\歌.qgc"] = Qgc("歌词1=[00:01]qgc\r\n歌词2=\r\n");
+    fs.files["D:\\音乐\\歌.qgc"] = Gbk("[媒体歌词]\r\n行数=2\r\n歌词1=[00:01]qgc\r\n歌词2=\r\n");
     EXPECT_EQ(LookupLyrics(fs, kMedia), (FoundLyrics{LyricsOrigin::Beside, "D:\\音乐\\歌.qgc", "[00:01]qgc"}));
     ASSERT_EQ(AssignLyricsFile(fs, kMedia, "E:\\gone.qgc"), AssignResult::Assigned);  // gone: falls through
     EXPECT_EQ(LookupLyrics(fs, kMedia).origin, LyricsOrigin::Beside);
@@ -118,8 +116,10 @@ TEST(LyricsLook, SavedValuesLoadBackBadOnesKeepTheDefaultsAndThePictureChooserSt
     EXPECT_EQ(std::tuple(look.usePicture, look.picturePath), std::tuple(true, std::string("D:\\图片\\背景.jpg")));
 }
 
-
-TEST(StampSeconds, RoundsHalvesToEvenAndRefusesWhatIsNoStamp) {
+// Stamps round halves to even; a second bracket group makes a line all text. Shown: the line reached and the
+// next, equal stamps together in list order, unstamped lines never. A forward shift moves every stamp of a line;
+// the editor's case pins the shift back, the clamp at zero and the refusals.
+TEST(LyricsTiming, StampsTheLinesShownTheShiftAndTheWrap) {
     const std::pair<std::string_view, std::optional<long long>> cases[] = {
         {"01:02.5", 62},   {"01:03.5", 64},       {"00:02.51", 3},        {"00:02.500000000000000001", 3},
         {"1:2", 62},       {"00:10.", 10},        {"0.5:00", 30},         {"000000000007:05", 425},
@@ -127,45 +127,34 @@ TEST(StampSeconds, RoundsHalvesToEvenAndRefusesWhatIsNoStamp) {
         {"00:", std::nullopt}, {"00:1.2.3", std::nullopt}, {"1234567890:00", std::nullopt},  // over nine digits
     };
     for (const auto& [stamp, seconds] : cases) EXPECT_EQ(StampSeconds(stamp), seconds) << stamp;
-    // The stamp runs to the last "]": a second bracket group makes it invalid, and the whole line is text.
     EXPECT_EQ(SplitStampedLine("[00:20]text").seconds, 20);
     EXPECT_EQ(SplitStampedLine("[00:10]a [b]").text, "[00:10]a [b]");
     for (const char* line : {"[00:10]a [b]", " [00:01]x", "[00:01", "[ti:歌名]"}) {
         EXPECT_EQ(SplitStampedLine(line).seconds, std::nullopt) << line;
     }
-}
-
-// The line reached and the next; equal stamps show together in list order; unstamped lines never show.
-TEST(ChooseDisplayLines, TheLineReachedAndTheNext) {
     const TimedLyrics lyrics = BuildTimedLyrics("[00:00]title\r\n[00:20]one\r\n[00:10]ten\r\n[ab:cd]bad\r\n[00:20]two\r\n[00:30]end");
-    const std::pair<long long, DisplayLines> cases[] = {
+    const std::pair<long long, DisplayLines> shown[] = {
         {0, {"", "one\r\ntwo"}},  // entry 0 is only the fallback value: no line from 1 on has it
         {12, {"ten", "one\r\ntwo"}}, {20, {"one\r\ntwo", "end"}}, {29, {"one\r\ntwo", "end"}}, {40, {"end", "end"}},
     };
-    for (const auto& [p, shown] : cases) EXPECT_EQ(ChooseDisplayLines(lyrics, p), shown) << p;
+    for (const auto& [p, lines] : shown) EXPECT_EQ(ChooseDisplayLines(lyrics, p), lines) << p;
     EXPECT_FALSE(ChooseDisplayLines(TimedLyrics{}, 5) || ChooseDisplayLines(lyrics, -1));
-}
-
-// Forward shifts; the editor's case pins the shift back, the clamp at zero and the refusals.
-TEST(ShiftTimeTrack, ShiftsForwardEveryStampOfALine) {
-    const std::pair<std::string_view, std::string_view> cases[] = {
+    const std::pair<std::string_view, std::string_view> shifts[] = {
         {"[副歌]\r\n\r\n[00:10.5]x", "[00:00][副歌]\r\n\r\n[00:15]x"},  // empty lines stay; halves to even
         {"[00:10][01:10]chorus\r\n", "[00:15][01:15]chorus\r\n"},
         {"[99:59]end", "[100:04]end"},
     };
-    for (const auto& [text, shifted] : cases) EXPECT_EQ(ShiftTimeTrack(text, 5), shifted) << text;
-}
-
-TEST(LineByteLimit, WrapsNeverSplittingACharacter) {
-    const std::tuple<std::string_view, int, std::string_view> cases[] = {
+    for (const auto& [text, shifted] : shifts) EXPECT_EQ(ShiftTimeTrack(text, 5), shifted) << text;
+    // Shown lines wrap at the byte limit, never splitting a character.
+    const std::tuple<std::string_view, int, std::string_view> wraps[] = {
         {"ab一cd", 3, "ab\r\n一c\r\nd"},
-        {"一二", 1, "一\r\n二"},  // wider than the limit: alone on its line
-        {"hello big world", 10, "hello big\r\nworld"},  // at the blank between words
-        {"go on and on", 5, "go on\r\nand\r\non"},  // a blank right at the limit is the break
+        {"一二", 1, "一\r\n二"},                            // wider than the limit: alone on its line
+        {"hello big world", 10, "hello big\r\nworld"},      // at the blank between words
+        {"go on and on", 5, "go on\r\nand\r\non"},          // a blank right at the limit is the break
         {"abcdefghijkl mn", 5, "abcde\r\nfghij\r\nkl mn"},  // no blank within the limit: inside the word
         {"我爱 你们大家", 6, "我爱\r\n你们大\r\n家"},
     };
-    for (const auto& [text, limit, wrapped] : cases) EXPECT_EQ(WrapToLineBytes(text, limit), wrapped) << text;
+    for (const auto& [text, limit, wrapped] : wraps) EXPECT_EQ(WrapToLineBytes(text, limit), wrapped) << text;
     EXPECT_EQ(LineByteLimitLabel(20), "当前设置每行：20 个字节(一个汉字占两个字节)");
     const std::pair<std::string_view, int> stored[] = {{"20", 20}, {"21", 0}, {"-2", 0}, {"2 ", 0}, {"9998", 9998}, {"10000", 0}};
     for (const auto& [text, limit] : stored) EXPECT_EQ(ParseLineByteLimit(text), limit) << text;

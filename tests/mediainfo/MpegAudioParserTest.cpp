@@ -38,26 +38,21 @@ std::string HeaderBytes(const HeaderBits& b) {
             static_cast<char>(word & 0xFF)};
 }
 
-// A frame with a zero body, so nothing inside it looks like a header.
-std::string Frame(const HeaderBits& bits) {
-    std::string frame = HeaderBytes(bits);
-    frame.resize(static_cast<std::size_t>(DecodeMpegFrameHeader(frame)->FrameSize()), '\0');
-    return frame;
-}
-
+// Frames with a zero body, so nothing inside them looks like a header.
 std::string Frames(int count, const HeaderBits& bits = {}) {
-    std::string out;
-    for (int i = 0; i < count; ++i) out += Frame(bits);
+    std::string frame = HeaderBytes(bits), out;
+    frame.resize(static_cast<std::size_t>(DecodeMpegFrameHeader(frame)->FrameSize()), '\0');
+    for (int i = 0; i < count; ++i) out += frame;
     return out;
 }
 
 // Random bytes pass for a header every few thousand bytes; a stream needs four in a row, or fewer that end
 // exactly at the end of the audio (or with a frame the end cuts off). After a gap only the same stream is taken
 // up again; tags at the end are never audio, even when they hold frames.
-TEST(MpegFrameWalker, WhatCountsAsTheStream) {
+TEST(MpegFrameWalker, WhatCountsAsTheStreamAndWhatNoHeaderHolds) {
     const std::string junk(700, 'j');
     const std::string gap(333, '\x55');
-    const std::string frame = Frame({});
+    const std::string frame = Frames(1);
     const std::string lyrics = "[00:01]" + Frames(5);
     const std::string block = "LYRICSBEGININD0000211LYR" + std::to_string(10000 + lyrics.size()).substr(1) + lyrics;
     const std::string tag = "TAG" + std::string(125, '\0');
@@ -83,10 +78,7 @@ TEST(MpegFrameWalker, WhatCountsAsTheStream) {
     std::string noise(256 * 1024, '\0');
     for (char& c : noise) c = static_cast<char>(random() & 0xFF);
     EXPECT_FALSE(ScanMpegAudio(noise));
-}
-
-// Frame sizes are checked against real files below; here, what no real header holds.
-TEST(MpegFrameHeader, ReservedValuesAndFreeFormat) {
+    // Frame sizes are checked against real files below; here, what no real header holds.
     for (const HeaderBits& bits :
          {HeaderBits{.version = 1}, HeaderBits{.layer = 0}, HeaderBits{.bitRate = 15}, HeaderBits{.frequency = 3},
           HeaderBits{.emphasis = 2}}) {
@@ -135,7 +127,7 @@ TEST(MpegStreamFactsOnCorpus, MatchTheManifest) {
 
 // Files made by lame and ffmpeg at build time, against what ffprobe reports for the same files. ffprobe's
 // packets are the frames in the file; its decoded frames may leave out a last frame of encoder padding.
-TEST(MpegStreamFactsOnGeneratedFiles, AgreeWithFfprobe) {
+TEST(MpegStreamFactsOnGeneratedFiles, AgreeWithFfprobeAndShowInTheStreamPanel) {
     std::ifstream expectations(kMpegFixturesDir + "/expectations.txt");
     ASSERT_TRUE(expectations) << "no generated files in " << kMpegFixturesDir;
     int files = 0;
@@ -155,14 +147,9 @@ TEST(MpegStreamFactsOnGeneratedFiles, AgreeWithFfprobe) {
         EXPECT_NEAR(facts->durationMs, std::stod(p["duration"]) * 1000, 0.5) << line;
     }
     EXPECT_GE(files, 11);
-}
-
-// What the frame parser finds in a file lame made at 64 kbit/s and 22.05 kHz, as the panel shows it: an MP3
-// PRO file, by the only test there is.
-TEST(StreamPanel, ShowsWhatTheFrameParserFindsInAFile) {
-    const auto bytes = ReadBytes(kMpegFixturesDir + "/l3_mpeg2_22k_stereo_64.mp3");
-    ASSERT_TRUE(bytes) << "no generated files in " << kMpegFixturesDir;
-    const auto facts = ScanMpegAudio(*bytes);
+    // What the frame parser finds in a file lame made at 64 kbit/s and 22.05 kHz, as the stream panel shows it:
+    // an MP3 PRO file, by the only test there is.
+    const auto facts = ScanMpegAudio(ReadBytes(kMpegFixturesDir + "/l3_mpeg2_22k_stereo_64.mp3").value_or(""));
     ASSERT_TRUE(facts);
     StreamPanelTexts panel;
     RefreshStreamPanel(panel, PropertiesOf(*facts, 3));

@@ -94,44 +94,37 @@ protected:
     DefaultList defaults{prompts, fs, settings, queue, lists, progress};
 };
 
-TEST_F(ListFileControllerTest, SavesTheQueueFilteredOrAsItStandsAndNothingWhenFewerThanTwoRemain) {
+// A list holds one folder: the user hears how many entries of other folders stay out before anything is written.
+TEST_F(ListFileControllerTest, SavesTheQueueFilteredOrAsItStandsAskingBeforeLeavingOutOtherFolders) {
     EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Refused);  // empty queue
     OpenQueue("D:\\m", {"a.wma", "x.txt"});
     prompts.saveAnswer = "C:\\lists\\我的";
-    EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Refused);
+    EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Refused);  // fewer than two remain
     EXPECT_EQ(prompts.messages.back().title, kNothingLeftTitle);
-    OpenQueue("D:\\m", {"a.wma", "gone.wma", "b.wma"});
+    fs.files["E:\\x\\o.wma"] = "";
+    std::vector<MediaEntry> mixed = test::Entries("D:\\m", {"a.wma", "gone.wma", "b.wma"});
+    mixed.insert(mixed.begin() + 1, {"E:\\x\\o.wma", "o.wma"});
+    ASSERT_TRUE(queue.Queue().Replace("D:\\m", mixed));
+    prompts.yesNoAnswer = false;
+    EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Cancelled);
+    EXPECT_EQ(prompts.questions.back().text, OtherFolderQuestionText(1, "D:\\m"));
+    EXPECT_EQ(fs.files.count("C:\\lists\\我的.QLB"), 0u);
+    prompts.yesNoAnswer = true;
     EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Saved);
     EXPECT_EQ(fs.files.at("C:\\lists\\我的.QLB"), ListBytes(kMain, "2*1", "D:\\m*a.wma*b.wma"));
     EXPECT_NE(prompts.messages.back().text.find("C:\\lists\\我的.QLB"), std::string::npos);
     settings.SetText(opt::kFilterLists, "0");  // not filtered: every name as it stands, flag "0"
+    OpenQueue("D:\\m", {"a.wma", "gone.wma", "b.wma"});
     prompts.saveAnswer = "C:\\lists\\all.qlb";
+    const std::size_t asked = prompts.questions.size();
     EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Saved);
+    EXPECT_EQ(prompts.questions.size(), asked);  // one folder: nothing to ask
     EXPECT_EQ(fs.files.at("C:\\lists\\all.qlb"), ListBytes(kMain, "3*0", "D:\\m*a.wma*gone.wma*b.wma"));
     EXPECT_EQ(WithListExtension("C:\\c.txt"), "C:\\c.txt.QLB");
     fs.failWrites = true;
     prompts.saveAnswer = "C:\\l";
     EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Refused);
     EXPECT_EQ(fs.files.count("C:\\l.QLB"), 0u);
-}
-
-// A list holds one folder: the user hears how many entries of other folders stay out before anything is written.
-TEST_F(ListFileControllerTest, SaveAsksBeforeLeavingOutEntriesOfOtherFolders) {
-    fs.files["E:\\x\\o.wma"] = "";
-    ASSERT_TRUE(queue.Queue().Replace("D:\\m", {{"D:\\m\\a.wma", "a.wma"}, {"E:\\x\\o.wma", "o.wma"},
-                                                 {"D:\\m\\b.wma", "b.wma"}}));
-    prompts.saveAnswer = "C:\\l";
-    prompts.yesNoAnswer = false;
-    EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Cancelled);
-    EXPECT_EQ(prompts.questions.at(0).text, OtherFolderQuestionText(1, "D:\\m"));
-    EXPECT_EQ(fs.files.count("C:\\l.QLB"), 0u);
-    prompts.yesNoAnswer = true;
-    EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Saved);
-    EXPECT_EQ(fs.files.at("C:\\l.QLB"), ListBytes(kMain, "2*1", "D:\\m*a.wma*b.wma"));
-    OpenQueue("D:\\m", {"a.wma", "b.wma"});
-    const std::size_t asked = prompts.questions.size();
-    EXPECT_EQ(lists.SaveListFile(), SaveOutcome::Saved);
-    EXPECT_EQ(prompts.questions.size(), asked);  // one folder: nothing to ask
 }
 
 TEST_F(ListFileControllerTest, LoadReplacesTheQueueOffersToFilterAnUnfilteredListAndRefusalsKeepIt) {

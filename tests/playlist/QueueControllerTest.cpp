@@ -48,17 +48,7 @@ TEST_F(QueueControllerTest, SearchLooksDownFromThePlayingEntryOnlyWhileSomething
     EXPECT_EQ(std::pair(prompts.messages.size(), controller.Queue().Current()), std::pair(std::size_t{1}, 3));
 }
 
-TEST(IsRegularPath, AbsoluteWindowsPathsWithoutForbiddenCharacters) {
-    for (const char* path : {"C:\\音乐\\a.mp3", "d:\\", "\\\\server\\share\\a.mp3", "Z:\\"}) {
-        EXPECT_TRUE(IsRegularPath(path)) << path;
-    }
-    for (const char* path : {"", "a.mp3", "C:a.mp3", "\\a.mp3", "\\\\\\a", "1:\\a", "C:\\a*b", "C:\\a?", "C:\\a\"b",
-                             "C:\\a<b>", "C:\\a|b", "C:\\a:b", "C:\\a\tb", "\\\\", "[:\\a", "@:\\a", "a\\b"}) {
-        EXPECT_FALSE(IsRegularPath(path)) << path;
-    }
-}
-
-TEST_F(QueueControllerTest, OpenDialogDropsAndPendingPaths) {
+TEST_F(QueueControllerTest, OpenDialogDropsPendingAndRegularPaths) {
     prompts.openManyAnswer = Lines{"D:\\音乐", "b.mp3", "歌.wma", "c.txt"};  // the folder, then the names
     EXPECT_EQ(controller.AddFromOpenDialog().outcome, AddOutcome::Playing);
     EXPECT_NE(prompts.openDialogs.at(0).text.find("*.mpeg;"), std::string::npos);  // undotted items get their dot
@@ -80,6 +70,15 @@ TEST_F(QueueControllerTest, OpenDialogDropsAndPendingPaths) {
     EXPECT_EQ(controller.Queue().Folder(), "D:\\m");
     EXPECT_EQ(controller.AddPending({"C:\\a.mp3", "E:\\我的.QLB"}), (AddResult{AddOutcome::ListFile, "E:\\我的.QLB"}));
     EXPECT_EQ(controller.AddPending({"C:\\gone.mp3", "C:\\doc.txt", "D:a"}).outcome, AddOutcome::Cancelled);
+
+    // Paths from outside are taken only when absolute and free of the characters Windows forbids.
+    for (const char* path : {"C:\\音乐\\a.mp3", "d:\\", "\\\\server\\share\\a.mp3", "Z:\\"}) {
+        EXPECT_TRUE(IsRegularPath(path)) << path;
+    }
+    for (const char* path : {"", "a.mp3", "C:a.mp3", "\\a.mp3", "\\\\\\a", "1:\\a", "C:\\a*b", "C:\\a?", "C:\\a\"b",
+                             "C:\\a<b>", "C:\\a|b", "C:\\a:b", "C:\\a\tb", "\\\\", "[:\\a", "@:\\a", "a\\b"}) {
+        EXPECT_FALSE(IsRegularPath(path)) << path;
+    }
 }
 
 TEST_F(QueueControllerTest, RemoveAndMoveAnEntry) {
@@ -114,16 +113,15 @@ std::string Order(const PlayQueue& queue) {
 }
 
 // What the list window and the main window show; the neighbours wrap round at both ends.
-TEST(PlayQueue, TextsByCountAndPlayingEntry) {
+TEST(PlayQueue, TextsByCountAndPlayingEntryWhichRemovingAndMovingKeep) {
     EXPECT_EQ(QueueOf({"1", "2", "3", "4", "5"}, 3).Texts(),
               (QueueTexts{"正在播放003-(3)", "正在播放第 3个文件", "共 5个文件", "一共选中 5个文件",
                           "正在播放第 3个文件-----共 5个文件", "上一首--002-(2)", "下一首--004-(4)",
                           std::string(kListWindowCaption), "3"}));
     const QueueTexts first = QueueOf({"1", "2", "3"}, 1).Texts(), last = QueueOf({"1", "2", "3"}, 3).Texts();
     EXPECT_EQ(first.previousLabel + last.nextLabel, "上一首--003-(3)下一首--001-(1)");
-}
 
-TEST(PlayQueue, RemovingAndMovingKeepThePlayingEntry) {
+    // Removing and moving keep the playing entry.
     PlayQueue queue = QueueOf({"a", "b", "c", "d"}, 3);
     EXPECT_EQ(queue.Remove(3), RemoveOutcome::IsPlaying);
     EXPECT_EQ(queue.Remove(1), RemoveOutcome::Removed);
