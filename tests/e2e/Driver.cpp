@@ -1,6 +1,7 @@
 #include "e2e/Driver.h"
 
 #include <commctrl.h>
+#include <shlobj.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -10,7 +11,6 @@
 #include <sstream>
 
 #include "platform/Registry_win.h"
-#include "ui/Boxes_win.h"
 
 namespace lumora::e2e {
 
@@ -26,11 +26,12 @@ void LumoraProcess::Start(const std::wstring& exe, const std::string& tail) {
     CreateProcessW(exe.c_str(), cmd.data(), nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(), &si, &info_);
 }
 
-bool LumoraProcess::WaitForExit(DWORD ms, DWORD* code) const {
-    if (!info_.hProcess) return true;
-    if (WaitForSingleObject(info_.hProcess, ms) != WAIT_OBJECT_0) return false;
-    if (code) GetExitCodeProcess(info_.hProcess, code);
-    return true;
+std::optional<DWORD> LumoraProcess::ExitCode(DWORD ms) const {
+    DWORD code = 0;
+    if (!info_.hProcess) return code;
+    if (WaitForSingleObject(info_.hProcess, ms) != WAIT_OBJECT_0) return std::nullopt;
+    GetExitCodeProcess(info_.hProcess, &code);
+    return code;
 }
 
 void LumoraProcess::Kill() {
@@ -83,10 +84,14 @@ std::string Text(HWND window) {
     return Narrow(buf);
 }
 
-std::string WaitForControlText(HWND parent, int id, const std::string& expected, DWORD ms) {
+void SetControlText(HWND parent, int id, const std::string& text) {
+    SendDlgItemMessageW(parent, id, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Widen(text).c_str()));
+}
+
+::testing::AssertionResult Shows(HWND parent, int id, const std::string& expected, DWORD ms) {
     std::string last;
-    WaitFor([&] { return (last = ControlText(parent, id)) == expected; }, ms);
-    return last;
+    if (WaitFor([&] { return (last = ControlText(parent, id)) == expected; }, ms)) return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << "shows \"" << last << "\", not \"" << expected << '"';
 }
 
 std::string AskInto(HWND window, UINT message, WPARAM wParam, size_t bytes,
@@ -113,10 +118,6 @@ std::string AskInto(HWND window, UINT message, WPARAM wParam, size_t bytes,
 static std::string WideText(const std::string& bytes) {
     std::wstring text(reinterpret_cast<const wchar_t*>(bytes.data()), bytes.size() / sizeof(wchar_t));
     return Narrow(text.c_str());
-}
-
-std::string StatusText(HWND parent, int id, int part) {
-    return WideText(AskInto(GetDlgItem(parent, id), SB_GETTEXTW, static_cast<WPARAM>(part), 4096));
 }
 
 std::string ToolTipText(HWND tips, HWND control) {
@@ -154,8 +155,6 @@ HWND WaitForBox(const std::string& title, DWORD ms) {
     return box && IsWindowVisible(box) ? box : nullptr;
 }
 
-std::string BoxText(HWND box) { return ControlText(box, IDC_BOX_TEXT); }
-
 std::string CloseBox(const std::string& title, int buttonId) {
     HWND box = WaitForBox(title);
     if (!box) {
@@ -164,24 +163,19 @@ std::string CloseBox(const std::string& title, int buttonId) {
         return open + ")";
     }
     const std::string text = BoxText(box);
-    AnswerBox(box, buttonId);
+    Click(box, buttonId);
     return text;
 }
 
-void TypeAndConfirm(HWND box, const std::string& text) {
-    SendMessageW(GetDlgItem(box, IDC_BOX_EDIT), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Widen(text).c_str()));
-    Click(box, IDOK);
-}
-
-void AnswerFileDialog(HWND dialog, const std::string& path) {
+HWND AnswerFileDialog(HWND window, int command, const std::string& title, const std::string& path) {
+    Command(window, command);
+    HWND dialog = WaitForBox(title);
+    if (!dialog) return nullptr;
     // The explorer-style dialog keeps the name in a combo box (cmb13) on newer systems and in an
     // edit control (edt1) on older ones and on Wine.
-    for (const int id : {0x47C, 0x480}) {
-        if (HWND name = GetDlgItem(dialog, id)) {
-            SendMessageW(name, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Widen(path).c_str()));
-        }
-    }
-    PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(dialog, IDOK)));
+    for (const int id : {0x47C, 0x480}) SetControlText(dialog, id, path);
+    Click(dialog, IDOK);
+    return dialog;
 }
 
 std::string Env(const wchar_t* name) {
@@ -224,7 +218,16 @@ std::optional<std::string> ReadOption(const char* name) {
     return value.data;
 }
 
-void ForgetSettings() { WinRegistry().DeleteKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft"); }
+std::filesystem::path DefaultListPath() {
+    wchar_t buf[MAX_PATH] = {};
+    SHGetFolderPathW(nullptr, CSIDL_APPDATA, nullptr, SHGFP_TYPE_CURRENT, buf);
+    return std::filesystem::path(buf) / L"Lumora" / L"zvp3mr.qlb";
+}
+
+void ForgetSettings() {
+    WinRegistry().DeleteKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft");
+    std::filesystem::remove(DefaultListPath());
+}
 
 bool WaitFor(const std::function<bool()>& done, DWORD ms) {
     for (const DWORD start = GetTickCount();; Sleep(50)) {

@@ -1,6 +1,6 @@
 // Lumora started for real under Wine and driven through its windows: how it starts, meets a second
 // start, works its lists and closes.
-#include <shlobj.h>
+#include <commctrl.h>
 
 #include <set>
 #include <tuple>
@@ -22,40 +22,21 @@ std::string ListBytes(const std::string& header, const std::string& count, const
     return Cp936(header) + "\r\n" + count + "\r\n" + Cp936(line3) + "\r\n";
 }
 
-fs::path DefaultListPath() {
-    wchar_t buf[MAX_PATH] = {};
-    SHGetFolderPathW(nullptr, CSIDL_APPDATA, nullptr, SHGFP_TYPE_CURRENT, buf);
-    return fs::path(buf) / L"Lumora" / L"zvp3mr.qlb";
-}
-
 class LumoraE2E : public SessionTest {
 protected:
-    void SetUp() override {
-        SessionTest::SetUp();
-        fs::remove(DefaultListPath());
-    }
-    void TearDown() override {
-        SessionTest::TearDown();
-        fs::remove(DefaultListPath());
-    }
     // The save command up to the save dialog, answered with `path`.
     HWND SaveListAs(const fs::path& path) {
-        Command(lumora_.main, IDM_SAVE_LIST);
-        HWND dialog = WaitForBox("保存Lumora专用列表文件（*.QLB）。请在下面输入文件名（不要输入扩展名）。");
-        if (dialog) AnswerFileDialog(dialog, PathText(path));
-        return dialog;
+        return AnswerFileDialog(lumora_.main, IDM_SAVE_LIST,
+                                "保存Lumora专用列表文件（*.QLB）。请在下面输入文件名（不要输入扩展名）。",
+                                PathText(path));
     }
     // Starts Lumora again with `tail`: it hands the tail to the running one and ends with code 0.
     void StartSecond(const std::string& tail) {
         LumoraProcess second;
         second.Start(LumoraExe(), tail);
-        DWORD code = 1;
-        ASSERT_TRUE(second.WaitForExit(kTimeoutMs, &code));
-        EXPECT_EQ(code, 0u);
+        EXPECT_EQ(second.ExitCode(), 0u);
         EXPECT_EQ(AllWindows(kMainClass).size(), 1u);
     }
-
-    TempFolder media_{L"Lumora E2E 音乐"};
 };
 
 // A copy of Lumora without its balloon-tip component still answers "/?"; started plainly it
@@ -76,8 +57,8 @@ TEST_F(LumoraE2E, StartsThatEndInABox) {
         EXPECT_EQ(text.rfind(start, 0), 0u) << text;
         EXPECT_NE(text.find(holds), std::string::npos) << text;
         EXPECT_EQ(FindWindowOf(p.Id(), kMainClass), nullptr);
-        AnswerBox(box, IDOK);
-        EXPECT_TRUE(p.WaitForExit(kTimeoutMs)) << title;
+        Click(box, IDOK);
+        EXPECT_TRUE(p.ExitCode()) << title;
     }
 }
 
@@ -125,8 +106,7 @@ TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsClose) {
 
     // A second start hands its quoted folder to the first, which plays its media files.
     StartSecond(Quoted(media_.Text()));
-    EXPECT_EQ(WaitForControlText(main, IDC_MAIN_COMBINED, "正在播放第 1个文件-----共 3个文件"),
-              "正在播放第 1个文件-----共 3个文件");
+    EXPECT_TRUE(Shows(main, IDC_MAIN_COMBINED, "正在播放第 1个文件-----共 3个文件"));
     const auto before = lumora_.Lines();
     ASSERT_EQ(before.size(), 3u);
     const std::string playing = lumora_.Name(0);
@@ -137,7 +117,7 @@ TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsClose) {
     for (size_t i = 0; i < before.size(); ++i) names.insert(lumora_.Name(i));
     EXPECT_EQ(names, (std::set<std::string>{"three.wav", "two.MP3", "一 Song.mp3"}));
     EXPECT_EQ(lumora_.Title(), playing);
-    EXPECT_EQ(StatusText(main, IDC_MAIN_STATUS, 0), "正在播放" + before[0]);
+    EXPECT_EQ(ControlText(main, IDC_MAIN_STATUS), "正在播放" + before[0]);
     EXPECT_EQ(Text(list), "《Lumora》文件列表");
 
     // The list refuses to remove the playing entry. (Removing and moving are the queue controller's,
@@ -164,7 +144,8 @@ TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsClose) {
               "请重新为 " + playing +
                   " 命名。(请不要加后缀名)\r\n提示：单击“取消”停止加入该文件。\r\n注意：文件名不能有以下字符："
                   "\r\n    \\ / : * ? < > | \r\n     否则添加会失败！！");
-    TypeAndConfirm(rename, "第二首");
+    SetControlText(rename, IDC_BOX_EDIT, "第二首");
+    Click(rename, IDOK);
     const std::string done = CloseBox("文件加入成功");
     EXPECT_EQ(done.rfind("文件已成功的加入“我的音乐库”。", 0), 0u) << playing << ": " << done;
     const std::string added = "第二首" + playing.substr(playing.rfind('.'));
@@ -182,7 +163,7 @@ TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsClose) {
     // Closing stores the window's place as binary decimal text in twips.
     SetWindowPos(main, nullptr, 120, 90, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
     PostMessageW(main, WM_CLOSE, 0, 0);
-    ASSERT_TRUE(lumora_.process.WaitForExit(kTimeoutMs));
+    ASSERT_EQ(lumora_.process.ExitCode(), 0u);
     EXPECT_TRUE(ReadOption("TOP").has_value());
     EXPECT_EQ(ReadOption("LEFT"), std::to_string(120 * 1440 / 96));
 }
@@ -231,7 +212,7 @@ TEST_F(LumoraE2E, DefaultListAtStart) {
             return lumora_.Lines() == std::vector<std::string>{"001-(two.mp3)", "002-(three.mp3)"};
         }));
         Sleep(500);  // a list that waits must still be waiting a moment later
-        EXPECT_EQ(WaitForControlText(lumora_.main, IDC_MAIN_PLAY, playCaption), playCaption) << option;
+        EXPECT_TRUE(Shows(lumora_.main, IDC_MAIN_PLAY, playCaption)) << option;
         lumora_.process.Kill();
     }
     WriteBytes(DefaultListPath(), "\x01\x02 not a list");
