@@ -36,11 +36,9 @@ std::optional<DWORD> LumoraProcess::ExitCode(DWORD ms) const {
 
 void LumoraProcess::Kill() {
     if (!info_.hProcess) return;
-    const bool running = WaitForSingleObject(info_.hProcess, 0) != WAIT_OBJECT_0;
-    if (running) {
-        TerminateProcess(info_.hProcess, 99);
-        WaitForSingleObject(info_.hProcess, kTimeoutMs);
-    }
+    const bool running = !ExitCode(0);
+    if (running) TerminateProcess(info_.hProcess, 99);
+    WaitForSingleObject(info_.hProcess, kTimeoutMs);
     CloseHandle(info_.hProcess);
     CloseHandle(info_.hThread);
     info_ = {};
@@ -72,9 +70,9 @@ HWND FindWindowOf(DWORD pid, const wchar_t* className, const std::string& title)
     return nullptr;
 }
 
-HWND WaitForWindow(DWORD pid, const wchar_t* className, const std::string& title, DWORD ms) {
+HWND WaitForWindow(DWORD pid, const wchar_t* className) {
     HWND found = nullptr;
-    WaitFor([&] { return (found = FindWindowOf(pid, className, title)) != nullptr; }, ms);
+    WaitFor([&] { return (found = FindWindowOf(pid, className)) != nullptr; });
     return found;
 }
 
@@ -115,11 +113,6 @@ std::string AskInto(HWND window, UINT message, WPARAM wParam, size_t bytes,
     return out;
 }
 
-static std::string WideText(const std::string& bytes) {
-    std::wstring text(reinterpret_cast<const wchar_t*>(bytes.data()), bytes.size() / sizeof(wchar_t));
-    return Narrow(text.c_str());
-}
-
 std::string ToolTipText(HWND tips, HWND control) {
     // The tool's record, then room for its text, which the record points at.
     constexpr size_t kChars = 1024;
@@ -132,7 +125,8 @@ std::string ToolTipText(HWND tips, HWND control) {
             info.lpszText = reinterpret_cast<wchar_t*>(remote + sizeof(TOOLINFOW));
             return std::string(reinterpret_cast<const char*>(&info), sizeof info);
         });
-    return WideText(answer.substr(sizeof(TOOLINFOW)));
+    // The control ends the text it copies within the room given.
+    return Narrow(reinterpret_cast<const wchar_t*>(answer.data() + sizeof(TOOLINFOW)));
 }
 
 RECT AskRect(HWND control, UINT message) {
@@ -168,8 +162,7 @@ std::string CloseBox(const std::string& title, int buttonId) {
 }
 
 HWND AnswerFileDialog(HWND window, int command, const std::string& title, const std::string& path) {
-    Command(window, command);
-    HWND dialog = WaitForBox(title);
+    HWND dialog = OpenBox(window, command, title);
     if (!dialog) return nullptr;
     // The explorer-style dialog keeps the name in a combo box (cmb13) on newer systems and in an
     // edit control (edt1) on older ones and on Wine.

@@ -43,7 +43,7 @@ private:
 // A top-level window of process `pid` (any Lumora process when 0) with this class and, when not
 // empty, this title.
 HWND FindWindowOf(DWORD pid, const wchar_t* className, const std::string& title = {});
-HWND WaitForWindow(DWORD pid, const wchar_t* className, const std::string& title = {}, DWORD ms = kTimeoutMs);
+HWND WaitForWindow(DWORD pid, const wchar_t* className);
 // Every top-level window of that class, of any process.
 std::vector<HWND> AllWindows(const wchar_t* className);
 
@@ -71,6 +71,11 @@ inline void Command(HWND window, int id) { PostMessageW(window, WM_COMMAND, MAKE
 // Lumora's own message and input boxes are dialogs; found by title.
 HWND WaitForBox(const std::string& title, DWORD ms = kTimeoutMs);
 inline std::string BoxText(HWND box) { return ControlText(box, IDC_BOX_TEXT); }
+// Sends `command` to `window` and waits for the box or dialog of that title it opens.
+inline HWND OpenBox(HWND window, int command, const std::string& title) {
+    Command(window, command);
+    return WaitForBox(title);
+}
 // Waits for the box of that title, answers it with `buttonId` and returns its text; when none came,
 // the boxes open instead.
 std::string CloseBox(const std::string& title, int buttonId = IDOK);

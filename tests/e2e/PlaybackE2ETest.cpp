@@ -111,8 +111,7 @@ TEST_F(PlaybackE2E, LyricsTheirSettingsAndTheEditorOnTheFileThatPlays) {
     EXPECT_EQ(ControlText(display, IDC_LYRICS_NEXT), "尾声");
 
     // The line limit's label and preview follow the slider; the limit is kept as Gc1Long.
-    Command(main, IDM_LYRICS_SETTINGS);
-    HWND dialog = WaitForBox(kLyricsSettingsTitle);
+    HWND dialog = OpenBox(main, IDM_LYRICS_SETTINGS, kLyricsSettingsTitle);
     ASSERT_NE(dialog, nullptr);
     HWND slider = GetDlgItem(dialog, IDC_LYRICS_SET_LIMIT);
     // Five pairs: ten bytes.
@@ -131,13 +130,9 @@ TEST_F(PlaybackE2E, LyricsTheirSettingsAndTheEditorOnTheFileThatPlays) {
         {IDC_INFO_ARTIST, "歌手甲"},
         {IDC_INFO_YEAR, "2005"},
         {IDC_INFO_LYRICS, "[00:01]一\r\n[00:02]二"}};  // the lyrics box is filled last
-    const auto openEditor = [&] {
-        Command(main, IDM_MEDIA_INFO);
-        return WaitForBox(kInfoEditorTitle);
-    };
 
     // The editor saves into the tail of the playing file, which plays on from where it was.
-    HWND editor = openEditor();
+    HWND editor = OpenBox(main, IDM_MEDIA_INFO, kInfoEditorTitle);
     ASSERT_NE(editor, nullptr);
     for (const auto& [id, text] : items) SetControlText(editor, id, text);
     const int before = lumora_.Time();
@@ -155,7 +150,7 @@ TEST_F(PlaybackE2E, LyricsTheirSettingsAndTheEditorOnTheFileThatPlays) {
     EXPECT_TRUE(WaitFor([&] { return lumora_.Time() > after; }, 5000));
 
     // Opened again, the editor shows what was saved.
-    editor = openEditor();
+    editor = OpenBox(main, IDM_MEDIA_INFO, kInfoEditorTitle);
     ASSERT_NE(editor, nullptr);
     EXPECT_TRUE(Shows(editor, IDC_INFO_LYRICS, items[3].second));
     for (const auto& [id, text] : items) EXPECT_EQ(ControlText(editor, id), text);

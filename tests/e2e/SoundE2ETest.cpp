@@ -149,7 +149,6 @@ TEST_P(SoundPlayback, LongFileThroughTheTransport) {
 TEST_P(SoundPlayback, NextPreviousAndEndOfFileByMode) {
     ASSERT_TRUE(Play("tones"));
     ASSERT_EQ(lumora_.Lines().size(), 3u);
-    EXPECT_EQ(lumora_.Title(), lumora_.Name(0));
     Click(lumora_.main, IDC_MAIN_NEXT);
     EXPECT_TRUE(lumora_.WaitForTitle(lumora_.Name(1)));
     Click(lumora_.main, IDC_MAIN_PREVIOUS);

@@ -136,9 +136,8 @@ TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsClose) {
     EXPECT_EQ(ReadBytes(saved), ListBytes(kHeader, "3*1", line3));
 
     // The playing file, renamed, goes to the music library and its list.
-    Command(main, IDM_LIBRARY_ADD_CURRENT);
     // "L32" is on by default: the rename box offers the file name.
-    HWND rename = WaitForBox("文件重新命名框");
+    HWND rename = OpenBox(main, IDM_LIBRARY_ADD_CURRENT, "文件重新命名框");
     ASSERT_NE(rename, nullptr);
     EXPECT_EQ(BoxText(rename),
               "请重新为 " + playing +
