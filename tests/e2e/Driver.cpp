@@ -142,10 +142,10 @@ int Seconds(const std::string& hhmmss) {
     return h * 3600 + m * 60 + s;
 }
 
-HWND WaitForBox(const std::string& title, DWORD ms) {
+HWND WaitForBox(const std::string& title) {
     // A dialog has its title from its creation but its texts only once initialised, when it shows.
     HWND box = nullptr;
-    WaitFor([&] { return (box = FindWindowOf(0, L"#32770", title)) != nullptr && IsWindowVisible(box); }, ms);
+    WaitFor([&] { return (box = FindWindowOf(0, L"#32770", title)) != nullptr && IsWindowVisible(box); });
     return box && IsWindowVisible(box) ? box : nullptr;
 }
 
@@ -171,12 +171,6 @@ HWND AnswerFileDialog(HWND window, int command, const std::string& title, const 
     return dialog;
 }
 
-std::string Env(const wchar_t* name) {
-    wchar_t buf[MAX_PATH] = {};
-    GetEnvironmentVariableW(name, buf, MAX_PATH);
-    return Narrow(buf);
-}
-
 void StoreOption(const char* name, const char* text) {
     WinRegistry().CreateKey(RegistryRoot::LocalMachine, kSetupKey);
     WinRegistry().WriteBinary(RegistryRoot::LocalMachine, kSetupKey, name, text);
@@ -194,11 +188,8 @@ std::string ReadBytes(const std::filesystem::path& path) {
 
 std::string SilentWave(int seconds) {
     const std::uint32_t samples = 8000u * static_cast<std::uint32_t>(seconds);
-    const auto le = [](std::uint32_t v, int bytes) {  // a little-endian field
-        std::string out;
-        for (int i = 0; i < bytes; ++i) out += static_cast<char>((v >> (8 * i)) & 0xFF);
-        return out;
-    };
+    // A field of that many bytes: little-endian, as Windows always is.
+    const auto le = [](std::uint32_t v, int bytes) { return std::string(reinterpret_cast<const char*>(&v), bytes); };
     // PCM, mono, 8000 samples and bytes a second, blocks of one byte, 8 bits.
     return "RIFF" + le(36 + samples, 4) + "WAVEfmt " + le(16, 4) + le(1, 2) + le(1, 2) + le(8000, 4) + le(8000, 4) +
            le(1, 2) + le(8, 2) + "data" + le(samples, 4) + std::string(samples, static_cast<char>(0x80));
@@ -229,10 +220,7 @@ bool WaitFor(const std::function<bool()>& done, DWORD ms) {
     }
 }
 
-TempFolder::TempFolder(const std::wstring& name) {
-    wchar_t tmp[MAX_PATH];
-    GetTempPathW(MAX_PATH, tmp);
-    path_ = std::filesystem::path(tmp) / name;
+TempFolder::TempFolder(const std::wstring& name) : path_(std::filesystem::temp_directory_path() / name) {
     std::filesystem::remove_all(path_);
     std::filesystem::create_directories(path_);
 }

@@ -69,7 +69,7 @@ inline void Click(HWND parent, int id) {
 inline void Command(HWND window, int id) { PostMessageW(window, WM_COMMAND, MAKEWPARAM(id, 0), 0); }
 
 // Lumora's own message and input boxes are dialogs; found by title.
-HWND WaitForBox(const std::string& title, DWORD ms = kTimeoutMs);
+HWND WaitForBox(const std::string& title);
 inline std::string BoxText(HWND box) { return ControlText(box, IDC_BOX_TEXT); }
 // Sends `command` to `window` and waits for the box or dialog of that title it opens.
 inline HWND OpenBox(HWND window, int command, const std::string& title) {
@@ -84,7 +84,7 @@ std::string CloseBox(const std::string& title, int buttonId = IDOK);
 HWND AnswerFileDialog(HWND window, int command, const std::string& title, const std::string& path);
 
 // Test set-up.
-std::string Env(const wchar_t* name);
+inline std::string Env(const wchar_t* name) { return _wgetenv(name) ? Narrow(_wgetenv(name)) : std::string(); }
 // The Lumora.exe under test, from LUMORA_EXE.
 inline std::wstring LumoraExe() { return Widen(Env(L"LUMORA_EXE")); }
 // An option as Lumora keeps it: REG_BINARY decimal text in the setup key.

@@ -62,8 +62,9 @@ TEST_F(LumoraE2E, StartsThatEndInABox) {
     }
 }
 
-// One Lumora started empty, worked as a user would in a first session, step by step.
-TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsClose) {
+// One Lumora started empty, worked as a user would in a first session, step by step; then the
+// starts after it on a default list.
+TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsCloseThenTheDefaultList) {
     const std::string mp3 = test::MpegFrames(1150), wave = SilentWave(30);  // half a minute each
     for (const wchar_t* name : {L"一 Song.mp3", L"two.MP3"}) WriteBytes(media_ / name, mp3);
     for (const wchar_t* name : {L"three.wav", L"readme.txt", L"clip.mpeg"}) WriteBytes(media_ / name, wave);
@@ -82,12 +83,10 @@ TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsClose) {
         return tips != nullptr;
     });
     ASSERT_NE(tips, nullptr) << "the balloon-tip component made no tip window";
-    size_t controls = 0;  // every child but the status bar
-    for (HWND child = nullptr; (child = FindWindowExW(main, child, nullptr, nullptr)) != nullptr;) {
-        controls += child != GetDlgItem(main, IDC_MAIN_STATUS);
-    }
-    EXPECT_GT(controls, 20u);
-    EXPECT_EQ(static_cast<size_t>(SendMessageW(tips, TTM_GETTOOLCOUNT, 0, 0)), controls);
+    size_t children = 0;  // the controls, and the status bar, which has no tip
+    for (HWND child = nullptr; (child = FindWindowExW(main, child, nullptr, nullptr)) != nullptr;) ++children;
+    EXPECT_GT(children, 21u);
+    EXPECT_EQ(static_cast<size_t>(SendMessageW(tips, TTM_GETTOOLCOUNT, 0, 0)) + 1, children);
     // The start shows the volume with the slider's ends.
     EXPECT_EQ(ControlText(main, IDC_MAIN_STATUS_LINE), "当前音量为：100%");
     EXPECT_EQ(ControlText(main, IDC_MAIN_VOLUME_MIN) + ControlText(main, IDC_MAIN_VOLUME_MAX), "MINMAX");
@@ -147,9 +146,8 @@ TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsClose) {
     Click(rename, IDOK);
     const std::string done = CloseBox("文件加入成功");
     EXPECT_EQ(done.rfind("文件已成功的加入“我的音乐库”。", 0), 0u) << playing << ": " << done;
-    const std::string added = "第二首" + playing.substr(playing.rfind('.'));
     // What the library's list holds is the library's (unit tested).
-    EXPECT_TRUE(fs::exists(library / Widen(added)));
+    EXPECT_TRUE(fs::exists(library / Widen("第二首" + playing.substr(playing.rfind('.')))));
 
     // A list file handed over by a second start loads and plays.
     Click(main, IDC_MAIN_STOP);
@@ -165,6 +163,27 @@ TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsClose) {
     ASSERT_EQ(lumora_.process.ExitCode(), 0u);
     EXPECT_TRUE(ReadOption("TOP").has_value());
     EXPECT_EQ(ReadOption("LEFT"), std::to_string(120 * 1440 / 96));
+
+    // "L15" says whether the default list plays at start or waits; a damaged one is reported and
+    // deleted.
+    fs::create_directories(DefaultListPath().parent_path());
+    WriteBytes(DefaultListPath(), ListBytes("这是ZEV-Lumora-正式版-的默认列表文件请不要修改以下参数，以免造成错误。",
+                                            "2*1", media_.Text() + "*two.MP3*一 Song.mp3"));
+    for (const auto& [option, playCaption] : {std::pair{"1", "暂停"}, {"0", "播放"}}) {
+        StoreOption("L15", option);
+        ASSERT_TRUE(lumora_.Start(""));
+        EXPECT_TRUE(WaitFor([&] {
+            return lumora_.Lines() == std::vector<std::string>{"001-(two.MP3)", "002-(一 Song.mp3)"};
+        }));
+        Sleep(500);  // a list that waits must still be waiting a moment later
+        EXPECT_TRUE(Shows(lumora_.main, IDC_MAIN_PLAY, playCaption)) << option;
+    }
+    WriteBytes(DefaultListPath(), "\x01\x02 not a list");
+    ASSERT_TRUE(lumora_.Start(""));
+    EXPECT_EQ(CloseBox("默认列表文件错误")
+                  .rfind("默认列表文件已损坏或默认列表文件里的媒体文件不存在。单击“确定”删除默认列表文件。", 0),
+              0u);
+    EXPECT_TRUE(WaitFor([] { return !fs::exists(DefaultListPath()); }));
 }
 
 // A save is written beside the old list and put in its place only when whole: killed while it
@@ -196,30 +215,6 @@ TEST_F(LumoraE2E, SaveKilledHalfWayLeavesTheOldListWhole) {
     for (const auto& entry : fs::directory_iterator(media_.Path())) {
         EXPECT_EQ(entry.path().wstring().find(L"lumora-tmp"), std::wstring::npos) << PathText(entry.path());
     }
-}
-
-// "L15" says whether the default list plays at start or waits; a damaged one is reported and deleted.
-TEST_F(LumoraE2E, DefaultListAtStart) {
-    for (const wchar_t* name : {L"two.mp3", L"three.mp3"}) WriteBytes(media_ / name, test::MpegFrames(1150));
-    fs::create_directories(DefaultListPath().parent_path());
-    WriteBytes(DefaultListPath(), ListBytes("这是ZEV-Lumora-正式版-的默认列表文件请不要修改以下参数，以免造成错误。",
-                                            "2*1", media_.Text() + "*two.mp3*three.mp3"));
-    for (const auto& [option, playCaption] : {std::pair{"1", "暂停"}, {"0", "播放"}}) {
-        StoreOption("L15", option);
-        ASSERT_TRUE(lumora_.Start(""));
-        EXPECT_TRUE(WaitFor([&] {
-            return lumora_.Lines() == std::vector<std::string>{"001-(two.mp3)", "002-(three.mp3)"};
-        }));
-        Sleep(500);  // a list that waits must still be waiting a moment later
-        EXPECT_TRUE(Shows(lumora_.main, IDC_MAIN_PLAY, playCaption)) << option;
-        lumora_.process.Kill();
-    }
-    WriteBytes(DefaultListPath(), "\x01\x02 not a list");
-    ASSERT_TRUE(lumora_.Start(""));
-    EXPECT_EQ(CloseBox("默认列表文件错误")
-                  .rfind("默认列表文件已损坏或默认列表文件里的媒体文件不存在。单击“确定”删除默认列表文件。", 0),
-              0u);
-    EXPECT_TRUE(WaitFor([] { return !fs::exists(DefaultListPath()); }));
 }
 
 }  // namespace
