@@ -39,10 +39,7 @@ protected:
     }
 
     // The main window answers a message in time.
-    bool Answers() {
-        DWORD_PTR ignored = 0;
-        return SendMessageTimeoutW(lumora_.main, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 5000, &ignored) != 0;
-    }
+    bool Answers() { return SendMessageTimeoutW(lumora_.main, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 5000, nullptr) != 0; }
     void ExpectWell(const std::string& after) {
         EXPECT_FALSE(lumora_.process.ExitCode(0)) << "ended after " << after;
         EXPECT_TRUE(Answers()) << "no answer after " << after;

@@ -1,7 +1,6 @@
 #include "e2e/Driver.h"
 
 #include <commctrl.h>
-#include <shlobj.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -200,12 +199,6 @@ std::optional<std::string> ReadOption(const char* name) {
     const long rc = WinRegistry().Read(RegistryRoot::LocalMachine, kSetupKey, name, value);
     if (rc != ERROR_SUCCESS || value.kind != RegistryValue::Kind::Binary) return std::nullopt;
     return value.data;
-}
-
-std::filesystem::path DefaultListPath() {
-    wchar_t buf[MAX_PATH] = {};
-    SHGetFolderPathW(nullptr, CSIDL_APPDATA, nullptr, SHGFP_TYPE_CURRENT, buf);
-    return std::filesystem::path(buf) / L"Lumora" / L"zvp3mr.qlb";
 }
 
 void ForgetSettings() {

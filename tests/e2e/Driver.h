@@ -97,8 +97,8 @@ std::string SilentWave(int seconds);
 // The binary text Lumora keeps under that name in the setup key; none when the value is missing or
 // of another type.
 std::optional<std::string> ReadOption(const char* name);
-// The default list: the queue as Lumora keeps it between sessions.
-std::filesystem::path DefaultListPath();
+// The default list in the user's application data: the queue as Lumora keeps it between sessions.
+inline std::filesystem::path DefaultListPath() { return Widen(Env(L"APPDATA")) + L"\\Lumora\\zvp3mr.qlb"; }
 // Lumora's registry state and default list as on a machine that never ran it.
 void ForgetSettings();
 // Polls until `done` answers true; false when the time ran out.

@@ -42,15 +42,14 @@ protected:
 // A copy of Lumora without its balloon-tip component still answers "/?"; started plainly it
 // refuses with the start-up error box. Neither opens the main window.
 TEST_F(LumoraE2E, StartsThatEndInABox) {
-    const TempFolder folder(L"Lumora without tooltip");
-    fs::copy_file(LumoraExe(), folder / L"Lumora.exe", fs::copy_options::overwrite_existing);
+    fs::copy_file(LumoraExe(), media_ / L"Lumora.exe");
     // The command tail, the box's title, how its text starts and what it holds further on.
     for (const auto& [tail, title, start, holds] :
          {std::tuple{"/?", "Lumora （参数帮助）", "版本：", "3、播放文件夹/驱动器下所有媒体文件"},
           {"", "Lumora 启动错误", "对不起，找不到本软件的配置文件（TOOLTIP），请重新安装或与作者联系。",
            "\n程序运行到：操作系统识别"}}) {
         LumoraProcess p;
-        p.Start((folder / L"Lumora.exe").wstring(), tail);
+        p.Start((media_ / L"Lumora.exe").wstring(), tail);
         HWND box = WaitForBox(title);
         ASSERT_NE(box, nullptr) << title;
         const std::string text = BoxText(box);
@@ -169,12 +168,11 @@ TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsCloseThenTheDefaultList) {
     fs::create_directories(DefaultListPath().parent_path());
     WriteBytes(DefaultListPath(), ListBytes("这是ZEV-Lumora-正式版-的默认列表文件请不要修改以下参数，以免造成错误。",
                                             "2*1", media_.Text() + "*two.MP3*一 Song.mp3"));
+    const std::vector<std::string> listed{"001-(two.MP3)", "002-(一 Song.mp3)"};
     for (const auto& [option, playCaption] : {std::pair{"1", "暂停"}, {"0", "播放"}}) {
         StoreOption("L15", option);
         ASSERT_TRUE(lumora_.Start(""));
-        EXPECT_TRUE(WaitFor([&] {
-            return lumora_.Lines() == std::vector<std::string>{"001-(two.MP3)", "002-(一 Song.mp3)"};
-        }));
+        EXPECT_TRUE(WaitFor([&] { return lumora_.Lines() == listed; }));
         Sleep(500);  // a list that waits must still be waiting a moment later
         EXPECT_TRUE(Shows(lumora_.main, IDC_MAIN_PLAY, playCaption)) << option;
     }
@@ -201,15 +199,12 @@ TEST_F(LumoraE2E, SaveKilledHalfWayLeavesTheOldListWhole) {
     HWND dialog = SaveListAs(list);
     ASSERT_NE(dialog, nullptr);
     // Saving over a list asks first (the system's own question, owned by the dialog); yes goes on.
-    HWND progress = nullptr;
-    WaitFor([&] {
+    ASSERT_TRUE(WaitFor([&] {
         for (HWND w : AllWindows(L"#32770")) {
-            if (GetWindow(w, GW_OWNER) == dialog) PostMessageW(w, WM_COMMAND, MAKEWPARAM(IDYES, BN_CLICKED), 0);
+            if (GetWindow(w, GW_OWNER) == dialog) Click(w, IDYES);
         }
-        progress = FindWindowOf(lumora_.process.Id(), kProgressClass);
-        return progress != nullptr;
-    });
-    ASSERT_NE(progress, nullptr);
+        return FindWindowOf(lumora_.process.Id(), kProgressClass) != nullptr;
+    })) << "no progress window";
     lumora_.process.Kill();
     EXPECT_EQ(ReadBytes(list), old);
     for (const auto& entry : fs::directory_iterator(media_.Path())) {
