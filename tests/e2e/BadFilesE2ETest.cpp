@@ -1,16 +1,9 @@
 // Malformed files of every kind Lumora reads (made by make-bad-files.py), opened one after another
 // through the real program: after each it still answers, shows its message or nothing, and has
 // changed no byte of anything it only opened.
-#include <windows.h>
-
-#include <gtest/gtest.h>
-
-#include <filesystem>
 #include <map>
 
 #include "e2e/Driver.h"
-#include "platform/WinText_win.h"
-#include "ui/ControlIds.h"
 
 namespace lumora::e2e {
 namespace {
@@ -36,24 +29,27 @@ HWND BoxOf(DWORD pid) {
     return nullptr;
 }
 
-class BadFilesE2E : public ::testing::Test {
+class BadFilesE2E : public SessionTest {
 protected:
     void SetUp() override {
-        wchar_t buf[MAX_PATH] = {};
-        GetEnvironmentVariableW(L"LUMORA_BAD_FILES", buf, MAX_PATH);
-        folder_ = fs::path(buf).make_preferred();  // the file dialog takes no "/" in a typed path
+        SessionTest::SetUp();
+        // The file dialog takes no "/" in a typed path.
+        folder_ = fs::path(Widen(Env(L"LUMORA_BAD_FILES"))).make_preferred();
         ASSERT_FALSE(folder_.empty()) << "run through tests/e2e/run-bad-files.sh";
-        ASSERT_FALSE(LumoraExe().empty());
     }
 
     // The main window answers a message in time.
-    bool Answers() {
-        DWORD_PTR ignored = 0;
-        return SendMessageTimeoutW(lumora_.main, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 5000, &ignored) != 0;
-    }
+    bool Answers() { return SendMessageTimeoutW(lumora_.main, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 5000, nullptr) != 0; }
     void ExpectWell(const std::string& after) {
-        EXPECT_FALSE(lumora_.process.WaitForExit(0)) << "ended after " << after;
+        EXPECT_FALSE(lumora_.process.ExitCode(0)) << "ended after " << after;
         EXPECT_TRUE(Answers()) << "no answer after " << after;
+    }
+
+    // Logs a box Lumora shows after `after` and answers it: `yes` to a question, OK to a message.
+    void Dismiss(HWND box, const std::string& after, int yes = IDYES) {
+        std::printf("%s: %s: %s\n", after.c_str(), Text(box).c_str(), BoxText(box).c_str());
+        Click(box, GetDlgItem(box, IDYES) ? yes : IDOK);
+        EXPECT_TRUE(WaitFor([&] { return !IsWindow(box); })) << "box stays after " << after;
     }
 
     // Answers every box Lumora shows until none comes for a moment: "no" to "无法播放" (it plays
@@ -65,10 +61,7 @@ protected:
                 Sleep(20);
                 continue;
             }
-            const bool question = GetDlgItem(box, IDYES) != nullptr;
-            std::printf("%s: %s: %s\n", after.c_str(), Text(box).c_str(), BoxText(box).c_str());
-            AnswerBox(box, Text(box) == "无法播放" ? IDNO : question ? IDYES : IDOK);
-            EXPECT_TRUE(WaitFor([&] { return !IsWindow(box); })) << "box stays after " << after;
+            Dismiss(box, after, Text(box) == "无法播放" ? IDNO : IDYES);
             ExpectWell(after);
             quiet = GetTickCount();
         }
@@ -82,12 +75,8 @@ protected:
             [&] {
                 HWND box = BoxOf(lumora_.process.Id());
                 if (box && Text(box) == "无法播放" && BoxText(box).rfind(name, 0) == 0) question = box;
-                if (box && !question && Text(box) != "无法播放") {
-                    std::printf("%s: %s: %s\n", name.c_str(), Text(box).c_str(), BoxText(box).c_str());
-                    AnswerBox(box, GetDlgItem(box, IDYES) ? IDYES : IDOK);
-                    WaitFor([&] { return !IsWindow(box); }, 2000);
-                }
-                return question || lumora_.Title() == name || lumora_.process.WaitForExit(0);
+                if (box && !question && Text(box) != "无法播放") Dismiss(box, name);
+                return question || lumora_.Title() == name || lumora_.process.ExitCode(0);
             },
             10000);
         return reached && Answers();
@@ -100,31 +89,27 @@ protected:
         ForgetSettings();
         StoreOption("L16", "1");
         StoreOption("L25", decoder);
-        size_t count = 0;
         for (size_t i = 0; !HasFatalFailure(); ++i) {
-            if (!lumora_.main) {
+            if (lumora_.process.ExitCode(0)) {  // none runs: the first entry, or the one after a hang
                 ASSERT_TRUE(lumora_.Start(Quoted(PathText(folder))));
                 Click(lumora_.main, IDC_MAIN_MODE_LOOP);
                 ASSERT_TRUE(WaitFor([&] { return Answers() && !lumora_.Lines().empty(); }));
-                count = lumora_.Lines().size();
                 HWND question = nullptr;
                 ASSERT_TRUE(Reached(lumora_.Name(0), question) && !question) << "the first file is a playable one";
                 lumora_.PlayLine(static_cast<int>(i) + 1);
             }
-            if (i == count) return;
+            if (i == lumora_.Lines().size()) return;
             const std::string name = lumora_.Name(i);
             HWND question = nullptr;
             const DWORD start = GetTickCount();
-            if (!Reached(name, question) || lumora_.process.WaitForExit(0)) {
+            if (!Reached(name, question) || lumora_.process.ExitCode(0)) {
                 ADD_FAILURE() << name << " with decoder " << decoder << ": Lumora hangs or ended";
                 lumora_.process.Kill();
-                lumora_.main = nullptr;
                 continue;
             }
             if (GetTickCount() - start > 1000) std::printf("%s: %lu ms\n", name.c_str(), GetTickCount() - start);
             if (question) {
-                AnswerBox(question, IDYES);
-                EXPECT_TRUE(WaitFor([&] { return !IsWindow(question); })) << name;
+                Dismiss(question, name);
             } else {
                 Click(lumora_.main, IDC_MAIN_NEXT);
             }
@@ -132,31 +117,13 @@ protected:
         }
     }
 
-    void OpenLists(const fs::path& folder) {
-        for (const auto& e : fs::directory_iterator(folder)) {
-            const std::string name = PathText(e.path().filename());
-            Command(lumora_.main, IDM_OPEN_LIST);
-            HWND dialog = WaitForBox("打开Lumora专用列表文件（*.QLB）");
-            ASSERT_NE(dialog, nullptr) << name;
-            AnswerFileDialog(dialog, PathText(e.path()));
-            ASSERT_TRUE(WaitFor([&] { return !IsWindow(dialog); })) << name;
-            AnswerBoxes(name);
-            ExpectWell(name);
-            ++opened_;
-        }
-    }
-
     void Close() {
         PostMessageW(lumora_.main, WM_CLOSE, 0, 0);
-        DWORD code = 1;
-        EXPECT_TRUE(lumora_.process.WaitForExit(kTimeoutMs, &code));
-        EXPECT_EQ(code, 0u);
+        EXPECT_EQ(lumora_.process.ExitCode(), 0u);
         lumora_.process.Kill();  // one that hangs on closing must not take the next pass's files
-        lumora_.main = nullptr;
     }
 
     fs::path folder_;
-    Session lumora_;
     int opened_ = 0;
 };
 
@@ -166,12 +133,22 @@ TEST_F(BadFilesE2E, EachOpensWithoutCrashHangOrChange) {
         const DWORD t0 = GetTickCount();
         WalkFolder(decoder, folder_ / folder);
         std::printf("%ls with L25=%s: %lu s\n", folder, decoder, (GetTickCount() - t0) / 1000);
-        if (lumora_.main) Close();
+        if (!lumora_.process.ExitCode(0)) Close();
     }
     ForgetSettings();
     StoreOption("L16", "1");
     ASSERT_TRUE(lumora_.Start(""));
-    OpenLists(folder_ / L"lists");
+    // The lists, each through the open-list dialog of one running Lumora.
+    for (const auto& e : fs::directory_iterator(folder_ / L"lists")) {
+        const std::string name = PathText(e.path().filename());
+        HWND dialog =
+            AnswerFileDialog(lumora_.main, IDM_OPEN_LIST, "打开Lumora专用列表文件（*.QLB）", PathText(e.path()));
+        ASSERT_NE(dialog, nullptr) << name;
+        ASSERT_TRUE(WaitFor([&] { return !IsWindow(dialog); })) << name;
+        AnswerBoxes(name);
+        ExpectWell(name);
+        ++opened_;
+    }
     Close();
     const auto after = Contents(folder_);
     for (const auto& [path, bytes] : before)

@@ -10,7 +10,6 @@
 #include <sstream>
 
 #include "platform/Registry_win.h"
-#include "ui/Boxes_win.h"
 
 namespace lumora::e2e {
 
@@ -26,20 +25,19 @@ void LumoraProcess::Start(const std::wstring& exe, const std::string& tail) {
     CreateProcessW(exe.c_str(), cmd.data(), nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(), &si, &info_);
 }
 
-bool LumoraProcess::WaitForExit(DWORD ms, DWORD* code) const {
-    if (!info_.hProcess) return true;
-    if (WaitForSingleObject(info_.hProcess, ms) != WAIT_OBJECT_0) return false;
-    if (code) GetExitCodeProcess(info_.hProcess, code);
-    return true;
+std::optional<DWORD> LumoraProcess::ExitCode(DWORD ms) const {
+    DWORD code = 0;
+    if (!info_.hProcess) return code;
+    if (WaitForSingleObject(info_.hProcess, ms) != WAIT_OBJECT_0) return std::nullopt;
+    GetExitCodeProcess(info_.hProcess, &code);
+    return code;
 }
 
 void LumoraProcess::Kill() {
     if (!info_.hProcess) return;
-    const bool running = WaitForSingleObject(info_.hProcess, 0) != WAIT_OBJECT_0;
-    if (running) {
-        TerminateProcess(info_.hProcess, 99);
-        WaitForSingleObject(info_.hProcess, kTimeoutMs);
-    }
+    const bool running = !ExitCode(0);
+    if (running) TerminateProcess(info_.hProcess, 99);
+    WaitForSingleObject(info_.hProcess, kTimeoutMs);
     CloseHandle(info_.hProcess);
     CloseHandle(info_.hThread);
     info_ = {};
@@ -71,9 +69,9 @@ HWND FindWindowOf(DWORD pid, const wchar_t* className, const std::string& title)
     return nullptr;
 }
 
-HWND WaitForWindow(DWORD pid, const wchar_t* className, const std::string& title, DWORD ms) {
+HWND WaitForWindow(DWORD pid, const wchar_t* className) {
     HWND found = nullptr;
-    WaitFor([&] { return (found = FindWindowOf(pid, className, title)) != nullptr; }, ms);
+    WaitFor([&] { return (found = FindWindowOf(pid, className)) != nullptr; });
     return found;
 }
 
@@ -83,10 +81,14 @@ std::string Text(HWND window) {
     return Narrow(buf);
 }
 
-std::string WaitForControlText(HWND parent, int id, const std::string& expected, DWORD ms) {
+void SetControlText(HWND parent, int id, const std::string& text) {
+    SendDlgItemMessageW(parent, id, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Widen(text).c_str()));
+}
+
+::testing::AssertionResult Shows(HWND parent, int id, const std::string& expected, DWORD ms) {
     std::string last;
-    WaitFor([&] { return (last = ControlText(parent, id)) == expected; }, ms);
-    return last;
+    if (WaitFor([&] { return (last = ControlText(parent, id)) == expected; }, ms)) return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << "shows \"" << last << "\", not \"" << expected << '"';
 }
 
 std::string AskInto(HWND window, UINT message, WPARAM wParam, size_t bytes,
@@ -110,15 +112,6 @@ std::string AskInto(HWND window, UINT message, WPARAM wParam, size_t bytes,
     return out;
 }
 
-static std::string WideText(const std::string& bytes) {
-    std::wstring text(reinterpret_cast<const wchar_t*>(bytes.data()), bytes.size() / sizeof(wchar_t));
-    return Narrow(text.c_str());
-}
-
-std::string StatusText(HWND parent, int id, int part) {
-    return WideText(AskInto(GetDlgItem(parent, id), SB_GETTEXTW, static_cast<WPARAM>(part), 4096));
-}
-
 std::string ToolTipText(HWND tips, HWND control) {
     // The tool's record, then room for its text, which the record points at.
     constexpr size_t kChars = 1024;
@@ -131,7 +124,8 @@ std::string ToolTipText(HWND tips, HWND control) {
             info.lpszText = reinterpret_cast<wchar_t*>(remote + sizeof(TOOLINFOW));
             return std::string(reinterpret_cast<const char*>(&info), sizeof info);
         });
-    return WideText(answer.substr(sizeof(TOOLINFOW)));
+    // The control ends the text it copies within the room given.
+    return Narrow(reinterpret_cast<const wchar_t*>(answer.data() + sizeof(TOOLINFOW)));
 }
 
 RECT AskRect(HWND control, UINT message) {
@@ -147,14 +141,12 @@ int Seconds(const std::string& hhmmss) {
     return h * 3600 + m * 60 + s;
 }
 
-HWND WaitForBox(const std::string& title, DWORD ms) {
+HWND WaitForBox(const std::string& title) {
     // A dialog has its title from its creation but its texts only once initialised, when it shows.
     HWND box = nullptr;
-    WaitFor([&] { return (box = FindWindowOf(0, L"#32770", title)) != nullptr && IsWindowVisible(box); }, ms);
+    WaitFor([&] { return (box = FindWindowOf(0, L"#32770", title)) != nullptr && IsWindowVisible(box); });
     return box && IsWindowVisible(box) ? box : nullptr;
 }
-
-std::string BoxText(HWND box) { return ControlText(box, IDC_BOX_TEXT); }
 
 std::string CloseBox(const std::string& title, int buttonId) {
     HWND box = WaitForBox(title);
@@ -164,30 +156,18 @@ std::string CloseBox(const std::string& title, int buttonId) {
         return open + ")";
     }
     const std::string text = BoxText(box);
-    AnswerBox(box, buttonId);
+    Click(box, buttonId);
     return text;
 }
 
-void TypeAndConfirm(HWND box, const std::string& text) {
-    SendMessageW(GetDlgItem(box, IDC_BOX_EDIT), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Widen(text).c_str()));
-    Click(box, IDOK);
-}
-
-void AnswerFileDialog(HWND dialog, const std::string& path) {
+HWND AnswerFileDialog(HWND window, int command, const std::string& title, const std::string& path) {
+    HWND dialog = OpenBox(window, command, title);
+    if (!dialog) return nullptr;
     // The explorer-style dialog keeps the name in a combo box (cmb13) on newer systems and in an
     // edit control (edt1) on older ones and on Wine.
-    for (const int id : {0x47C, 0x480}) {
-        if (HWND name = GetDlgItem(dialog, id)) {
-            SendMessageW(name, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Widen(path).c_str()));
-        }
-    }
-    PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(dialog, IDOK)));
-}
-
-std::string Env(const wchar_t* name) {
-    wchar_t buf[MAX_PATH] = {};
-    GetEnvironmentVariableW(name, buf, MAX_PATH);
-    return Narrow(buf);
+    for (const int id : {0x47C, 0x480}) SetControlText(dialog, id, path);
+    Click(dialog, IDOK);
+    return dialog;
 }
 
 void StoreOption(const char* name, const char* text) {
@@ -207,11 +187,8 @@ std::string ReadBytes(const std::filesystem::path& path) {
 
 std::string SilentWave(int seconds) {
     const std::uint32_t samples = 8000u * static_cast<std::uint32_t>(seconds);
-    const auto le = [](std::uint32_t v, int bytes) {  // a little-endian field
-        std::string out;
-        for (int i = 0; i < bytes; ++i) out += static_cast<char>((v >> (8 * i)) & 0xFF);
-        return out;
-    };
+    // A field of that many bytes: little-endian, as Windows always is.
+    const auto le = [](std::uint32_t v, int bytes) { return std::string(reinterpret_cast<const char*>(&v), bytes); };
     // PCM, mono, 8000 samples and bytes a second, blocks of one byte, 8 bits.
     return "RIFF" + le(36 + samples, 4) + "WAVEfmt " + le(16, 4) + le(1, 2) + le(1, 2) + le(8000, 4) + le(8000, 4) +
            le(1, 2) + le(8, 2) + "data" + le(samples, 4) + std::string(samples, static_cast<char>(0x80));
@@ -224,7 +201,10 @@ std::optional<std::string> ReadOption(const char* name) {
     return value.data;
 }
 
-void ForgetSettings() { WinRegistry().DeleteKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft"); }
+void ForgetSettings() {
+    WinRegistry().DeleteKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft");
+    std::filesystem::remove(DefaultListPath());
+}
 
 bool WaitFor(const std::function<bool()>& done, DWORD ms) {
     for (const DWORD start = GetTickCount();; Sleep(50)) {
@@ -233,10 +213,7 @@ bool WaitFor(const std::function<bool()>& done, DWORD ms) {
     }
 }
 
-TempFolder::TempFolder(const std::wstring& name) {
-    wchar_t tmp[MAX_PATH];
-    GetTempPathW(MAX_PATH, tmp);
-    path_ = std::filesystem::path(tmp) / name;
+TempFolder::TempFolder(const std::wstring& name) : path_(std::filesystem::temp_directory_path() / name) {
     std::filesystem::remove_all(path_);
     std::filesystem::create_directories(path_);
 }

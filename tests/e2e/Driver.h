@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "platform/WinText_win.h"
-#include "ports/Registry.h"
 #include "ports/TextCodec.h"
+#include "ui/Boxes_win.h"
 #include "ui/ControlIds.h"
 
 namespace lumora::e2e {
@@ -30,8 +30,8 @@ public:
     // Starts `exe` with `tail` as its command tail, after ending the process it started before.
     void Start(const std::wstring& exe, const std::string& tail);
     DWORD Id() const { return info_.dwProcessId; }
-    // True when the process ended within the time; its exit code in `code`.
-    bool WaitForExit(DWORD ms, DWORD* code = nullptr) const;
+    // Its exit code once it has ended, waiting at most `ms`; none while it runs.
+    std::optional<DWORD> ExitCode(DWORD ms = kTimeoutMs) const;
     // Ends the process if it still runs, and waits until its instance mutex is gone too, so that the
     // next start is a first start again.
     void Kill();
@@ -43,7 +43,7 @@ private:
 // A top-level window of process `pid` (any Lumora process when 0) with this class and, when not
 // empty, this title.
 HWND FindWindowOf(DWORD pid, const wchar_t* className, const std::string& title = {});
-HWND WaitForWindow(DWORD pid, const wchar_t* className, const std::string& title = {}, DWORD ms = kTimeoutMs);
+HWND WaitForWindow(DWORD pid, const wchar_t* className);
 // Every top-level window of that class, of any process.
 std::vector<HWND> AllWindows(const wchar_t* className);
 
@@ -53,9 +53,9 @@ std::string Text(HWND window);
 std::string AskInto(HWND window, UINT message, WPARAM wParam, size_t bytes,
                     const std::function<std::string(char* remote)>& fill = nullptr);
 inline std::string ControlText(HWND parent, int id) { return Text(GetDlgItem(parent, id)); }
-// Waits until the control shows `expected`; returns what it shows in the end.
-std::string WaitForControlText(HWND parent, int id, const std::string& expected, DWORD ms = kTimeoutMs);
-std::string StatusText(HWND parent, int id, int part);
+void SetControlText(HWND parent, int id, const std::string& text);
+// Waits until the control shows `expected`; fails with what it shows in the end.
+::testing::AssertionResult Shows(HWND parent, int id, const std::string& expected, DWORD ms = kTimeoutMs);
 // The text a tooltip window holds for `control` (a tool added by its window handle).
 std::string ToolTipText(HWND tips, HWND control);
 // A rectangle a control answers into memory (TBM_GETTHUMBRECT, TBM_GETCHANNELRECT).
@@ -69,19 +69,22 @@ inline void Click(HWND parent, int id) {
 inline void Command(HWND window, int id) { PostMessageW(window, WM_COMMAND, MAKEWPARAM(id, 0), 0); }
 
 // Lumora's own message and input boxes are dialogs; found by title.
-HWND WaitForBox(const std::string& title, DWORD ms = kTimeoutMs);
-std::string BoxText(HWND box);
-inline void AnswerBox(HWND box, int buttonId) { Click(box, buttonId); }
+HWND WaitForBox(const std::string& title);
+inline std::string BoxText(HWND box) { return ControlText(box, IDC_BOX_TEXT); }
+// Sends `command` to `window` and waits for the box or dialog of that title it opens.
+inline HWND OpenBox(HWND window, int command, const std::string& title) {
+    Command(window, command);
+    return WaitForBox(title);
+}
 // Waits for the box of that title, answers it with `buttonId` and returns its text; when none came,
 // the boxes open instead.
 std::string CloseBox(const std::string& title, int buttonId = IDOK);
-void TypeAndConfirm(HWND box, const std::string& text);
-// The system's open or save dialog (found with WaitForBox by its title): types the full path and
-// presses its OK button.
-void AnswerFileDialog(HWND dialog, const std::string& path);
+// Sends `command` to `window` and answers the system's open or save dialog of that title: types
+// `path` and presses its OK button. Returns the dialog; null when none came.
+HWND AnswerFileDialog(HWND window, int command, const std::string& title, const std::string& path);
 
 // Test set-up.
-std::string Env(const wchar_t* name);
+inline std::string Env(const wchar_t* name) { return _wgetenv(name) ? Narrow(_wgetenv(name)) : std::string(); }
 // The Lumora.exe under test, from LUMORA_EXE.
 inline std::wstring LumoraExe() { return Widen(Env(L"LUMORA_EXE")); }
 // An option as Lumora keeps it: REG_BINARY decimal text in the setup key.
@@ -94,7 +97,9 @@ std::string SilentWave(int seconds);
 // The binary text Lumora keeps under that name in the setup key; none when the value is missing or
 // of another type.
 std::optional<std::string> ReadOption(const char* name);
-// Lumora's registry state as on a machine that never ran it.
+// The default list in the user's application data: the queue as Lumora keeps it between sessions.
+inline std::filesystem::path DefaultListPath() { return Widen(Env(L"APPDATA")) + L"\\Lumora\\zvp3mr.qlb"; }
+// Lumora's registry state and default list as on a machine that never ran it.
 void ForgetSettings();
 // Polls until `done` answers true; false when the time ran out.
 bool WaitFor(const std::function<bool()>& done, DWORD ms = kTimeoutMs);
@@ -132,16 +137,16 @@ struct Session {
     // Plays the list's entry `line` (from 1) as a double-click on it does.
     void PlayLine(int line) const;
     // Wait until the play button offers to pause, or to play.
-    bool Playing() const { return WaitForControlText(main, ids::IDC_MAIN_PLAY, "暂停") == "暂停"; }
-    bool Stopped() const { return WaitForControlText(main, ids::IDC_MAIN_PLAY, "播放") == "播放"; }
+    ::testing::AssertionResult Playing() const { return Shows(main, ids::IDC_MAIN_PLAY, "暂停"); }
+    ::testing::AssertionResult Stopped() const { return Shows(main, ids::IDC_MAIN_PLAY, "播放"); }
     std::string Title() const { return ControlText(main, ids::IDC_MAIN_TITLE); }
     int Time() const { return Seconds(ControlText(main, ids::IDC_MAIN_TIME)); }  // the time shown, in seconds
-    bool WaitForTitle(const std::string& title, DWORD ms = kTimeoutMs) const {
-        return WaitFor([&] { return Title() == title; }, ms);
+    ::testing::AssertionResult WaitForTitle(const std::string& title, DWORD ms = kTimeoutMs) const {
+        return Shows(main, ids::IDC_MAIN_TITLE, title, ms);
     }
 };
 
-// A test of one Lumora on a machine that never ran it.
+// A test of one Lumora on a machine that never ran it, with a folder for its media.
 class SessionTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -152,6 +157,7 @@ protected:
     void TearDown() override { lumora_.process.Kill(); }
 
     Session lumora_;
+    TempFolder media_{L"Lumora E2E 音乐"};
 };
 
 }  // namespace lumora::e2e

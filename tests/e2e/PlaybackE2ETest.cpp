@@ -30,18 +30,11 @@ std::string WithBlock(const std::string& audio, const std::string& lyricsUtf8, c
     return audio + "LYRICS" + "BEGININD0000211LYR" + size + lyrics + tag;
 }
 
-class PlaybackE2E : public SessionTest {
-protected:
-    void SetUp() override {
-        SessionTest::SetUp();
-        StoreOption("L25", "1");
-    }
-
-    TempFolder media_{L"Lumora 播放 E2E"};
-};
+using PlaybackE2E = SessionTest;
 
 // A queue of a picture and a short wave, then files from the open dialog.
 TEST_F(PlaybackE2E, PictureListEndOpenDialogAndThumb) {
+    StoreOption("L25", "1");
     WriteBytes(media_ / L"a.bmp", kBitmap);
     WriteBytes(media_ / L"b.wav", SilentWave(2));
     TempFolder other(L"Lumora 另一个文件夹");
@@ -52,7 +45,7 @@ TEST_F(PlaybackE2E, PictureListEndOpenDialogAndThumb) {
     // A still picture is shown for its time and gives way to the next entry.
     ASSERT_TRUE(WaitFor([&] { return lumora_.Lines().size() == 2; }));
     ASSERT_TRUE(lumora_.WaitForTitle("a.bmp"));
-    EXPECT_TRUE(lumora_.WaitForTitle("b.wav", 12000)) << lumora_.Title();
+    EXPECT_TRUE(lumora_.WaitForTitle("b.wav", 12000));
 
     // After the list has ended, play plays again and the caption and time follow.
     ASSERT_TRUE(lumora_.Stopped());
@@ -62,10 +55,7 @@ TEST_F(PlaybackE2E, PictureListEndOpenDialogAndThumb) {
 
     // The second open dialog starts in the folder the first ended in.
     for (const std::string& typed : {PathText(other / L"one.wav"), std::string("two.wav")}) {
-        Command(main, IDM_OPEN_FILES);
-        HWND dialog = WaitForBox("打开文件对话框，本播放器支持近50种文件类型");
-        ASSERT_NE(dialog, nullptr);
-        AnswerFileDialog(dialog, typed);
+        ASSERT_NE(AnswerFileDialog(main, IDM_OPEN_FILES, "打开文件对话框，本播放器支持近50种文件类型", typed), nullptr);
         EXPECT_TRUE(lumora_.WaitForTitle(typed.substr(typed.find_last_of('\\') + 1), 5000)) << typed;
     }
 
@@ -85,6 +75,7 @@ TEST_F(PlaybackE2E, PictureListEndOpenDialogAndThumb) {
 // A file with lyrics inside and an LRC beside, played through the MPEG device (which holds it open):
 // the lyrics in time, their settings, and the information editor saving into it while it plays.
 TEST_F(PlaybackE2E, LyricsTheirSettingsAndTheEditorOnTheFileThatPlays) {
+    StoreOption("L25", "1");
     StoreOption("Gc1Long", "8");
     StoreOption("L48", "1");
     const std::string longLine = "一二三四五六七八九十一二三四五六七八九十一二三四五六七八九十一二三四五六七八九十";
@@ -104,10 +95,9 @@ TEST_F(PlaybackE2E, LyricsTheirSettingsAndTheEditorOnTheFileThatPlays) {
 
     // The lyrics inside win over the LRC and follow the time, wrapped at Gc1Long's bytes.
     // The tag behind the lyrics block is read for the main window's tag line.
-    const std::string tagLine = "  标题：歌  歌手：无  专集：无  年代：无  其他：无";
-    EXPECT_EQ(WaitForControlText(main, IDC_MAIN_TAG_LINE, tagLine), tagLine);
+    EXPECT_TRUE(Shows(main, IDC_MAIN_TAG_LINE, "  标题：歌  歌手：无  专集：无  年代：无  其他：无"));
     // Each moment is read as a pair: the line reached and the next one, shown together.
-    EXPECT_EQ(WaitForControlText(display, IDC_LYRICS_CURRENT, "第二句很\r\n长的歌词"), "第二句很\r\n长的歌词");
+    EXPECT_TRUE(Shows(display, IDC_LYRICS_CURRENT, "第二句很\r\n长的歌词"));
     EXPECT_EQ(ControlText(display, IDC_LYRICS_NEXT), longWrapped);
     // "L48" opened the window by itself, grown so that the last wrapped line is not cut.
     EXPECT_TRUE(WaitFor([&] { return IsWindowVisible(display) != FALSE; }));
@@ -117,12 +107,11 @@ TEST_F(PlaybackE2E, LyricsTheirSettingsAndTheEditorOnTheFileThatPlays) {
     MapWindowPoints(nullptr, display, reinterpret_cast<POINT*>(&line), 2);
     EXPECT_LE(line.bottom, client.bottom);
     EXPECT_GT(line.bottom - line.top, 0);
-    EXPECT_EQ(WaitForControlText(display, IDC_LYRICS_CURRENT, longWrapped), longWrapped);
+    EXPECT_TRUE(Shows(display, IDC_LYRICS_CURRENT, longWrapped));
     EXPECT_EQ(ControlText(display, IDC_LYRICS_NEXT), "尾声");
 
     // The line limit's label and preview follow the slider; the limit is kept as Gc1Long.
-    Command(main, IDM_LYRICS_SETTINGS);
-    HWND dialog = WaitForBox(kLyricsSettingsTitle);
+    HWND dialog = OpenBox(main, IDM_LYRICS_SETTINGS, kLyricsSettingsTitle);
     ASSERT_NE(dialog, nullptr);
     HWND slider = GetDlgItem(dialog, IDC_LYRICS_SET_LIMIT);
     // Five pairs: ten bytes.
@@ -141,17 +130,11 @@ TEST_F(PlaybackE2E, LyricsTheirSettingsAndTheEditorOnTheFileThatPlays) {
         {IDC_INFO_ARTIST, "歌手甲"},
         {IDC_INFO_YEAR, "2005"},
         {IDC_INFO_LYRICS, "[00:01]一\r\n[00:02]二"}};  // the lyrics box is filled last
-    const auto openEditor = [&] {
-        Command(main, IDM_MEDIA_INFO);
-        return WaitForBox(kInfoEditorTitle);
-    };
 
     // The editor saves into the tail of the playing file, which plays on from where it was.
-    HWND editor = openEditor();
+    HWND editor = OpenBox(main, IDM_MEDIA_INFO, kInfoEditorTitle);
     ASSERT_NE(editor, nullptr);
-    for (const auto& [id, text] : items) {
-        SendMessageW(GetDlgItem(editor, id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Widen(text).c_str()));
-    }
+    for (const auto& [id, text] : items) SetControlText(editor, id, text);
     const int before = lumora_.Time();
     Click(editor, IDC_INFO_SAVE);
     EXPECT_EQ(CloseBox("完毕"), "恭喜！媒体信息保存完毕！");
@@ -167,9 +150,9 @@ TEST_F(PlaybackE2E, LyricsTheirSettingsAndTheEditorOnTheFileThatPlays) {
     EXPECT_TRUE(WaitFor([&] { return lumora_.Time() > after; }, 5000));
 
     // Opened again, the editor shows what was saved.
-    editor = openEditor();
+    editor = OpenBox(main, IDM_MEDIA_INFO, kInfoEditorTitle);
     ASSERT_NE(editor, nullptr);
-    EXPECT_EQ(WaitForControlText(editor, IDC_INFO_LYRICS, items[3].second), items[3].second);
+    EXPECT_TRUE(Shows(editor, IDC_INFO_LYRICS, items[3].second));
     for (const auto& [id, text] : items) EXPECT_EQ(ControlText(editor, id), text);
     Click(editor, IDCANCEL);
 }

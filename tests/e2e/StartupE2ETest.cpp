@@ -1,6 +1,6 @@
 // Lumora started for real under Wine and driven through its windows: how it starts, meets a second
 // start, works its lists and closes.
-#include <shlobj.h>
+#include <commctrl.h>
 
 #include <set>
 #include <tuple>
@@ -22,67 +22,48 @@ std::string ListBytes(const std::string& header, const std::string& count, const
     return Cp936(header) + "\r\n" + count + "\r\n" + Cp936(line3) + "\r\n";
 }
 
-fs::path DefaultListPath() {
-    wchar_t buf[MAX_PATH] = {};
-    SHGetFolderPathW(nullptr, CSIDL_APPDATA, nullptr, SHGFP_TYPE_CURRENT, buf);
-    return fs::path(buf) / L"Lumora" / L"zvp3mr.qlb";
-}
-
 class LumoraE2E : public SessionTest {
 protected:
-    void SetUp() override {
-        SessionTest::SetUp();
-        fs::remove(DefaultListPath());
-    }
-    void TearDown() override {
-        SessionTest::TearDown();
-        fs::remove(DefaultListPath());
-    }
     // The save command up to the save dialog, answered with `path`.
     HWND SaveListAs(const fs::path& path) {
-        Command(lumora_.main, IDM_SAVE_LIST);
-        HWND dialog = WaitForBox("保存Lumora专用列表文件（*.QLB）。请在下面输入文件名（不要输入扩展名）。");
-        if (dialog) AnswerFileDialog(dialog, PathText(path));
-        return dialog;
+        return AnswerFileDialog(lumora_.main, IDM_SAVE_LIST,
+                                "保存Lumora专用列表文件（*.QLB）。请在下面输入文件名（不要输入扩展名）。",
+                                PathText(path));
     }
     // Starts Lumora again with `tail`: it hands the tail to the running one and ends with code 0.
     void StartSecond(const std::string& tail) {
         LumoraProcess second;
         second.Start(LumoraExe(), tail);
-        DWORD code = 1;
-        ASSERT_TRUE(second.WaitForExit(kTimeoutMs, &code));
-        EXPECT_EQ(code, 0u);
+        EXPECT_EQ(second.ExitCode(), 0u);
         EXPECT_EQ(AllWindows(kMainClass).size(), 1u);
     }
-
-    TempFolder media_{L"Lumora E2E 音乐"};
 };
 
 // A copy of Lumora without its balloon-tip component still answers "/?"; started plainly it
 // refuses with the start-up error box. Neither opens the main window.
 TEST_F(LumoraE2E, StartsThatEndInABox) {
-    const TempFolder folder(L"Lumora without tooltip");
-    fs::copy_file(LumoraExe(), folder / L"Lumora.exe", fs::copy_options::overwrite_existing);
+    fs::copy_file(LumoraExe(), media_ / L"Lumora.exe");
     // The command tail, the box's title, how its text starts and what it holds further on.
     for (const auto& [tail, title, start, holds] :
          {std::tuple{"/?", "Lumora （参数帮助）", "版本：", "3、播放文件夹/驱动器下所有媒体文件"},
           {"", "Lumora 启动错误", "对不起，找不到本软件的配置文件（TOOLTIP），请重新安装或与作者联系。",
            "\n程序运行到：操作系统识别"}}) {
         LumoraProcess p;
-        p.Start((folder / L"Lumora.exe").wstring(), tail);
+        p.Start((media_ / L"Lumora.exe").wstring(), tail);
         HWND box = WaitForBox(title);
         ASSERT_NE(box, nullptr) << title;
         const std::string text = BoxText(box);
         EXPECT_EQ(text.rfind(start, 0), 0u) << text;
         EXPECT_NE(text.find(holds), std::string::npos) << text;
         EXPECT_EQ(FindWindowOf(p.Id(), kMainClass), nullptr);
-        AnswerBox(box, IDOK);
-        EXPECT_TRUE(p.WaitForExit(kTimeoutMs)) << title;
+        Click(box, IDOK);
+        EXPECT_TRUE(p.ExitCode()) << title;
     }
 }
 
-// One Lumora started empty, worked as a user would in a first session, step by step.
-TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsClose) {
+// One Lumora started empty, worked as a user would in a first session, step by step; then the
+// starts after it on a default list.
+TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsCloseThenTheDefaultList) {
     const std::string mp3 = test::MpegFrames(1150), wave = SilentWave(30);  // half a minute each
     for (const wchar_t* name : {L"一 Song.mp3", L"two.MP3"}) WriteBytes(media_ / name, mp3);
     for (const wchar_t* name : {L"three.wav", L"readme.txt", L"clip.mpeg"}) WriteBytes(media_ / name, wave);
@@ -101,12 +82,10 @@ TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsClose) {
         return tips != nullptr;
     });
     ASSERT_NE(tips, nullptr) << "the balloon-tip component made no tip window";
-    size_t controls = 0;  // every child but the status bar
-    for (HWND child = nullptr; (child = FindWindowExW(main, child, nullptr, nullptr)) != nullptr;) {
-        controls += child != GetDlgItem(main, IDC_MAIN_STATUS);
-    }
-    EXPECT_GT(controls, 20u);
-    EXPECT_EQ(static_cast<size_t>(SendMessageW(tips, TTM_GETTOOLCOUNT, 0, 0)), controls);
+    size_t children = 0;  // the controls, and the status bar, which has no tip
+    for (HWND child = nullptr; (child = FindWindowExW(main, child, nullptr, nullptr)) != nullptr;) ++children;
+    EXPECT_GT(children, 21u);
+    EXPECT_EQ(static_cast<size_t>(SendMessageW(tips, TTM_GETTOOLCOUNT, 0, 0)) + 1, children);
     // The start shows the volume with the slider's ends.
     EXPECT_EQ(ControlText(main, IDC_MAIN_STATUS_LINE), "当前音量为：100%");
     EXPECT_EQ(ControlText(main, IDC_MAIN_VOLUME_MIN) + ControlText(main, IDC_MAIN_VOLUME_MAX), "MINMAX");
@@ -125,8 +104,7 @@ TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsClose) {
 
     // A second start hands its quoted folder to the first, which plays its media files.
     StartSecond(Quoted(media_.Text()));
-    EXPECT_EQ(WaitForControlText(main, IDC_MAIN_COMBINED, "正在播放第 1个文件-----共 3个文件"),
-              "正在播放第 1个文件-----共 3个文件");
+    EXPECT_TRUE(Shows(main, IDC_MAIN_COMBINED, "正在播放第 1个文件-----共 3个文件"));
     const auto before = lumora_.Lines();
     ASSERT_EQ(before.size(), 3u);
     const std::string playing = lumora_.Name(0);
@@ -137,7 +115,7 @@ TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsClose) {
     for (size_t i = 0; i < before.size(); ++i) names.insert(lumora_.Name(i));
     EXPECT_EQ(names, (std::set<std::string>{"three.wav", "two.MP3", "一 Song.mp3"}));
     EXPECT_EQ(lumora_.Title(), playing);
-    EXPECT_EQ(StatusText(main, IDC_MAIN_STATUS, 0), "正在播放" + before[0]);
+    EXPECT_EQ(ControlText(main, IDC_MAIN_STATUS), "正在播放" + before[0]);
     EXPECT_EQ(Text(list), "《Lumora》文件列表");
 
     // The list refuses to remove the playing entry. (Removing and moving are the queue controller's,
@@ -156,20 +134,19 @@ TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsClose) {
     EXPECT_EQ(ReadBytes(saved), ListBytes(kHeader, "3*1", line3));
 
     // The playing file, renamed, goes to the music library and its list.
-    Command(main, IDM_LIBRARY_ADD_CURRENT);
     // "L32" is on by default: the rename box offers the file name.
-    HWND rename = WaitForBox("文件重新命名框");
+    HWND rename = OpenBox(main, IDM_LIBRARY_ADD_CURRENT, "文件重新命名框");
     ASSERT_NE(rename, nullptr);
     EXPECT_EQ(BoxText(rename),
               "请重新为 " + playing +
                   " 命名。(请不要加后缀名)\r\n提示：单击“取消”停止加入该文件。\r\n注意：文件名不能有以下字符："
                   "\r\n    \\ / : * ? < > | \r\n     否则添加会失败！！");
-    TypeAndConfirm(rename, "第二首");
+    SetControlText(rename, IDC_BOX_EDIT, "第二首");
+    Click(rename, IDOK);
     const std::string done = CloseBox("文件加入成功");
     EXPECT_EQ(done.rfind("文件已成功的加入“我的音乐库”。", 0), 0u) << playing << ": " << done;
-    const std::string added = "第二首" + playing.substr(playing.rfind('.'));
     // What the library's list holds is the library's (unit tested).
-    EXPECT_TRUE(fs::exists(library / Widen(added)));
+    EXPECT_TRUE(fs::exists(library / Widen("第二首" + playing.substr(playing.rfind('.')))));
 
     // A list file handed over by a second start loads and plays.
     Click(main, IDC_MAIN_STOP);
@@ -182,9 +159,29 @@ TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsClose) {
     // Closing stores the window's place as binary decimal text in twips.
     SetWindowPos(main, nullptr, 120, 90, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
     PostMessageW(main, WM_CLOSE, 0, 0);
-    ASSERT_TRUE(lumora_.process.WaitForExit(kTimeoutMs));
+    ASSERT_EQ(lumora_.process.ExitCode(), 0u);
     EXPECT_TRUE(ReadOption("TOP").has_value());
     EXPECT_EQ(ReadOption("LEFT"), std::to_string(120 * 1440 / 96));
+
+    // "L15" says whether the default list plays at start or waits; a damaged one is reported and
+    // deleted.
+    fs::create_directories(DefaultListPath().parent_path());
+    WriteBytes(DefaultListPath(), ListBytes("这是ZEV-Lumora-正式版-的默认列表文件请不要修改以下参数，以免造成错误。",
+                                            "2*1", media_.Text() + "*two.MP3*一 Song.mp3"));
+    const std::vector<std::string> listed{"001-(two.MP3)", "002-(一 Song.mp3)"};
+    for (const auto& [option, playCaption] : {std::pair{"1", "暂停"}, {"0", "播放"}}) {
+        StoreOption("L15", option);
+        ASSERT_TRUE(lumora_.Start(""));
+        EXPECT_TRUE(WaitFor([&] { return lumora_.Lines() == listed; }));
+        Sleep(500);  // a list that waits must still be waiting a moment later
+        EXPECT_TRUE(Shows(lumora_.main, IDC_MAIN_PLAY, playCaption)) << option;
+    }
+    WriteBytes(DefaultListPath(), "\x01\x02 not a list");
+    ASSERT_TRUE(lumora_.Start(""));
+    EXPECT_EQ(CloseBox("默认列表文件错误")
+                  .rfind("默认列表文件已损坏或默认列表文件里的媒体文件不存在。单击“确定”删除默认列表文件。", 0),
+              0u);
+    EXPECT_TRUE(WaitFor([] { return !fs::exists(DefaultListPath()); }));
 }
 
 // A save is written beside the old list and put in its place only when whole: killed while it
@@ -202,44 +199,17 @@ TEST_F(LumoraE2E, SaveKilledHalfWayLeavesTheOldListWhole) {
     HWND dialog = SaveListAs(list);
     ASSERT_NE(dialog, nullptr);
     // Saving over a list asks first (the system's own question, owned by the dialog); yes goes on.
-    HWND progress = nullptr;
-    WaitFor([&] {
+    ASSERT_TRUE(WaitFor([&] {
         for (HWND w : AllWindows(L"#32770")) {
-            if (GetWindow(w, GW_OWNER) == dialog) PostMessageW(w, WM_COMMAND, MAKEWPARAM(IDYES, BN_CLICKED), 0);
+            if (GetWindow(w, GW_OWNER) == dialog) Click(w, IDYES);
         }
-        progress = FindWindowOf(lumora_.process.Id(), kProgressClass);
-        return progress != nullptr;
-    });
-    ASSERT_NE(progress, nullptr);
+        return FindWindowOf(lumora_.process.Id(), kProgressClass) != nullptr;
+    })) << "no progress window";
     lumora_.process.Kill();
     EXPECT_EQ(ReadBytes(list), old);
     for (const auto& entry : fs::directory_iterator(media_.Path())) {
         EXPECT_EQ(entry.path().wstring().find(L"lumora-tmp"), std::wstring::npos) << PathText(entry.path());
     }
-}
-
-// "L15" says whether the default list plays at start or waits; a damaged one is reported and deleted.
-TEST_F(LumoraE2E, DefaultListAtStart) {
-    for (const wchar_t* name : {L"two.mp3", L"three.mp3"}) WriteBytes(media_ / name, test::MpegFrames(1150));
-    fs::create_directories(DefaultListPath().parent_path());
-    WriteBytes(DefaultListPath(), ListBytes("这是ZEV-Lumora-正式版-的默认列表文件请不要修改以下参数，以免造成错误。",
-                                            "2*1", media_.Text() + "*two.mp3*three.mp3"));
-    for (const auto& [option, playCaption] : {std::pair{"1", "暂停"}, {"0", "播放"}}) {
-        StoreOption("L15", option);
-        ASSERT_TRUE(lumora_.Start(""));
-        EXPECT_TRUE(WaitFor([&] {
-            return lumora_.Lines() == std::vector<std::string>{"001-(two.mp3)", "002-(three.mp3)"};
-        }));
-        Sleep(500);  // a list that waits must still be waiting a moment later
-        EXPECT_EQ(WaitForControlText(lumora_.main, IDC_MAIN_PLAY, playCaption), playCaption) << option;
-        lumora_.process.Kill();
-    }
-    WriteBytes(DefaultListPath(), "\x01\x02 not a list");
-    ASSERT_TRUE(lumora_.Start(""));
-    EXPECT_EQ(CloseBox("默认列表文件错误")
-                  .rfind("默认列表文件已损坏或默认列表文件里的媒体文件不存在。单击“确定”删除默认列表文件。", 0),
-              0u);
-    EXPECT_TRUE(WaitFor([] { return !fs::exists(DefaultListPath()); }));
 }
 
 }  // namespace
