@@ -47,16 +47,5 @@ TEST_F(ControlHostPlatform, HostsARegisteredControlInPlaceAndFitsItToTheWindow) 
     EXPECT_FALSE(control.Call(1));
 }
 
-// The players Lumora looks for: on a system without them (this Wine prefix has no Flash), the
-// open fails cleanly and Flash movies take the "cannot be played" path.
-TEST_F(ControlHostPlatform, MissingControlsAreReportedAbsent) {
-    EXPECT_FALSE(ActiveXControl::IsRegistered(L"Lumora.NoSuchControl"));
-    WinControls controls;
-    EXPECT_FALSE(controls.Available(HostedControl::Flash));
-    EXPECT_FALSE(controls.Open(HostedControl::Flash, "C:\\movie.swf",
-                               static_cast<WindowId>(reinterpret_cast<UINT_PTR>(window_))));
-    controls.Close();
-}
-
 }  // namespace
 }  // namespace lumora

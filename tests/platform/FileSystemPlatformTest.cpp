@@ -1,5 +1,5 @@
 // The file port on Wine's real file system: drive kinds as the mount manager reports them,
-// writes into a file's tail, copies that never overwrite, the per-user data folder, a file of 2 GB, and
+// writes into a file's tail, copies that never overwrite, a file of 2 GB, and
 // information block saves killed half-way.
 #include <windows.h>
 
@@ -79,17 +79,12 @@ TEST(FileSystemPlatform, FoldersAreMadeAndFoundAndCopiesNeverOverwrite) {
     ASSERT_TRUE(fs.WriteFileAtomic(song, "new bytes"));
     ASSERT_TRUE(fs.CreateFolder(deep + "\\Sub Folder"));
     EXPECT_FALSE(fs.FolderExists(song));
-    EXPECT_EQ(fs.ListFiles(deep), std::vector<std::string>{"Song Title.MP3"});
     fs.RemoveFile(copy);  // left by a run that failed
     ASSERT_TRUE(fs.CopyNewFile(song, copy));
     ASSERT_TRUE(fs.WriteFileAtomic(song, "other"));
     EXPECT_FALSE(fs.CopyNewFile(song, copy));
     EXPECT_EQ(fs.ReadFile(copy).bytes, "new bytes");
     EXPECT_TRUE(fs.RemoveFile(song) && fs.RemoveFile(copy));
-    const std::string data = fs.UserDataFolder();
-    ASSERT_FALSE(data.empty());
-    EXPECT_TRUE(fs.FolderExists(data));
-    EXPECT_NE(data.back(), '\\');
 }
 
 // A sparse file of 2 GB with a tag at its end: the tag line and the stream panel come from its ends.

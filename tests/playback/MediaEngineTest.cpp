@@ -83,6 +83,8 @@ TEST(MediaEngine, OpenDispatchByEndingAndInstalledControls) {
         {"D:\\歌.WMA", false, true, true, OpenResult::Playing, MediaKind::MediaPlayer, ""},
         {"D:\\v.wmv", false, true, false, OpenResult::Playing, MediaKind::Mci, "MPEGVideo"},
         {".wma", false, true, true, OpenResult::Playing, MediaKind::MediaPlayer, ""},
+        {"D:\\b.JPG", false, true, true, OpenResult::Picture, MediaKind::Picture, ""},  // shown by Lumora itself
+        {"D:\\b.cur", true, false, false, OpenResult::Picture, MediaKind::Picture, ""},
     };
     for (const auto& [path, decoder1, flash, mediaPlayer, result, kind, device] : cases) {
         SCOPED_TRACE(path);
@@ -93,14 +95,7 @@ TEST(MediaEngine, OpenDispatchByEndingAndInstalledControls) {
         EXPECT_EQ(e.OpenDispatch(path, 7, decoder1), result);
         EXPECT_EQ(e.Kind(), kind);
         const std::string opened = mci.sent.size() > 1 ? mci.sent[1] : "";
-        EXPECT_EQ(opened.find(std::string(" type ") + device + " ") != std::string::npos, *device != '\0');
-    }
-    for (const char* name : {"D:\\b.JPG", "D:\\b.cur"}) {
-        RecordingMci mci;
-        MediaEngine e(mci);
-        EXPECT_EQ(e.OpenDispatch(name, 7, false), OpenResult::Picture) << name;
-        EXPECT_EQ(mci.sent, Lines{"Close All"});
-        EXPECT_TRUE(e.Pause() && !e.Stop());
+        EXPECT_TRUE(*device ? opened.find(std::string(" type ") + device + " ") != std::string::npos : opened.empty());
     }
     RecordingMci mci;
     MediaEngine without(mci);  // no controls at all

@@ -226,7 +226,6 @@ TEST(TransportTips, FollowTheQueueTheOptionsAndThePlayer) {
     const TransportTips none = MakeTransportTips(r.settings, PlayQueue{}, PlaybackTexts{}, false);
     EXPECT_EQ(none.previous + none.back + none.modeNormal + none.time,
               "现在无文件播放无法后退设置播放方式-“正常”。当前播放方式为：正常“显示正在播放时间”。");
-    EXPECT_EQ(PlaybackTexts{}.statusLine, "当前音量为：100%");  // before anything plays
 }
 
 // Stopped, or on a file that cannot be played, nothing of the previous file stays on show.
