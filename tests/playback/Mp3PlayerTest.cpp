@@ -90,6 +90,7 @@ TEST(Mp3Player, KeepsFourBuffersQueuedAndEndsOnceEveryBufferCameBack) {
     r.out.FinishOne();
     EXPECT_EQ(r.player.PositionMs(), 8LL * 1152 * 1000 / 44100);
     r.out.FinishOne();
+    EXPECT_FALSE(r.player.SoundingPcm().empty());  // what the audio display's spectrum shows
     ASSERT_TRUE(r.player.Pause());  // the card holds; the end is not reported while paused
     r.out.FinishOne();
     EXPECT_FALSE(r.player.Finished());
