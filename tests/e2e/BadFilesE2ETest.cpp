@@ -89,16 +89,17 @@ protected:
         ForgetSettings();
         StoreOption("L16", "1");
         StoreOption("L25", decoder);
+        std::size_t count = 0;  // the folder's entries, read once a start
         for (size_t i = 0; !HasFatalFailure(); ++i) {
             if (lumora_.process.ExitCode(0)) {  // none runs: the first entry, or the one after a hang
                 ASSERT_TRUE(lumora_.Start(Quoted(PathText(folder))));
                 Click(lumora_.main, IDC_MAIN_MODE_LOOP);
-                ASSERT_TRUE(WaitFor([&] { return Answers() && !lumora_.Lines().empty(); }));
+                ASSERT_TRUE(WaitFor([&] { return Answers() && (count = lumora_.Lines().size()) != 0; }));
                 HWND question = nullptr;
                 ASSERT_TRUE(Reached(lumora_.Name(0), question) && !question) << "the first file is a playable one";
                 lumora_.PlayLine(static_cast<int>(i) + 1);
             }
-            if (i == lumora_.Lines().size()) return;
+            if (i == count) return;
             const std::string name = lumora_.Name(i);
             HWND question = nullptr;
             const DWORD start = GetTickCount();
