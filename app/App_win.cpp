@@ -345,13 +345,7 @@ void App::RestorePositions() {
 }
 
 bool App::WriteSetupValues(const std::vector<std::pair<std::string_view, std::string>>& values) {
-    static constexpr std::string_view kLevels[] = {
-        "HKEY_LOCAL_MACHINE\\SOFTWARE",
-        "HKEY_LOCAL_MACHINE\\SOFTWARE\\Tavrinsoft",
-        kPlayerKeyPath,
-        kSetupKeyPath,
-    };
-    for (const auto key : kLevels) {
+    for (const auto key : kSetupKeyLevels) {
         if (!services_.registry.CreateKey(key)) return false;
     }
     for (const auto& [name, text] : values) {

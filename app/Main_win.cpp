@@ -15,6 +15,7 @@
 #include "settings/IniFiles.h"
 #include "app/Version.h"
 #include "settings/RegistryWrapper.h"
+#include "settings/UserFirstRegistry.h"
 #include "ui/Boxes_win.h"
 #include "ui/Prompts_win.h"
 #include "ui/SplashWindow_win.h"
@@ -51,7 +52,8 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     lumora::WinInstanceProbe instances;
     lumora::WinFileSystem files;
     lumora::IniFiles ini(files);
-    lumora::WinRegistry registry;
+    lumora::WinRegistry systemRegistry;
+    lumora::UserFirstRegistry registry(systemRegistry);
     lumora::WinPrompts prompts;
     lumora::RegistryWrapper wrapper(registry, prompts);
 

@@ -110,7 +110,7 @@ void BM_AddAllToLibrary(benchmark::State& state) {
     const test::FakeFileSystem source = CopySource();
     test::FakePrompts prompts;
     test::FakeRegistry registry;
-    registry.Put(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft\\TavrinPlayer", "我的音乐库",
+    registry.Put(RegistryRoot::CurrentUser, "SOFTWARE\\Tavrinsoft\\TavrinPlayer", "我的音乐库",
                  {RegistryValue::Kind::Text, "D:\\库\\"});
     SettingsStore settings;
     test::NullQueueView view;

@@ -7,7 +7,7 @@ LUMORA_FUZZ(input) {
     const auto names = SettingsStore::SavedNames();
     for (size_t i = 0, start = 0; i < names.size() && start <= input.size(); ++i) {
         const size_t end = std::min(input.find('\n', start), input.size());
-        p.reg.Put(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", std::string(names[i]),
+        p.reg.Put(RegistryRoot::CurrentUser, "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", std::string(names[i]),
                 {RegistryValue::Kind::Binary, std::string(input.substr(start, end - start))});
         start = end + 1;
     }

@@ -1,7 +1,7 @@
 #pragma once
 // Finds the time-stamped lyrics of a media file when it starts playing, trying in this order:
 //   1. the lyrics block embedded in the file (its tail only is read);
-//   2. the lyrics file assigned to it in zvplaygc.ini [歌词记录] (in the Windows directory), when that
+//   2. the lyrics file assigned to it in zvplaygc.ini [歌词记录] (in the user's data folder), when that
 //      file still exists and is a QGC, LRC or SMI file;
 //   3. beside it, the same name with "qgc", "lrc", then "smi" in place of its extension.
 // The first source found gives the lyrics, even when they turn out empty.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <span>
 
 #include "common/Text.h"
 #include "common/Titles.h"
@@ -58,11 +59,7 @@ constexpr std::string_view kNewListHeader = "<==（建立“我的音乐库”�
 constexpr std::string_view kRebuiltListHeader = "<==（重新建立“我的音乐库”文件列表）==>";
 
 // The keys above the library value, created parent first before it is written.
-constexpr std::array<std::string_view, 3> kKeyLevels = {
-    "HKEY_LOCAL_MACHINE\\SOFTWARE",
-    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Tavrinsoft",
-    kPlayerKeyPath,
-};
+constexpr std::span<const std::string_view> kKeyLevels(kSetupKeyLevels.data(), 3);
 
 std::string WithFinalBackslash(std::string folder) {
     if (!folder.empty() && folder.back() != '\\') folder += '\\';

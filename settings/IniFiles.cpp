@@ -18,18 +18,32 @@ bool HasFolder(std::string_view file) {
 
 std::string IniFiles::PathOf(std::string_view file) {
     if (HasFolder(file)) return std::string(file);
-    return fs_.WindowsDirectory() + "\\" + std::string(file);
+    const std::string folder = fs_.UserDataFolder();
+    return folder.empty() ? std::string() : folder + "\\" + std::string(file);
+}
+
+FileRead IniFiles::ReadCurrent(std::string_view file) {
+    const std::string path = PathOf(file);
+    FileRead read = path.empty() ? FileRead{} : fs_.ReadFile(path);
+    // Until the user's own copy exists, one that an older Lumora kept in the Windows directory
+    // still counts; it is never written again.
+    if (read.status == FileRead::Status::Missing && !HasFolder(file)) {
+        read = fs_.ReadFile(fs_.WindowsDirectory() + "\\" + std::string(file));
+        if (read.status == FileRead::Status::Failed) read = {};
+    }
+    return read;
 }
 
 std::string IniFiles::Read(std::string_view file, std::string_view section, std::string_view key) {
-    const FileRead read = fs_.ReadFile(PathOf(file));
+    const FileRead read = ReadCurrent(file);
     if (read.status != FileRead::Status::Ok) return {};
     return IniDocument(read.bytes).Get(section, key).value_or(std::string());
 }
 
 bool IniFiles::Write(std::string_view file, std::string_view section, std::string_view key, std::string_view value) {
     const std::string path = PathOf(file);
-    const FileRead read = fs_.ReadFile(path);
+    if (path.empty()) return false;
+    const FileRead read = ReadCurrent(file);
     // A file that is there but cannot be read is never replaced: its other keys would be lost.
     if (read.status == FileRead::Status::Failed) return false;
     IniDocument doc(read.bytes);

@@ -1,13 +1,14 @@
 #pragma once
 // Reading and writing one key of an INI file kept in code page 936. A file named without a
-// folder lives in the Windows directory, where the system's private-profile functions keep it.
+// folder lives in the user's data folder; one of the same name in the Windows directory, where
+// older versions kept it, is read until the user's own copy exists, and never written.
 #include <optional>
 #include <string>
 #include <string_view>
 
-namespace lumora {
+#include "ports/FileSystem.h"
 
-class FileSystem;
+namespace lumora {
 
 // The player's own INI file: hand-off slot, bookmarks, window and tip keys.
 inline constexpr std::string_view kPlayerIniFile = "tavrinplay.ini";
@@ -22,9 +23,12 @@ public:
     // page 936; the file on disk is then unchanged.
     bool Write(std::string_view file, std::string_view section, std::string_view key, std::string_view value);
 
+    // Where the file is written; empty when the system gives no data folder (nothing is written then).
     std::string PathOf(std::string_view file);
 
 private:
+    FileRead ReadCurrent(std::string_view file);
+
     FileSystem& fs_;
 };
 

@@ -258,13 +258,7 @@ bool LoadSettings(SettingsStore& store, RegistryWrapper& registry, ScreenExtent 
 
 bool SaveSettings(const SettingsStore& store, RegistryWrapper& registry, std::string_view versionText,
                   std::string_view programFolder) {
-    static constexpr std::array<std::string_view, 4> kKeys = {
-        "HKEY_LOCAL_MACHINE\\SOFTWARE",
-        "HKEY_LOCAL_MACHINE\\SOFTWARE\\Tavrinsoft",
-        kPlayerKeyPath,
-        kSetupKeyPath,
-    };
-    for (const auto key : kKeys) {
+    for (const auto key : kSetupKeyLevels) {
         if (!registry.CreateKey(key)) return false;
     }
     if (!registry.WriteValue(kPlayerKeyPath, "TavrinPlayer", "")) return false;

@@ -1,6 +1,7 @@
 #pragma once
 // All user options of the player, as the decimal texts the registry keeps, validated when
 // they are loaded. Readers compare a slot's text or take its number; nothing else is cached.
+#include <array>
 #include <map>
 #include <optional>
 #include <span>
@@ -11,8 +12,17 @@ namespace lumora {
 
 class RegistryWrapper;
 
-inline constexpr std::string_view kPlayerKeyPath = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Tavrinsoft\\TavrinPlayer";
-inline constexpr std::string_view kSetupKeyPath = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup";
+// Each user keeps his own options: a limited account may not write under HKEY_LOCAL_MACHINE.
+// Reads fall back to the same path there (UserFirstRegistry), which Lumora never writes.
+inline constexpr std::string_view kPlayerKeyPath = "HKEY_CURRENT_USER\\SOFTWARE\\Tavrinsoft\\TavrinPlayer";
+inline constexpr std::string_view kSetupKeyPath = "HKEY_CURRENT_USER\\SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup";
+// The keys down to the setup key, parent first, as they are created before a value is written.
+inline constexpr std::array<std::string_view, 4> kSetupKeyLevels = {
+    "HKEY_CURRENT_USER\\SOFTWARE",
+    "HKEY_CURRENT_USER\\SOFTWARE\\Tavrinsoft",
+    kPlayerKeyPath,
+    kSetupKeyPath,
+};
 
 // The screen in twips, against which stored window positions are checked.
 struct ScreenExtent {

@@ -86,7 +86,7 @@ TEST(StartupRun, SecondInstanceHandsItsArgumentOver) {
                                           {"", "", "*"}, {"yes", "", "*"}, {"0", "D:\\a.mp3", ""}}) {
         StartupFixture f;
         f.probe.running = true;
-        if (*l44) f.reg.Put(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", "L44", {RegistryValue::Kind::Binary, l44});
+        if (*l44) f.reg.Put(RegistryRoot::CurrentUser, "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", "L44", {RegistryValue::Kind::Binary, l44});
         WriteScratchValue(f.ini, "D:\\stale.mp3");
         const StartupResult r = f.Run(tail);
         EXPECT_EQ(r.outcome, *slot ? StartupOutcome::HandedOver : StartupOutcome::OpenMainWindow) << l44;

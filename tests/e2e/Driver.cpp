@@ -171,8 +171,8 @@ HWND AnswerFileDialog(HWND window, int command, const std::string& title, const 
 }
 
 void StoreOption(const char* name, const char* text) {
-    WinRegistry().CreateKey(RegistryRoot::LocalMachine, kSetupKey);
-    WinRegistry().WriteBinary(RegistryRoot::LocalMachine, kSetupKey, name, text);
+    WinRegistry().CreateKey(RegistryRoot::CurrentUser, kSetupKey);
+    WinRegistry().WriteBinary(RegistryRoot::CurrentUser, kSetupKey, name, text);
 }
 
 void WriteBytes(const std::filesystem::path& path, const std::string& bytes) {
@@ -194,15 +194,17 @@ std::string SilentWave(int seconds) {
            le(1, 2) + le(8, 2) + "data" + le(samples, 4) + std::string(samples, static_cast<char>(0x80));
 }
 
-std::optional<std::string> ReadOption(const char* name) {
+std::optional<std::string> ReadOption(const char* name, RegistryRoot root) {
     RegistryValue value;
-    const long rc = WinRegistry().Read(RegistryRoot::LocalMachine, kSetupKey, name, value);
+    const long rc = WinRegistry().Read(root, kSetupKey, name, value);
     if (rc != ERROR_SUCCESS || value.kind != RegistryValue::Kind::Binary) return std::nullopt;
     return value.data;
 }
 
 void ForgetSettings() {
-    WinRegistry().DeleteKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft");
+    for (const auto root : {RegistryRoot::CurrentUser, RegistryRoot::LocalMachine}) {
+        WinRegistry().DeleteKey(root, "SOFTWARE\\Tavrinsoft");
+    }
     std::filesystem::remove(DefaultListPath());
 }
 

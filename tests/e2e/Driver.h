@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "platform/WinText_win.h"
+#include "ports/Registry.h"
 #include "ports/TextCodec.h"
 #include "ui/Boxes_win.h"
 #include "ui/ControlIds.h"
@@ -87,19 +88,19 @@ HWND AnswerFileDialog(HWND window, int command, const std::string& title, const 
 inline std::string Env(const wchar_t* name) { return _wgetenv(name) ? Narrow(_wgetenv(name)) : std::string(); }
 // The Lumora.exe under test, from LUMORA_EXE.
 inline std::wstring LumoraExe() { return Widen(Env(L"LUMORA_EXE")); }
-// An option as Lumora keeps it: REG_BINARY decimal text in the setup key.
+// An option as Lumora keeps it: REG_BINARY decimal text in the user's setup key.
 void StoreOption(const char* name, const char* text);
 inline std::string Cp936(const std::string& utf8) { return Utf8ToCp936(utf8).value_or(std::string()); }
 void WriteBytes(const std::filesystem::path& path, const std::string& bytes);
 std::string ReadBytes(const std::filesystem::path& path);
 // A RIFF WAVE file of `seconds` of silence: 8 kHz, mono, 8 bits, which the movie device plays.
 std::string SilentWave(int seconds);
-// The binary text Lumora keeps under that name in the setup key; none when the value is missing or
-// of another type.
-std::optional<std::string> ReadOption(const char* name);
+// The binary text Lumora keeps under that name in the setup key (the user's unless asked for another);
+// none when the value is missing or of another type.
+std::optional<std::string> ReadOption(const char* name, RegistryRoot root = RegistryRoot::CurrentUser);
 // The default list in the user's application data: the queue as Lumora keeps it between sessions.
 inline std::filesystem::path DefaultListPath() { return Widen(Env(L"APPDATA")) + L"\\Lumora\\zvp3mr.qlb"; }
-// Lumora's registry state and default list as on a machine that never ran it.
+// Lumora's registry state (the user's and any machine-wide) and default list as on a machine that never ran it.
 void ForgetSettings();
 // Polls until `done` answers true; false when the time ran out.
 bool WaitFor(const std::function<bool()>& done, DWORD ms = kTimeoutMs);

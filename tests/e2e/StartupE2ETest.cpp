@@ -68,6 +68,7 @@ TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsCloseThenTheDefaultList) {
     for (const wchar_t* name : {L"一 Song.mp3", L"two.MP3"}) WriteBytes(media_ / name, mp3);
     for (const wchar_t* name : {L"three.wav", L"readme.txt", L"clip.mpeg"}) WriteBytes(media_ / name, wave);
     const TempFolder library(L"Lumora 我的音乐库");
+    // Left machine-wide, as an installer would: the user's key has no such value, and it still counts.
     WinRegistry().CreateKey(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft\\TavrinPlayer");
     WinRegistry().WriteText(RegistryRoot::LocalMachine, "SOFTWARE\\Tavrinsoft\\TavrinPlayer", "我的音乐库",
                             library.Text() + "\\");
@@ -162,6 +163,12 @@ TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsCloseThenTheDefaultList) {
     ASSERT_EQ(lumora_.process.ExitCode(), 0u);
     EXPECT_TRUE(ReadOption("TOP").has_value());
     EXPECT_EQ(ReadOption("LEFT"), std::to_string(120 * 1440 / 96));
+    // All of it is the user's own: nothing machine-wide, nothing in the Windows directory.
+    EXPECT_FALSE(ReadOption("TOP", RegistryRoot::LocalMachine));
+    wchar_t windows[MAX_PATH];
+    GetWindowsDirectoryW(windows, MAX_PATH);
+    EXPECT_FALSE(fs::exists(fs::path(windows) / L"tavrinplay.ini"));
+    EXPECT_TRUE(fs::exists(DefaultListPath().parent_path() / L"tavrinplay.ini"));
 
     // "L15" says whether the default list plays at start or waits; a damaged one is reported and
     // deleted.

@@ -19,7 +19,7 @@ namespace lumora {
 namespace {
 
 const std::string kMedia = "D:\\音乐\\歌.mp3";
-const std::string kIni = "C:\\WINDOWS\\zvplaygc.ini";
+const std::string kIni = test::FakeFileSystem().userDataFolder + "\\zvplaygc.ini";
 
 using test::Gbk;
 using Lines = std::vector<std::string>;

@@ -15,7 +15,7 @@ const std::string kPath = "D:\\音乐\\周末 歌曲.mp3";
 const std::string kExpectedBytes =
     "[\xC9\xE8\xD6\xC3]\r\n\xC1\xD9\xCA\xB1=D:\\\xD2\xF4\xC0\xD6\\\xD6\xDC\xC4\xA9 \xB8\xE8\xC7\xFA.mp3\r\n";
 
-std::string PlayerIniPath() { return WinFileSystem().WindowsDirectory() + "\\tavrinplay.ini"; }
+std::string PlayerIniPath() { return WinFileSystem().UserDataFolder() + "\\tavrinplay.ini"; }
 
 // The scratch value is written by one process under code page 936 ...
 TEST(IniCodePage, WriteUnderChineseLocale) {
@@ -29,7 +29,8 @@ TEST(IniCodePage, WriteUnderChineseLocale) {
     EXPECT_EQ(read.bytes, kExpectedBytes);
     // The system's own ANSI reader on a Chinese system sees the same text.
     char value[MAX_PATH] = {};
-    GetPrivateProfileStringA("\xC9\xE8\xD6\xC3", "\xC1\xD9\xCA\xB1", "", value, MAX_PATH, "tavrinplay.ini");
+    GetPrivateProfileStringA("\xC9\xE8\xD6\xC3", "\xC1\xD9\xCA\xB1", "", value, MAX_PATH,
+                             Utf8ToCp936(PlayerIniPath()).value().c_str());
     EXPECT_EQ(Cp936ToUtf8(value), kPath);
 }
 

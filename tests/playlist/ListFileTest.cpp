@@ -183,7 +183,7 @@ protected:
     void SetUp() override {
         fs.files = {{"E:\\in\\a.mp3", "aaaa"}, {"E:\\in\\b.wma", "bb"}, {"E:\\in\\c.wma", "ccc"}};
         fs.folders.push_back("D:\\库");
-        registry.Put(RegistryRoot::LocalMachine, kSubKey, std::string(kLibraryValueName), {RegistryValue::Kind::Text, kLib});
+        registry.Put(RegistryRoot::CurrentUser, kSubKey, std::string(kLibraryValueName), {RegistryValue::Kind::Text, kLib});
         OpenQueue("E:\\in", {"a.mp3", "b.wma", "c.wma"});
         settings.SetText(opt::kLibraryRenameBox, "0");
     }
@@ -201,7 +201,7 @@ TEST_F(MusicLibraryTest, FolderMustBeOnAFixedDiskAndIsKeptWithAFinalBackslash) {
     prompts.folderScript = {"G:\\music", "C:\\新库"};
     EXPECT_TRUE(library.ChangeLibraryFolder());  // after "yes"
     EXPECT_EQ(prompts.messages.size(), 1u);
-    const RegistryValue* value = registry.Find(RegistryRoot::LocalMachine, kSubKey, std::string(kLibraryValueName));
+    const RegistryValue* value = registry.Find(RegistryRoot::CurrentUser, kSubKey, std::string(kLibraryValueName));
     EXPECT_EQ(value ? value->data : "", "C:\\新库\\");
 }
 

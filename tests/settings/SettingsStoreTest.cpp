@@ -8,6 +8,7 @@
 #include "settings/IniFiles.h"
 #include "settings/RegistryWrapper.h"
 #include "settings/SettingsStore.h"
+#include "settings/UserFirstRegistry.h"
 #include "settings/WindowPlacement.h"
 #include "support/Fakes.h"
 
@@ -21,11 +22,12 @@ constexpr ScreenExtent kScreen{15360, 11520};  // 1024 x 768 at 96 dpi
 struct Fixture {
     test::FakeRegistry reg;
     test::FakePrompts prompts;
-    RegistryWrapper wrapper{reg, prompts};
+    UserFirstRegistry user{reg};
+    RegistryWrapper wrapper{user, prompts};
     SettingsStore store;
 
-    void Stored(const std::string& name, const std::string& bytes) {
-        reg.Put(RegistryRoot::LocalMachine, kSetup, name, {RegistryValue::Kind::Binary, bytes});
+    void Stored(const std::string& name, const std::string& bytes, RegistryRoot root = RegistryRoot::CurrentUser) {
+        reg.Put(root, kSetup, name, {RegistryValue::Kind::Binary, bytes});
     }
     std::string Loaded(const std::string& name) {
         EXPECT_TRUE(LoadSettings(store, wrapper, kScreen) && prompts.messages.empty());  // no box for a bad value
@@ -67,22 +69,29 @@ TEST(Settings, LoadValidatesEachValueAndSaveWritesPlainNumbersAndThePath) {
         if (c.stored != "(missing)") f.Stored(c.name, c.stored);
         EXPECT_EQ(f.Loaded(c.name), c.loaded);
     }
+    {  // A value the user never wrote comes from the machine-wide key; his own wins over it.
+        Fixture m;
+        for (const char* name : {"L1", "L2"}) m.Stored(name, "9", RegistryRoot::LocalMachine);
+        m.Stored("L2", "7");
+        EXPECT_EQ(m.Loaded("L1"), "9");
+        EXPECT_EQ(m.store.Text("L2"), "7");
+    }
     // Saved: numbers in their plain form, the program's path beside the options; positions and volume belong
     // to their windows and are not written here.
     Fixture f;
     for (const auto& [name, text] : {std::pair{"L1", "05"}, {"L61", "-09"}, {"L13", " 1"}, {"L34B", "+255"}}) f.store.SetText(name, text);
     ASSERT_TRUE(SaveSettings(f.store, f.wrapper, "1.0", "C:\\L"));
     std::string written;
-    for (const char* name : {"L1", "L61", "L13", "L34B"}) written += f.reg.Find(RegistryRoot::LocalMachine, kSetup, name)->data + " ";
+    for (const char* name : {"L1", "L61", "L13", "L34B"}) written += f.reg.Find(RegistryRoot::CurrentUser, kSetup, name)->data + " ";
     EXPECT_EQ(written, "5 -9 1 255 ");
-    EXPECT_EQ(f.reg.Find(RegistryRoot::LocalMachine, kPlayer, "TavrinPlayer")->data, "");
-    EXPECT_EQ(f.reg.Find(RegistryRoot::LocalMachine, kPlayer, "路径")->data, "C:\\L");
-    EXPECT_EQ(f.reg.Find(RegistryRoot::LocalMachine, kSetup, "TOP"), nullptr);
+    EXPECT_EQ(f.reg.Find(RegistryRoot::CurrentUser, kPlayer, "TavrinPlayer")->data, "");
+    EXPECT_EQ(f.reg.Find(RegistryRoot::CurrentUser, kPlayer, "路径")->data, "C:\\L");
+    EXPECT_EQ(f.reg.Find(RegistryRoot::CurrentUser, kSetup, "TOP"), nullptr);
 }
 
 TEST(RegistryWrapper, WritesCodePage936BytesAsBinaryReadsEveryTypeAndShowsFailures) {
     Fixture f;
-    auto& [reg, prompts, w, store] = f;
+    auto& [reg, prompts, user, w, store] = f;
     ASSERT_TRUE(w.CreateKey("HKEY_CURRENT_USER\\测试"));
     ASSERT_TRUE(w.WriteValue("HKEY_CURRENT_USER\\测试", "路径", "C:\\播放器"));
     const RegistryValue* v = reg.Find(RegistryRoot::CurrentUser, "测试", "路径");
@@ -149,16 +158,21 @@ TEST(IniDocument, ReadsLikeTheProfileFunctionsWritesOneKeyLeavingEveryOtherByteA
     EXPECT_EQ(unicode.Bytes(), "[\xC9\xE8\xD6\xC3]\r\n\xC1\xD9\xCA\xB1=\r\n");
 }
 
-const std::string kPlayerIni = "C:\\WINDOWS\\" + std::string(kPlayerIniFile);
-
 // The scratch value's round trip is pinned by the start-up tests and, with the real code page, the platform's.
-TEST(IniFiles, AnUnreadableFileIsNotOverwrittenAndTheWindowOpacity) {
+TEST(IniFiles, TheUsersOwnFileTakesOverFromTheWindowsDirectoryAndAnUnreadableOneIsNotOverwritten) {
     test::FakeFileSystem fs;
     IniFiles ini(fs);
-    fs.files[kPlayerIni] = "[书签]\r\n1=keep me\r\n";
-    fs.unreadable.push_back(kPlayerIni);
-    EXPECT_FALSE(WriteScratchValue(ini, "x"));
-    EXPECT_EQ(fs.files[kPlayerIni], "[书签]\r\n1=keep me\r\n");
+    const std::string old = "C:\\WINDOWS\\" + std::string(kPlayerIniFile), mine = ini.PathOf(kPlayerIniFile);
+    fs.files[old] = test::Gbk("[书签]\r\n1=keep me\r\n[设置]\r\n临时=old\r\n");
+    EXPECT_EQ(ReadScratchValue(ini), "old");
+    ASSERT_TRUE(WriteScratchValue(ini, "x"));
+    const std::string taken = test::Gbk("[书签]\r\n1=keep me\r\n[设置]\r\n临时=x\r\n");
+    EXPECT_EQ(fs.files[mine], taken);
+    fs.files[old] = test::Gbk("[设置]\r\n临时=stale\r\n");
+    EXPECT_EQ(ReadScratchValue(ini), "x");
+    fs.unreadable.push_back(mine);
+    EXPECT_FALSE(WriteScratchValue(ini, "y"));
+    EXPECT_EQ(fs.files[mine], taken);
     fs.unreadable.clear();
     // The window opacity only when switched on and in range.
     for (const auto& [check, value, opacity] :

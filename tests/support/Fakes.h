@@ -68,11 +68,13 @@ public:
     std::deque<std::optional<std::string>> textScript, folderScript;
 };
 
-// Keys are (root, sub-key) with case kept; values are what the real registry would hold.
+// Keys are (root, sub-key) with case kept; values are what the real registry would hold. Like a limited
+// Windows account, it refuses every change under HKEY_LOCAL_MACHINE.
 class FakeRegistry : public Registry {
 public:
     long CreateKey(RegistryRoot root, const std::string& subKey) override {
         log.push_back("create " + subKey);
+        if (root == RegistryRoot::LocalMachine) return regerr::kAccessDenied;
         return failWith ? failWith : (keys[{root, subKey}], regerr::kSuccess);
     }
     long WriteBinary(RegistryRoot root, const std::string& subKey, const std::string& name, std::string_view bytes) override {
@@ -83,6 +85,7 @@ public:
     }
     long Write(RegistryRoot root, const std::string& subKey, const std::string& name, RegistryValue value) {
         log.push_back("write " + name);
+        if (root == RegistryRoot::LocalMachine) return regerr::kAccessDenied;
         const auto it = keys.find({root, subKey});
         if (failWith || it == keys.end()) return failWith ? failWith : regerr::kFileNotFound;
         it->second[name] = std::move(value);
@@ -98,12 +101,14 @@ public:
     }
     long DeleteValue(RegistryRoot root, const std::string& subKey, const std::string& name) override {
         log.push_back("delete " + name);
+        if (root == RegistryRoot::LocalMachine) return regerr::kAccessDenied;
         if (failWith) return failWith;
         const auto it = keys.find({root, subKey});
         return it == keys.end() || !it->second.erase(name) ? regerr::kFileNotFound : regerr::kSuccess;
     }
     long DeleteKey(RegistryRoot root, const std::string& subKey) override {
         log.push_back("delete key " + subKey);
+        if (root == RegistryRoot::LocalMachine) return regerr::kAccessDenied;
         if (failWith) return failWith;
         if (!keys.count({root, subKey})) return regerr::kFileNotFound;
         std::erase_if(keys, [&](const auto& k) {
@@ -126,6 +131,7 @@ public:
     long failWith = 0;             // when set, every call answers this error
 };
 
+// Like a limited Windows account, it refuses to write into the Windows directory.
 class FakeFileSystem : public FileSystem {
 public:
     FileRead ReadFile(const std::string& path) override {
@@ -135,7 +141,7 @@ public:
         return {FileRead::Status::Ok, it->second};
     }
     bool WriteFileAtomic(const std::string& path, std::string_view bytes) override {
-        return !failWrites && (files[path] = std::string(bytes), true);
+        return !failWrites && path.rfind(WindowsDirectory() + "\\", 0) != 0 && (files[path] = std::string(bytes), true);
     }
     bool CreateEmptyFile(const std::string& path) override { return WriteFileAtomic(path, {}); }
     bool FileExists(const std::string& path) override { return files.count(path) != 0; }
