@@ -2,14 +2,18 @@
 
 #include "playback/HeaderCheck.h"
 
+#include <shlwapi.h>
+
 #include <algorithm>
 
 #include "app/Startup.h"
 #include "mediainfo/ListInfo.h"
-#include "ports/FileSystem.h"
+#include "platform/HandOff_win.h"
+#include "platform/WinText_win.h"
 #include "playback/FrequencyBands.h"
 #include "playback/TransportTexts.h"
 #include "playback/VideoSizing.h"
+#include "ports/FileSystem.h"
 #include "settings/IniFiles.h"
 #include "settings/OptionNames.h"
 #include "settings/RegistryWrapper.h"
@@ -107,15 +111,24 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
     if (settings_.IsOn(opt::kListWindowAtStart)) ShowWindow(playlist_.Handle(), SW_SHOWNOACTIVATE);
     UpdateWindow(main);
 
-    if (argument.empty()) {
+    const long long startedMs = ThisProcessStartMs();
+    if (!argument.empty() && settings_.Text(opt::kSamePlayer) == "1" &&
+        (services_.handOffs.Collecting() || HandOffBatch::StartedTogether(startedMs, OtherLumoraStarts()))) {
+        // Started together with others (one Explorer selection): this start's file opens with theirs.
+        services_.handOffs.Receive({HandOffKind::Argument, GetCurrentProcessId(), startedMs, argument}, HandOffNowMs());
+    } else if (argument.empty()) {
         defaultList_.LoadDefaultList();
     } else {
         OpenArgument(argument);
     }
     if (const auto alpha = ReadWindowOpacity(services_.ini, TransparentWindow::Main)) window_.SetOpacity(*alpha);
     ApplyLyricsSettings(LoadLyricsDisplaySettings(services_.registry));
-    SetTimerRunning(TimerId::HandOff, true, kHandOffIntervalMs);
+    HandOffArrived();
     return true;
+}
+
+void App::HandOffArrived() {
+    if (window_.Handle()) SetTimerRunning(TimerId::HandOff, services_.handOffs.Collecting(), kHandOffIntervalMs);
 }
 
 void App::ApplyLyricsSettings(const LyricsDisplaySettings& settings) {
@@ -269,12 +282,12 @@ void App::OnTimer(unsigned id) {
             player_.VolumeTick();
             UpdateTimers();
             return;
-        case TimerId::HandOff: {
-            const HandOffAction action = PollHandOff(services_.ini, settings_);
-            if (action.open) OpenArgument(*action.open);
-            if (action.bringToFront) window_.BringToFront();
+        case TimerId::HandOff:
+            if (const auto action = services_.handOffs.Ready(HandOffNowMs(), settings_, OtherLumoraStarts())) {
+                TakeHandOff(*action);
+            }
+            HandOffArrived();
             return;
-        }
     }
 }
 
@@ -307,6 +320,20 @@ void App::OpenArgument(const std::string& argument) {
     const auto path = ResolveArgument(argument, services_.files);
     if (!path) return;  // names nothing: silently not added
     TakeAddResult(queue_.AddPending({*path}));
+}
+
+void App::TakeHandOff(const HandOffAction& action) {
+    std::vector<std::string> paths;
+    for (const auto& argument : action.open) {
+        if (auto path = ResolveArgument(argument, services_.files)) paths.push_back(std::move(*path));
+    }
+    // In name order, as Explorer lists the files the user selected.
+    const auto nameOf = [](const std::string& path) { return Widen(path.substr(path.find_last_of('\\') + 1)); };
+    std::stable_sort(paths.begin(), paths.end(), [&](const std::string& a, const std::string& b) {
+        return StrCmpLogicalW(nameOf(a).c_str(), nameOf(b).c_str()) < 0;
+    });
+    if (!paths.empty()) TakeAddResult(queue_.AddPending(paths));
+    if (action.bringToFront) window_.BringToFront();
 }
 
 void App::TakeAddResult(const AddResult& result) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app/Commands.h"
+#include "app/HandOff.h"
 #include "app/TimerPlan.h"
 #include "mediainfo/LyricsDisplay.h"
 #include "mediainfo/LyricsLook.h"
@@ -44,6 +45,7 @@ struct AppServices {
     RegistryWrapper& registry;
     WinPrompts& prompts;
     Registry& rawRegistry;  // for values kept as plain strings (the music library's folder)
+    HandOffBatch& handOffs;  // what other starts hand over, collected from the program's first moment
 };
 
 class App final : QueueView, QueuePlayer, PlaybackView, LyricsView, MainWindowEvents, PlaylistCommands, VolumeControl {
@@ -58,6 +60,8 @@ public:
     // The main window has been closed: the message loop ends even when the quit message it posted was
     // taken by a message loop of the system's (one of Wine's media components does so now and then).
     bool Closed() const { return closed_; }
+    // Another start has sent a message to the hand-off batch.
+    void HandOffArrived();
 
 private:
     // QueueView
@@ -92,6 +96,7 @@ private:
     void BuildCommands();
     UiState CurrentUiState() const;
     void OpenArgument(const std::string& argument);
+    void TakeHandOff(const HandOffAction& action);
     void TakeAddResult(const AddResult& result);
     void OpenListFile();
     void OpenInfoEditor();

@@ -7,13 +7,14 @@
 
 #include "app/App_win.h"
 #include "app/Startup.h"
+#include "app/Version.h"
 #include "platform/FileSystem_win.h"
+#include "platform/HandOff_win.h"
 #include "platform/Instance_win.h"
 #include "platform/MessagePump_win.h"
 #include "platform/Registry_win.h"
 #include "platform/WinText_win.h"
 #include "settings/IniFiles.h"
-#include "app/Version.h"
 #include "settings/RegistryWrapper.h"
 #include "settings/UserFirstRegistry.h"
 #include "ui/Boxes_win.h"
@@ -50,8 +51,25 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     InitCommonControlsEx(&icc);
 
     lumora::WinInstanceProbe instances;
+    // The first instance opens its door at once: starts made together with it hand their arguments over
+    // while it is still starting, and it opens them with its own.
     lumora::WinFileSystem files;
     lumora::IniFiles ini(files);
+    lumora::HandOffBatch handOffs;
+    lumora::HandOffReceiver door;
+    lumora::App* app = nullptr;
+    if (!instances.AnotherInstanceRuns()) {
+        const auto receive = [&](const lumora::HandOffMessage& message) {
+            handOffs.Receive(message, lumora::HandOffNowMs());
+            if (app) app->HandOffArrived();
+        };
+        door.Open(receive, [&] {
+            const std::string slot = lumora::ReadScratchValue(ini);
+            if (slot.empty()) return;
+            lumora::WriteScratchValue(ini, "");
+            receive({lumora::HandOffKind::Argument, 0, lumora::HandOffNowMs(), slot});
+        });
+    }
     lumora::WinRegistry systemRegistry;
     lumora::UserFirstRegistry registry(systemRegistry);
     lumora::WinPrompts prompts;
@@ -69,6 +87,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
         lumora::RunStartup({files, ini, wrapper, instances}, QueryOsVersion(), tail, lumora::ProgramFolder(),
                            [] { lumora::PumpWaitingMessages(); });
     if (start.os) splash.SetOsLabel(start.os->label);
+    if (start.outcome != lumora::StartupOutcome::HandedOver) instances.Withdraw();
 
     switch (start.outcome) {
         case lumora::StartupOutcome::ShowHelp:
@@ -90,7 +109,8 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
         case lumora::StartupOutcome::OpenMainWindow: break;
     }
 
-    auto app = std::make_unique<lumora::App>(lumora::AppServices{files, ini, wrapper, prompts, registry});
+    auto owned = std::make_unique<lumora::App>(lumora::AppServices{files, ini, wrapper, prompts, registry, handOffs});
+    app = owned.get();
     const std::string osCode = start.os ? start.os->code : std::string();
     bool created = true;
     if (start.showMainWindowNow) {
@@ -112,7 +132,8 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
         }
         if (msg.message == WM_QUIT) exitCode = static_cast<int>(msg.wParam);
     }
-    app.reset();
+    app = nullptr;
+    owned.reset();
     OleUninitialize();
     return exitCode;
 }

@@ -205,7 +205,12 @@ StartupResult RunStartup(StartupPorts ports, const OsVersion& version, std::stri
     mark(kMarkSingle);
     if (singleInstance && ports.instances.AnotherInstanceRuns()) {
         mark(kMarkSingle1);
-        WriteScratchValue(ports.ini, result.argument.empty() ? std::string("*") : result.argument);
+        const std::string handed = result.argument.empty() ? std::string("*") : result.argument;
+        // A running instance that does not answer (hung) finds the argument in the slot when it recovers.
+        if (!ports.instances.HandOver(handed)) {
+            WriteScratchValue(ports.ini, handed);
+            ports.instances.PointToSlot();
+        }
         result.outcome = StartupOutcome::HandedOver;
         mark(kMarkSingle2);
         return result;
@@ -221,21 +226,6 @@ StartupResult RunStartup(StartupPorts ports, const OsVersion& version, std::stri
     mark(kMarkDone);
     result.outcome = StartupOutcome::OpenMainWindow;
     return result;
-}
-
-HandOffAction PollHandOff(IniFiles& ini, const SettingsStore& settings) {
-    HandOffAction action;
-    if (ReadScratchValue(ini).empty() || settings.Text(opt::kSamePlayer) != "1") return action;
-    const std::string slot = ReadScratchValue(ini);
-    if (slot == "*") {
-        action.bringToFront = true;
-    } else if (!slot.empty()) {
-        action.open = slot;
-    }
-    WriteScratchValue(ini, "");
-    // "使用同一播放器时，播放新的媒体文件或列表文件时返回主界面"
-    if (settings.Text(opt::kSamePlayerShowsMain) == "1") action.bringToFront = true;
-    return action;
 }
 
 std::optional<std::string> ResolveArgument(std::string_view argument, FileSystem& fs) {

@@ -104,16 +104,6 @@ struct StartupPorts {
 StartupResult RunStartup(StartupPorts ports, const OsVersion& version, std::string_view tail,
                          std::string_view programFolder, void (*pumpMessages)() = nullptr);
 
-// ---- Hand-off, in the running instance --------------------------------------------------------
-
-struct HandOffAction {
-    std::optional<std::string> open;  // an argument to open
-    bool bringToFront = false;
-};
-
-// One tick of the main window's poll timer.
-HandOffAction PollHandOff(IniFiles& ini, const SettingsStore& settings);
-
 // ---- Open-argument ----------------------------------------------------------------------------
 
 // Trims the argument, and drops its surrounding quotation marks when only the unquoted form

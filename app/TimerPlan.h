@@ -1,6 +1,6 @@
 #pragma once
 // Which of the main window's timers run, from the player's state. A timer that has nothing to do
-// does not run: a paused or idle Lumora wakes only for the hand-off poll.
+// does not run: a paused or idle Lumora does not wake at all.
 #include <optional>
 
 namespace lumora {
@@ -9,7 +9,7 @@ enum class TimerId : unsigned { Progress = 1, Volume = 2, HandOff = 3, Display =
 
 inline constexpr unsigned kProgressIntervalMs = 250;  // position, texts, lyrics, end of file
 inline constexpr unsigned kDisplayIntervalMs = 60;    // the spectrum of decoder 1
-inline constexpr unsigned kHandOffIntervalMs = 500;   // a second start's argument
+inline constexpr unsigned kHandOffIntervalMs = 100;   // while other starts' arguments are collected
 
 struct TimerInputs {
     bool playing = false;

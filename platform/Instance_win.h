@@ -14,6 +14,11 @@ public:
     WinInstanceProbe(const WinInstanceProbe&) = delete;
     WinInstanceProbe& operator=(const WinInstanceProbe&) = delete;
     bool AnotherInstanceRuns() override { return another_; }
+    bool HandOver(std::string_view argument) override;
+    void PointToSlot() override;
+    // A second start that hands nothing over after all tells the running instance, which waits for the
+    // starts made together with the ones it has heard from.
+    void Withdraw();
 
 private:
     HANDLE mutex_ = nullptr;

@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 
+#include "app/HandOff.h"
 #include "app/Startup.h"
 #include "settings/IniFiles.h"
 #include "settings/RegistryWrapper.h"
@@ -41,7 +43,10 @@ struct StartupFixture {
     IniFiles ini{fs};
     struct Probe : InstanceProbe {
         bool AnotherInstanceRuns() override { return running; }
-        bool running = false;
+        bool HandOver(std::string_view argument) override { return handed.emplace_back(argument), answers; }
+        void PointToSlot() override { pointed = true; }
+        bool running = false, answers = false, pointed = false;
+        std::vector<std::string> handed;
     } probe;
 
     StartupFixture() { fs.files["C:\\Lumora\\tooltip.dll"] = "MZ"; }
@@ -80,41 +85,76 @@ TEST(StartupRun, ArgumentSettingsModeAndHelp) {
 }
 
 TEST(StartupRun, SecondInstanceHandsItsArgumentOver) {
-    // A quoted argument is written as it stands; like every private-profile reader, the running instance reads
-    // it back without the quotation marks. Anything but "0" in L44 (or nothing) means one instance.
-    for (const auto& [l44, tail, slot] : {std::tuple{"1", "\"D:\\My Music\\a.mp3\"", "D:\\My Music\\a.mp3"},
-                                          {"", "", "*"}, {"yes", "", "*"}, {"0", "D:\\a.mp3", ""}}) {
+    // Given to the running instance at once; only when it does not answer is the slot written, as it stands:
+    // like every private-profile reader, the slot's reader drops the quotation marks. Anything but "0" in L44
+    // (or nothing) means one instance.
+    for (const auto& [l44, answers, tail, slot] :
+         {std::tuple{"1", false, "\"D:\\My Music\\a.mp3\"", "D:\\My Music\\a.mp3"},
+          {"", false, "", "*"},
+          {"yes", true, "", "D:\\stale.mp3"},
+          {"1", true, "D:\\a.mp3", "D:\\stale.mp3"},
+          {"0", true, "D:\\a.mp3", ""}}) {
         StartupFixture f;
         f.probe.running = true;
+        f.probe.answers = answers;
         if (*l44) f.reg.Put(RegistryRoot::CurrentUser, "SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup", "L44", {RegistryValue::Kind::Binary, l44});
         WriteScratchValue(f.ini, "D:\\stale.mp3");
         const StartupResult r = f.Run(tail);
-        EXPECT_EQ(r.outcome, *slot ? StartupOutcome::HandedOver : StartupOutcome::OpenMainWindow) << l44;
+        const bool handed = std::string_view(l44) != "0";
+        EXPECT_EQ(r.outcome, handed ? StartupOutcome::HandedOver : StartupOutcome::OpenMainWindow) << l44;
+        EXPECT_EQ(f.probe.handed, handed ? std::vector<std::string>{*tail ? tail : "*"} : std::vector<std::string>{});
         EXPECT_EQ(ReadScratchValue(f.ini), slot);
+        EXPECT_EQ(f.probe.pointed, handed && !answers);
     }
 }
 
-TEST(HandOff, PollTable) {
-    struct Case {
-        const char *slot, *l44, *l66;
-        std::optional<std::string> open;
-        bool front;
-        const char* slotAfter;
-    } cases[] = {
-        {"", "1", "0", std::nullopt, false, ""}, {"*", "1", "0", std::nullopt, true, ""},
-        {"D:\\a.mp3", "1", "0", "D:\\a.mp3", false, ""}, {"D:\\a.mp3", "1", "1", "D:\\a.mp3", true, ""},
-        {"D:\\a.mp3", "0", "1", std::nullopt, false, "D:\\a.mp3"},  // not ours to take
+// Twenty starts from one Explorer selection: one open, once every start made together has spoken or ended.
+TEST(HandOff, StartsMadeTogetherAreOneOpen) {
+    SettingsStore s;
+    s.SetText("L66", "0");
+    HandOffBatch batch;
+    std::vector<StartedProcess> running;
+    const auto ready = [&](long long now) { return batch.Ready(now, s, running); };
+    const auto receive = [&](HandOffKind kind, unsigned long process, long long started, const char* argument,
+                             long long now) {
+        const std::string bytes = EncodeHandOff({kind, process, started, argument});
+        batch.Receive(DecodeHandOff(static_cast<unsigned>(kind), bytes).value(), now);
     };
-    for (const auto& c : cases) {
-        FakeFileSystem fs;
-        IniFiles ini(fs);
-        WriteScratchValue(ini, c.slot);
-        SettingsStore s;
-        s.SetText("L44", c.l44);
-        s.SetText("L66", c.l66);
-        const HandOffAction a = PollHandOff(ini, s);
-        EXPECT_EQ(std::tuple(a.open, a.bringToFront, ReadScratchValue(ini)), std::tuple(c.open, c.front, c.slotAfter)) << c.slot;
-    }
+    // 1 and 2 have spoken; 3 started with them and is still on its way, 9 is a Lumora of long ago.
+    running = {{1, 0}, {2, 100}, {3, 250}, {9, -10000}};
+    EXPECT_TRUE(HandOffBatch::StartedTogether(-300, running) && !HandOffBatch::StartedTogether(800, running));
+    receive(HandOffKind::Argument, 1, 0, "D:\\b.mp3", 300);
+    receive(HandOffKind::Argument, 0x87654321, 100, "D:\\a.mp3", 400);
+    running[1].id = 0x87654321;
+    EXPECT_FALSE(ready(1000));
+    running.erase(running.begin() + 2);  // 3 ended without a word
+    EXPECT_FALSE(ready(599));            // a start may still come within half a second of the last
+    const auto first = ready(600);
+    ASSERT_TRUE(first);
+    EXPECT_EQ(first->open, (std::vector<std::string>{"D:\\b.mp3", "D:\\a.mp3"}));
+    EXPECT_FALSE(first->bringToFront || batch.Collecting());
+
+    // Each start within half a second of another joins, however long the chain; "*" only brings the window
+    // back, unless "L66" does so for files too.
+    running = {{4, 2450}, {5, 2900}, {6, 3500}};
+    receive(HandOffKind::Argument, 7, 2000, "*", 2600);
+    EXPECT_FALSE(ready(3200));
+    receive(HandOffKind::Argument, 4, 2450, "*", 3250);
+    receive(HandOffKind::Withdraw, 5, 2900, "", 3300);  // runs on its own
+    EXPECT_FALSE(ready(3399));
+    const auto second = ready(3400);  // 6 started too late to belong
+    EXPECT_TRUE(second && second->open.empty() && second->bringToFront);
+    // A start that never speaks holds a batch up for a while only.
+    s.SetText("L66", "1");
+    running = {{8, 9900}};
+    receive(HandOffKind::Argument, 5, 10000, "D:\\c.mp3", 10000);
+    EXPECT_FALSE(ready(14999));
+    EXPECT_TRUE(ready(15000).value().bringToFront);
+    s.SetText("L44", "0");  // not ours to take
+    receive(HandOffKind::Argument, 5, 20000, "D:\\c.mp3", 20000);
+    EXPECT_TRUE(ready(21000).value().open.empty());
+    // What another program may send: nothing but our kinds, with their fixed fields.
+    EXPECT_FALSE(DecodeHandOff(1, std::string(12, 'x')) || DecodeHandOff(2, std::string(11, 'x')));
 }
 
 TEST(OpenArgument, TrimsAndStripsQuotesOnlyWhenNeeded) {

@@ -191,6 +191,30 @@ TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsCloseThenTheDefaultList) {
     EXPECT_TRUE(WaitFor([] { return !fs::exists(DefaultListPath()); }));
 }
 
+// Twenty files selected in Explorer and opened: twenty starts at once, each with one file, given in no
+// particular order. One window takes them all as one queue, in name order, and plays the first.
+TEST_F(LumoraE2E, TwentyStartsTogetherFillOneQueueInNameOrder) {
+    const std::string mp3 = test::MpegFrames(400);
+    std::vector<std::string> names, lines;
+    for (int i = 1; i <= 20; ++i) {
+        names.push_back("歌 " + std::to_string(i) + ".mp3");
+        WriteBytes(media_ / Widen(names.back()), mp3);
+        lines.push_back((i < 10 ? "00" : "0") + std::to_string(i) + "-(" + names.back() + ")");
+    }
+    std::vector<LumoraProcess> starts(names.size());
+    for (size_t i = 0; i < names.size(); ++i)
+        starts[(i * 7) % names.size()].Start(LumoraExe(),
+                                             Quoted(PathText(media_ / Widen(names[(i * 7) % names.size()]))));
+    ASSERT_TRUE(WaitFor([&] { return (lumora_.list = FindWindowOf(0, kPlaylistClass)) != nullptr; }));
+    lumora_.main = FindWindowOf(0, kMainClass);
+    EXPECT_TRUE(WaitFor([&] { return lumora_.Lines() == lines; })) << testing::PrintToString(lumora_.Lines());
+    EXPECT_TRUE(lumora_.WaitForTitle(names.front()));
+    size_t ended = 0;
+    for (const auto& start : starts) ended += start.ExitCode(0).has_value();
+    EXPECT_EQ(ended, names.size() - 1);
+    EXPECT_EQ(AllWindows(kMainClass).size(), 1u);
+}
+
 // A save is written beside the old list and put in its place only when whole: killed while it
 // filters a long queue, Lumora leaves the old list as it was and no half file anywhere.
 TEST_F(LumoraE2E, SaveKilledHalfWayLeavesTheOldListWhole) {
