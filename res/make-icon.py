@@ -7,6 +7,7 @@ distance fields, one sample a pixel, so edges stay crisp at 16 pixels and smooth
 
 Usage: make-icon.py OUT.ico          16, 24, 32, 48, 64 (32-bit with alpha) and 256 (PNG)
        make-icon.py --png SIZE OUT.png
+       make-icon.py --wizard OUT.bmp     the installer's welcome picture, 164 x 314
 """
 import math
 import struct
@@ -146,11 +147,38 @@ def ico(sizes):
     return out + b"".join(images)
 
 
+def wizard(width=164, height=314, size=112):
+    """The installer's welcome picture: the icon's colours falling from light to deep, the icon on it."""
+    mark = render(size)
+    left, top = (width - size) // 2, 70
+    rows = []
+    for j in range(height):
+        row = bytearray()
+        for i in range(width):
+            t = clamp((0.35 * i / width + j / height) / 1.2)
+            colour = gradient(t)
+            glow = clamp(1 - math.hypot(i - width * 0.3, j - height * 0.15) / (width * 0.9)) ** 2 * 0.35
+            colour = tuple(c + (255 - c) * glow for c in colour)
+            if left <= i < left + size and top <= j < top + size:
+                k = 4 * (i - left)
+                r, g, b, a = mark[j - top][k:k + 4]
+                colour = tuple(m * a / 255 + c * (1 - a / 255) for m, c in zip((r, g, b), colour))
+            row += bytes(int(round(clamp(c / 255) * 255)) for c in reversed(colour))  # BGR
+        row += bytes((-len(row)) % 4)
+        rows.append(bytes(row))
+    pixels = b"".join(reversed(rows))
+    info = struct.pack("<IiiHHIIiiII", 40, width, height, 1, 24, 0, len(pixels), 3780, 3780, 0, 0)
+    return struct.pack("<2sIHHI", b"BM", 14 + len(info) + len(pixels), 0, 0, 14 + len(info)) + info + pixels
+
+
 def main(argv):
     if len(argv) == 4 and argv[1] == "--png":
         size = int(argv[2])
         data = png(size, render(size))
         path = argv[3]
+    elif len(argv) == 3 and argv[1] == "--wizard":
+        data = wizard()
+        path = argv[2]
     elif len(argv) == 2:
         data = ico(SIZES)
         path = argv[1]
