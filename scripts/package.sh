@@ -17,6 +17,7 @@ for arch in win64 win32; do
     [ "$size" -le "$limit" ] || { echo "package: $arch Lumora.exe is over $limit bytes" >&2; exit 1; }
 done
 
+scripts/check-xp-imports.sh build/release-win32
 scripts/make-installer.sh build/release-win64 "$out/Lumora-$version-setup.exe"
 
 for arch in win64 win32; do
