@@ -83,7 +83,7 @@ def over(dst, rgb, alpha):
 def render(size):
     """Rows of (r, g, b, a) bytes, top row first, straight (not premultiplied) alpha."""
     px = 1.0 / size
-    # Below 32 pixels a half-pixel edge is a large part of the shape: keep it a touch sharper.
+    # Below 32 pixels a half-pixel edge weighs much in the shape: keep it a touch sharper.
     edge = px * (0.85 if size < 32 else 1.0)
     cover = lambda d: clamp(0.5 - d / edge)
     rows = []
