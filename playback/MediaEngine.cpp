@@ -1,7 +1,7 @@
 #include "playback/MediaEngine.h"
 
+#include <charconv>
 #include <cmath>
-#include <sstream>
 
 #include "common/Text.h"
 #include "settings/SettingsStore.h"
@@ -87,10 +87,16 @@ std::string MciCommands::ShowPicture(std::string_view alias) {
 long long MciCommands::PictureSize(std::string_view alias, std::string_view key) {
     const auto reply = Query("Where " + std::string(alias) + " destination");
     if (!reply) return -1;
-    std::istringstream in(*reply);
+    // "left top width height", spaces between. (A string stream here would pull the whole C++ locale
+    // machinery into the program.)
     long long values[4] = {-1, -1, -1, -1};
+    const char* at = reply->data();
+    const char* const end = at + reply->size();
     for (auto& v : values) {
-        if (!(in >> v)) return -1;
+        while (at != end && (*at == ' ' || *at == '\t')) ++at;
+        const auto [next, error] = std::from_chars(at, end, v);
+        if (error != std::errc()) return -1;
+        at = next;
     }
     const std::string k = LowerAscii(key);
     return k == "cx" ? values[2] : k == "cy" ? values[3] : -1;

@@ -13,7 +13,8 @@ packages=(
     gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-ugly gstreamer1.0-plugins-bad gstreamer1.0-libav
     locales fonts-wqy-microhei                      # zh_CN.UTF-8 (code page 936) and a CJK font
     sox lame ffmpeg espeak-ng                       # demo media, recordings, screenshots
-    python3                                         # the bad-files generator
+    python3                                         # the bad-files generator, the icon
+    nsis zip                                        # the installer and the portable zips
 )
 
 missing=()

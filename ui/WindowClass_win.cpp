@@ -22,7 +22,13 @@ bool EnsureWindowClass(const wchar_t* name, WNDPROC proc, HBRUSH background, LPC
     wc.lpfnWndProc = proc;
     wc.hInstance = GetModuleHandleW(nullptr);
     wc.hCursor = LoadCursorW(nullptr, cursor);
-    wc.hIcon = LoadIconW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(1));
+    // Lumora's icon at the sizes the system draws, shared: the class keeps it for the process's life.
+    const auto icon = [](int cx, int cy) {
+        return static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(1), IMAGE_ICON,
+                                             GetSystemMetrics(cx), GetSystemMetrics(cy), LR_SHARED));
+    };
+    wc.hIcon = icon(SM_CXICON, SM_CYICON);
+    wc.hIconSm = icon(SM_CXSMICON, SM_CYSMICON);
     wc.hbrBackground = background;
     wc.lpszClassName = name;
     return RegisterClassExW(&wc) != 0;

@@ -243,5 +243,14 @@ TEST_F(LumoraE2E, SaveKilledHalfWayLeavesTheOldListWhole) {
     }
 }
 
+// The installer's round trip (tests/installer/) points LUMORA_EXE at the installed program: started
+// from its own folder it shows its windows, and a close ends it cleanly.
+TEST(Installed, StartsAndClosesCleanly) {
+    Session lumora;
+    ASSERT_TRUE(lumora.Start(""));
+    PostMessageW(lumora.main, WM_CLOSE, 0, 0);
+    EXPECT_EQ(lumora.process.ExitCode(), 0u);
+}
+
 }  // namespace
 }  // namespace lumora::e2e

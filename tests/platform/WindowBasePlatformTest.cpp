@@ -1,6 +1,8 @@
 // The window base with real windows: `this` kept from creation to WM_NCDESTROY, and no exception
-// leaving a window procedure.
+// leaving a window procedure. The built program's resources, as Explorer and the loader read them.
 #include <windows.h>
+// (shellapi.h needs windows.h first)
+#include <shellapi.h>
 
 #include <gtest/gtest.h>
 
@@ -8,6 +10,7 @@
 #include <vector>
 
 #include "platform/MessagePump_win.h"
+#include "platform/WinText_win.h"
 #include "ui/WindowBase_win.h"
 #include "ui/WindowClass_win.h"
 
@@ -57,6 +60,37 @@ TEST(MessagePump, KeepsTheQuitForTheMainLoop) {
         EXPECT_TRUE(IsBusy());
     }
     EXPECT_FALSE(IsBusy());
+}
+
+// A text of a built file's version block, as Explorer's properties show it.
+std::string VersionText(const std::wstring& file, const std::wstring& name) {
+    std::vector<char> block(GetFileVersionInfoSizeW(file.c_str(), nullptr) + 1);
+    void* value = nullptr;
+    UINT size = 0;
+    GetFileVersionInfoW(file.c_str(), 0, static_cast<DWORD>(block.size()), block.data());
+    if (!VerQueryValueW(block.data(), name.c_str(), &value, &size) || size == 0) return {};
+    if (name.find(L"Translation") != std::wstring::npos) {
+        return std::to_string(static_cast<WORD*>(value)[0]) + "/" + std::to_string(static_cast<WORD*>(value)[1]);
+    }
+    return Narrow(static_cast<const wchar_t*>(value));
+}
+
+TEST(Resources, TheProgramAndItsComponentCarryVersionIconAndManifest) {
+    const std::wstring exe = Widen(LUMORA_BUILD_DIR "/Lumora.exe");
+    EXPECT_EQ(VersionText(exe, L"\\StringFileInfo\\080404B0\\FileDescription"), "Lumora 媒体播放器");
+    for (const auto& file : {exe, Widen(LUMORA_BUILD_DIR "/tooltip.dll")}) {
+        EXPECT_EQ(VersionText(file, L"\\VarFileInfo\\Translation"), "2052/1200");  // Chinese (PRC), Unicode
+        EXPECT_EQ(VersionText(file, L"\\StringFileInfo\\080404B0\\FileVersion"), LUMORA_VERSION_TEXT);
+    }
+    EXPECT_EQ(ExtractIconExW(exe.c_str(), -1, nullptr, nullptr, 0), 1u);
+    // Visual styles: the manifest asks for common controls 6.
+    HMODULE image = LoadLibraryExW(exe.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    HRSRC manifest = FindResourceW(image, MAKEINTRESOURCEW(1), RT_MANIFEST);
+    ASSERT_NE(manifest, nullptr);
+    const std::string text(static_cast<const char*>(LockResource(LoadResource(image, manifest))),
+                           SizeofResource(image, manifest));
+    EXPECT_NE(text.find("\"Microsoft.Windows.Common-Controls\" version=\"6.0.0.0\""), std::string::npos) << text;
+    FreeLibrary(image);
 }
 
 }  // namespace
