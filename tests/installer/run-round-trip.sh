@@ -36,16 +36,17 @@ value() { wine reg query "$1" /v "$2" 2>/dev/null | tr -d '\r' | awk -v n="$2" '
 is() { [ "$1" = "$2" ] || { echo "  \"$1\" is not \"$2\""; return 1; }; }
 unix() { winepath -u "$1" 2>/dev/null; }
 
-# What the user's scope holds, one line a key, value or file: HKEY_CURRENT_USER, the classes Lumora
-# registers (with an administrator's rights, as under Wine, HKEY_CLASSES_ROOT writes land in HKLM) and
-# the user's profile. Left out: Wine's own keys, the temporary folder (where the uninstaller runs from
-# and stays until the next start of Windows) and the shared places the installer may be the first to
-# make, which Windows keeps (the Uninstall key itself and the per-user Programs folder).
+# What the user's and the machine's scope hold, one line a key, value or file: HKEY_CURRENT_USER, all
+# of HKEY_LOCAL_MACHINE (a limited account may write nothing there, so neither may Lumora), the user's
+# profile and the Windows directory. Left out: Wine's own keys, the hardware state Wine writes again at
+# each display start (HKEY_LOCAL_MACHINE\System), the temporary folders (where the uninstaller runs from and stays until the next start of Windows)
+# and the shared places the installer may be the first to make, which Windows keeps (the Uninstall key
+# itself and the per-user Programs folder).
 snapshot() {
     wine regedit /E "$work/$1-user.reg" HKEY_CURRENT_USER
-    wine regedit /E "$work/$1-classes.reg" 'HKEY_LOCAL_MACHINE\Software\Classes'
+    wine regedit /E "$work/$1-machine.reg" HKEY_LOCAL_MACHINE
     {
-        python3 - "$work/$1-user.reg" "$work/$1-classes.reg" <<'EOF'
+        python3 - "$work/$1-user.reg" "$work/$1-machine.reg" <<'EOF'
 import sys
 for path in sys.argv[1:]:
     key = None
@@ -58,13 +59,15 @@ for path in sys.argv[1:]:
             print(key, line.strip())
 EOF
         (cd "$profile" && find . -path ./Temp -prune -o -print)
-    } | grep -v -e '^\[HKEY_CURRENT_USER\\Software\\Wine[]\\]' \
+        (cd "$windows" && find . -path ./temp -prune -o -print | sed 's|^\.|windows|')
+    } | grep -v -e '^\[HKEY_CURRENT_USER\\Software\\Wine[]\\]' -e '^\[HKEY_LOCAL_MACHINE\\System[]\\]' \
         -e '^\[HKEY_CURRENT_USER\\Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\]$' \
         -e '^\./AppData/Local/Programs$' | sort >"$work/$1.txt"
 }
 
 IFS=';' read -r appdata localappdata < <(wine cmd /c 'echo %APPDATA%;%LOCALAPPDATA%' 2>/dev/null | tr -d '\r')
 profile=$(unix "${appdata%\\AppData\\*}")
+windows=$(unix 'C:\windows')
 snapshot before
 
 wine "$setup" /S
@@ -97,6 +100,6 @@ check "no data folder" test ! -e "$(unix "$appdata\\Lumora")"
 check "no component registration" no_key 'HKCU\Software\Classes\TT.Tooltip'
 check "no component registration in the machine's classes" no_key 'HKLM\Software\Classes\TT.Tooltip'
 snapshot after
-check "nothing else left in the user's registry and profile" diff "$work/before.txt" "$work/after.txt"
+check "nothing else left in the registry, the profile or the Windows directory" diff "$work/before.txt" "$work/after.txt"
 
 [ $fail -eq 0 ]
