@@ -14,6 +14,7 @@
 #include "platform/MessagePump_win.h"
 #include "platform/Registry_win.h"
 #include "platform/WinText_win.h"
+#include "settings/FileRegistry.h"
 #include "settings/IniFiles.h"
 #include "settings/RegistryWrapper.h"
 #include "settings/UserFirstRegistry.h"
@@ -51,10 +52,15 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     InitCommonControlsEx(&icc);
 
     lumora::WinInstanceProbe instances;
+    const std::string programFolder = lumora::ProgramFolder();
+    const bool portable =
+        GetFileAttributesW(lumora::Widen(programFolder + "\\" + std::string(lumora::kPortableMarker)).c_str()) !=
+        INVALID_FILE_ATTRIBUTES;
+    lumora::WinFileSystem files(portable ? programFolder + "\\" + std::string(lumora::kPortableDataFolder)
+                                         : std::string());
+    lumora::IniFiles ini(files);
     // The first instance opens its door at once: starts made together with it hand their arguments over
     // while it is still starting, and it opens them with its own.
-    lumora::WinFileSystem files;
-    lumora::IniFiles ini(files);
     lumora::HandOffBatch handOffs;
     lumora::HandOffReceiver door;
     lumora::App* app = nullptr;
@@ -71,7 +77,14 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
         });
     }
     lumora::WinRegistry systemRegistry;
-    lumora::UserFirstRegistry registry(systemRegistry);
+    std::unique_ptr<lumora::Registry> ownRegistry;
+    if (portable) {
+        ownRegistry = std::make_unique<lumora::FileRegistry>(
+            files, files.UserDataFolder() + "\\" + std::string(lumora::kPortableRegistryFile));
+    } else {
+        ownRegistry = std::make_unique<lumora::UserFirstRegistry>(systemRegistry);
+    }
+    lumora::Registry& registry = *ownRegistry;
     lumora::WinPrompts prompts;
     lumora::RegistryWrapper wrapper(registry, prompts);
 
@@ -83,9 +96,8 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
         return 1;
     }
     const std::string tail = lumora::CommandTail(lumora::Narrow(GetCommandLineW()));
-    const lumora::StartupResult start =
-        lumora::RunStartup({files, ini, wrapper, instances}, QueryOsVersion(), tail, lumora::ProgramFolder(),
-                           [] { lumora::PumpWaitingMessages(); });
+    const lumora::StartupResult start = lumora::RunStartup({files, ini, wrapper, instances, portable}, QueryOsVersion(),
+                                                           tail, programFolder, [] { lumora::PumpWaitingMessages(); });
     if (start.os) splash.SetOsLabel(start.os->label);
     if (start.outcome != lumora::StartupOutcome::HandedOver) instances.Withdraw();
 

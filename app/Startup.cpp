@@ -192,7 +192,7 @@ StartupResult RunStartup(StartupPorts ports, const OsVersion& version, std::stri
         result.outcome = StartupOutcome::TooltipMissing;
         return result;
     }
-    RegisterTooltip(ports.registry, programFolder);
+    if (!ports.portable) RegisterTooltip(ports.registry, programFolder);
 
     result.settingsMode = tail == "set";
     // The path stays as the user (or the shell) spelled it: the title line and the lists show it so.

@@ -52,6 +52,12 @@ std::string CommandTail(std::string_view commandLine);
 // ---- Balloon-tip component ------------------------------------------------------------------
 
 inline constexpr std::string_view kTooltipFile = "tooltip.dll";
+// An empty file of this name beside the program makes a portable copy: options, lists and records live in
+// the folder kPortableDataFolder beside it (the registry's share in kPortableRegistryFile there), and
+// nothing goes into the registry or the user's profile.
+inline constexpr std::string_view kPortableMarker = "Lumora.portable";
+inline constexpr std::string_view kPortableDataFolder = "Data";
+inline constexpr std::string_view kPortableRegistryFile = "registry.txt";
 
 struct RegistryEntry {
     std::string key;    // full key path
@@ -97,6 +103,8 @@ struct StartupPorts {
     IniFiles& ini;
     RegistryWrapper& registry;
     InstanceProbe& instances;
+    // A portable copy registers no component: it loads tooltip.dll from its own folder instead.
+    bool portable = false;
 };
 
 // Runs the splash window's steps. `pumpMessages` lets pending window messages run where start-up

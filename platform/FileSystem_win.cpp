@@ -215,6 +215,7 @@ bool WinFileSystem::CreateFolder(const std::string& path) {
 }
 
 std::string WinFileSystem::UserDataFolder() {
+    if (!dataFolder_.empty()) return CreateFolder(dataFolder_) ? dataFolder_ : std::string();
     // The roaming application-data folder: the user's own, kept across machines in a domain,
     // and present on every Windows from 98 on.
     wchar_t buf[MAX_PATH + 1] = {};

@@ -5,6 +5,8 @@ namespace lumora {
 
 class WinFileSystem final : public FileSystem {
 public:
+    // `dataFolder`, when given, is the folder of a portable copy, used instead of the user's profile.
+    explicit WinFileSystem(std::string dataFolder = {}) : dataFolder_(std::move(dataFolder)) {}
     FileRead ReadFile(const std::string& path) override;
     bool WriteFileAtomic(const std::string& path, std::string_view bytes) override;
     bool CreateEmptyFile(const std::string& path) override;
@@ -22,6 +24,9 @@ public:
     bool CanOpenForWriting(const std::string& path) override;
     bool CreateFolder(const std::string& path) override;
     std::string UserDataFolder() override;
+
+private:
+    std::string dataFolder_;
 };
 
 // The folder of the running program, without a trailing "\".

@@ -37,6 +37,10 @@ for f in "$corpus"/video/*; do { printf '\003'; head -c 4096 "$f"; } >"$out/head
 printf '\000RIFF\044\0\0\0WAVEfmt \020\0\0\0\001\0\001\0\100\037\0\0\100\037\0\0\001\0\010\0data\0\0\0\0' \
     >"$out/head_check/wave"
 printf '\001\0\0\001\0\001\0\020\020\0\0\001\0\040\0\050\0\0\0\026\0\0\0' >"$out/head_check/icon"
+# file_registry: a portable copy's registry file with a key, a binary and a text value.
+mkdir -p "$out/file_registry"
+printf '[HKEY_CURRENT_USER\\SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup]\r\nL44=b:31\r\nName=t:E591A8\r\n' \
+    >"$out/file_registry/setup"
 for dir in fuzz/regressions/*/; do
     target=$(basename "$dir")
     mkdir -p "$out/$target"

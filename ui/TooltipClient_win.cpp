@@ -1,9 +1,30 @@
 #include "ui/TooltipClient_win.h"
 
-
+#include "app/Startup.h"
+#include "platform/FileSystem_win.h"
 #include "platform/WinText_win.h"
 
 namespace lumora {
+namespace {
+
+// A portable copy registers nothing: the component is then taken straight from tooltip.dll beside the
+// program, which stays loaded for the program's life.
+HRESULT CreateFromProgramFolder(void** raw) {
+    static HMODULE dll = LoadLibraryW(Widen(ProgramFolder() + "\\" + std::string(kTooltipFile)).c_str());
+    using GetClassObject = HRESULT(WINAPI*)(REFCLSID, REFIID, void**);
+    const auto get =
+        dll ? reinterpret_cast<GetClassObject>(reinterpret_cast<void*>(GetProcAddress(dll, "DllGetClassObject")))
+            : nullptr;
+    IClassFactory* factory = nullptr;
+    if (!get || FAILED(get(kTooltipClsid, IID_IClassFactory, reinterpret_cast<void**>(&factory))) || !factory) {
+        return E_FAIL;
+    }
+    const HRESULT hr = factory->CreateInstance(nullptr, kTooltipIid, raw);
+    factory->Release();
+    return hr;
+}
+
+}  // namespace
 
 TooltipClient::~TooltipClient() {
     if (tip_) tip_->Release();
@@ -12,7 +33,10 @@ TooltipClient::~TooltipClient() {
 bool TooltipClient::Attach(HWND owner) {
     if (tip_) return true;
     void* raw = nullptr;
-    if (FAILED(CoCreateInstance(kTooltipClsid, nullptr, CLSCTX_INPROC_SERVER, kTooltipIid, &raw)) || !raw) return false;
+    if ((FAILED(CoCreateInstance(kTooltipClsid, nullptr, CLSCTX_INPROC_SERVER, kTooltipIid, &raw)) || !raw) &&
+        (FAILED(CreateFromProgramFolder(&raw)) || !raw)) {
+        return false;
+    }
     tip_ = static_cast<ITooltip*>(raw);
     if (FAILED(tip_->Create(reinterpret_cast<LONG_PTR>(owner)))) {
         tip_->Release();

@@ -225,8 +225,8 @@ TempFolder::~TempFolder() {
     std::filesystem::remove_all(path_, ignored);
 }
 
-bool Session::Start(const std::string& tail) {
-    process.Start(LumoraExe(), tail);
+bool Session::Start(const std::string& tail, const std::wstring& exe) {
+    process.Start(exe, tail);
     main = WaitForWindow(process.Id(), ids::kMainClass);
     list = WaitForWindow(process.Id(), ids::kPlaylistClass);
     return main && list;

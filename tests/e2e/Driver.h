@@ -127,8 +127,8 @@ struct Session {
     HWND main = nullptr;
     HWND list = nullptr;
 
-    // Starts Lumora and waits for both windows; false when either never came.
-    bool Start(const std::string& tail);
+    // Starts Lumora (or the copy `exe`) and waits for both windows; false when either never came.
+    bool Start(const std::string& tail, const std::wstring& exe = LumoraExe());
     // Starts Lumora with one path as its argument.
     bool Open(const std::string& path) { return Start(Quoted(path)); }
     // The list's lines as shown ("001-(name)").

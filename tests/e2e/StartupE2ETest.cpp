@@ -245,6 +245,51 @@ TEST_F(LumoraE2E, SaveKilledHalfWayLeavesTheOldListWhole) {
 
 // The installer's round trip (tests/installer/) points LUMORA_EXE at the installed program: started
 // from its own folder it shows its windows, and a close ends it cleanly.
+// A portable copy, as unpacked from its zip onto a USB stick: its options, default list and balloon-tip
+// component come from its own folder, and neither the registry nor the user's profile gains anything.
+TEST_F(LumoraE2E, APortableCopyKeepsEverythingInItsOwnFolder) {
+    const TempFolder stick(L"Lumora 便携");
+    const fs::path exe = stick / L"Lumora.exe";
+    fs::copy_file(LumoraExe(), exe);
+    fs::copy_file(fs::path(LumoraExe()).parent_path() / L"tooltip.dll", stick / L"tooltip.dll");
+    WriteBytes(stick / L"Lumora.portable", "");
+    // The copy's own option: save the queue as the default list at close ("L56" is "1").
+    fs::create_directories(stick / L"Data");
+    WriteBytes(stick / L"Data" / L"registry.txt",
+               "[HKEY_CURRENT_USER\\SOFTWARE\\Tavrinsoft\\TavrinPlayer\\setup]\r\nL56=b:31\r\n");
+    const std::string clsid = "CLSID\\{F2E3C6F5-2F8F-41F9-BDA5-8E19A020CA7E}";
+    for (const auto root : {RegistryRoot::ClassesRoot, RegistryRoot::CurrentUser}) {
+        WinRegistry().DeleteKey(root, root == RegistryRoot::CurrentUser ? "Software\\Classes\\" + clsid : clsid);
+    }
+    const fs::path appData = Widen(Env(L"APPDATA")) + L"\\Lumora";
+    fs::remove_all(appData);
+    for (const wchar_t* name : {L"歌 1.mp3", L"歌 2.mp3"}) WriteBytes(media_ / name, test::MpegFrames(400));
+
+    ASSERT_TRUE(lumora_.Start(Quoted(media_.Text()), exe.wstring()));
+    ASSERT_TRUE(WaitFor([&] { return lumora_.Lines().size() == 2; }));
+    EXPECT_TRUE(WaitFor([&] {
+        for (HWND w : AllWindows(L"tooltips_class32")) {
+            if (GetWindow(w, GW_OWNER) == lumora_.main) return true;
+        }
+        return false;
+    })) << "no balloon tips without a registered component";
+    PostMessageW(lumora_.main, WM_CLOSE, 0, 0);
+    ASSERT_EQ(lumora_.process.ExitCode(), 0u);
+    const std::string options = ReadBytes(stick / L"Data" / L"registry.txt");
+    EXPECT_NE(options.find("TavrinPlayer\\setup]"), std::string::npos) << options;
+    EXPECT_EQ(options.find("CLSID"), std::string::npos) << options;
+    EXPECT_TRUE(fs::exists(stick / L"Data" / L"zvp3mr.qlb"));
+    EXPECT_FALSE(fs::exists(appData));
+    EXPECT_FALSE(ReadOption("TOP"));
+    RegistryValue value;
+    EXPECT_NE(WinRegistry().Read(RegistryRoot::ClassesRoot, clsid + "\\InprocServer32", "", value), 0);
+
+    // The next start, wherever the stick is, plays the list it left.
+    ASSERT_TRUE(lumora_.Start("", exe.wstring()));
+    EXPECT_TRUE(WaitFor([&] { return lumora_.Lines().size() == 2; }));
+    lumora_.process.Kill();
+}
+
 TEST(Installed, StartsAndClosesCleanly) {
     Session lumora;
     ASSERT_TRUE(lumora.Start(""));

@@ -4,6 +4,7 @@
 
 #include "mediainfo/QgcFile.h"
 #include "ports/TextCodec.h"
+#include "settings/FileRegistry.h"
 #include "settings/IniDocument.h"
 #include "settings/IniFiles.h"
 #include "settings/RegistryWrapper.h"
@@ -221,5 +222,54 @@ TEST(WindowPlacement, KeptPlacesAndTheirValues) {
     EXPECT_EQ(PixelsToTwips(96, 0), 1440);  // a screen that tells no DPI counts as 96
 }
 
+// A portable copy keeps its options in a file beside it: the next start (on any machine) loads what this
+// one saved, every byte and name intact, and a file that cannot be read or written stays as it was.
+TEST(FileRegistry, TheNextStartLoadsWhatWasSavedAndAFileInTroubleIsLeftAlone) {
+    test::FakeFileSystem fs;
+    test::FakePrompts prompts;
+    const std::string file = "E:\\Lumora\\Data\\registry.txt";
+    SettingsStore saved;
+    saved.SetText("L1", "7");
+    saved.SetText("L44", "0");
+    const std::string bytes("\0\xFF=]\r\n", 6);
+    {
+        FileRegistry reg(fs, file);
+        RegistryWrapper wrapper(reg, prompts);
+        ASSERT_TRUE(SaveSettings(saved, wrapper, "1", "E:\\Lumora"));
+        EXPECT_EQ(reg.WriteBinary(RegistryRoot::CurrentUser, kSetup, "a=b", bytes), regerr::kSuccess);
+        EXPECT_EQ(reg.CreateKey(RegistryRoot::ClassesRoot, "CLSID\\{x}\\Server"), regerr::kSuccess);
+        EXPECT_EQ(reg.WriteText(RegistryRoot::ClassesRoot, "CLSID\\{x}\\Server", "", "E:\\周末.dll"), regerr::kSuccess);
+        EXPECT_EQ(reg.WriteText(RegistryRoot::CurrentUser, "SOFTWARE\\None", "v", "x"), regerr::kFileNotFound);
+        EXPECT_EQ(reg.WriteText(RegistryRoot::CurrentUser, kSetup, "two\nlines", "x"), regerr::kInvalidParameter);
+    }
+    FileRegistry next(fs, file);
+    RegistryWrapper wrapper(next, prompts);
+    SettingsStore loaded;
+    ASSERT_TRUE(LoadSettings(loaded, wrapper, kScreen));
+    for (auto name : SettingsStore::SavedNames()) EXPECT_EQ(loaded.Text(name), saved.Text(name)) << name;
+    RegistryValue value;
+    EXPECT_EQ(next.Read(RegistryRoot::CurrentUser, "software\\TAVRINSOFT\\tavrinplayer\\setup", "A=B", value),
+              regerr::kSuccess);
+    EXPECT_EQ(std::tuple(value.kind, value.data), std::tuple(RegistryValue::Kind::Binary, bytes));
+    EXPECT_EQ(next.Read(RegistryRoot::ClassesRoot, "CLSID\\{x}\\Server", "", value), regerr::kSuccess);
+    EXPECT_EQ(std::tuple(value.kind, value.data), std::tuple(RegistryValue::Kind::Text, std::string("E:\\周末.dll")));
+    // Deleting a key takes the keys below it, even one never made by itself.
+    EXPECT_EQ(next.DeleteKey(RegistryRoot::ClassesRoot, "CLSID"), regerr::kSuccess);
+    EXPECT_EQ(next.Read(RegistryRoot::ClassesRoot, "CLSID\\{x}\\Server", "", value), regerr::kFileNotFound);
+    EXPECT_EQ(next.DeleteKey(RegistryRoot::ClassesRoot, "CLSID"), regerr::kFileNotFound);
+    // Lines that do not parse are dropped, the rest kept.
+    const auto keys = FileRegistry::Parse("junk\n[K]\r\nA=b:4G\r\nB=b:41\r\nC=x:41\r\nD=b:414\r\n");
+    ASSERT_EQ(keys.size(), 1u);
+    EXPECT_EQ(FileRegistry::Format(keys), "[K]\r\nB=b:41\r\n");
+
+    const std::string before = fs.files[file];
+    fs.unreadable.push_back(file);
+    EXPECT_EQ(next.WriteBinary(RegistryRoot::CurrentUser, kSetup, "L1", "9"), regerr::kAccessDenied);
+    fs.unreadable.clear();
+    fs.failWrites = true;
+    EXPECT_EQ(next.WriteBinary(RegistryRoot::CurrentUser, kSetup, "L1", "9"), regerr::kCantWrite);
+    EXPECT_EQ(fs.files[file], before);
+    EXPECT_TRUE(prompts.messages.empty());
+}
 }  // namespace
 }  // namespace lumora
