@@ -79,8 +79,10 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     lumora::WinRegistry systemRegistry;
     std::unique_ptr<lumora::Registry> ownRegistry;
     if (portable) {
+        // On a medium that cannot be written (no data folder) every save fails with the registry's message.
+        const std::string data = files.UserDataFolder();
         ownRegistry = std::make_unique<lumora::FileRegistry>(
-            files, files.UserDataFolder() + "\\" + std::string(lumora::kPortableRegistryFile));
+            files, data.empty() ? data : data + "\\" + std::string(lumora::kPortableRegistryFile));
     } else {
         ownRegistry = std::make_unique<lumora::UserFirstRegistry>(systemRegistry);
     }

@@ -240,7 +240,10 @@ TEST(FileRegistry, TheNextStartLoadsWhatWasSavedAndAFileInTroubleIsLeftAlone) {
         EXPECT_EQ(reg.CreateKey(RegistryRoot::ClassesRoot, "CLSID\\{x}\\Server"), regerr::kSuccess);
         EXPECT_EQ(reg.WriteText(RegistryRoot::ClassesRoot, "CLSID\\{x}\\Server", "", "E:\\周末.dll"), regerr::kSuccess);
         EXPECT_EQ(reg.WriteText(RegistryRoot::CurrentUser, "SOFTWARE\\None", "v", "x"), regerr::kFileNotFound);
-        EXPECT_EQ(reg.WriteText(RegistryRoot::CurrentUser, kSetup, "two\nlines", "x"), regerr::kInvalidParameter);
+        EXPECT_EQ(reg.WriteText(RegistryRoot::CurrentUser, kSetup, "two\nlines", "x") +
+                      reg.CreateKey(RegistryRoot::CurrentUser, "a\nb"),
+                  2 * regerr::kInvalidParameter);
+        EXPECT_EQ(reg.CreateKey(RegistryRoot::ClassesRoot, "CLSIDS"), regerr::kSuccess);
     }
     FileRegistry next(fs, file);
     RegistryWrapper wrapper(next, prompts);
@@ -251,16 +254,19 @@ TEST(FileRegistry, TheNextStartLoadsWhatWasSavedAndAFileInTroubleIsLeftAlone) {
     EXPECT_EQ(next.Read(RegistryRoot::CurrentUser, "software\\TAVRINSOFT\\tavrinplayer\\setup", "A=B", value),
               regerr::kSuccess);
     EXPECT_EQ(std::tuple(value.kind, value.data), std::tuple(RegistryValue::Kind::Binary, bytes));
+    EXPECT_EQ(next.DeleteValue(RegistryRoot::CurrentUser, kSetup, "A=B"), regerr::kSuccess);
+    EXPECT_EQ(FileRegistry(fs, file).Read(RegistryRoot::CurrentUser, kSetup, "a=b", value), regerr::kFileNotFound);
     EXPECT_EQ(next.Read(RegistryRoot::ClassesRoot, "CLSID\\{x}\\Server", "", value), regerr::kSuccess);
     EXPECT_EQ(std::tuple(value.kind, value.data), std::tuple(RegistryValue::Kind::Text, std::string("E:\\周末.dll")));
     // Deleting a key takes the keys below it, even one never made by itself.
     EXPECT_EQ(next.DeleteKey(RegistryRoot::ClassesRoot, "CLSID"), regerr::kSuccess);
     EXPECT_EQ(next.Read(RegistryRoot::ClassesRoot, "CLSID\\{x}\\Server", "", value), regerr::kFileNotFound);
     EXPECT_EQ(next.DeleteKey(RegistryRoot::ClassesRoot, "CLSID"), regerr::kFileNotFound);
+    EXPECT_EQ(next.DeleteKey(RegistryRoot::ClassesRoot, "CLSIDS"), regerr::kSuccess);
     // Lines that do not parse are dropped, the rest kept.
-    const auto keys = FileRegistry::Parse("junk\n[K]\r\nA=b:4G\r\nB=b:41\r\nC=x:41\r\nD=b:414\r\n");
+    const auto keys = FileRegistry::Parse("junk\n[K]\r\nA=b:4G\r\nB=b:4a\r\nC=x:41\r\nD=b:414\r\n");
     ASSERT_EQ(keys.size(), 1u);
-    EXPECT_EQ(FileRegistry::Format(keys), "[K]\r\nB=b:41\r\n");
+    EXPECT_EQ(FileRegistry::Format(keys), "[K]\r\nB=b:4A\r\n");
 
     const std::string before = fs.files[file];
     fs.unreadable.push_back(file);
