@@ -3,6 +3,7 @@
 #include <tuple>
 
 #include "app/Commands.h"
+#include "app/KeyMap.h"
 #include "app/TimerPlan.h"
 
 namespace lumora {
@@ -55,6 +56,72 @@ TEST(TimerPlan, OnlyTimersWithWorkRun) {
     EXPECT_EQ(PlanTimers({}).volumeIntervalMs, 50u);
     EXPECT_EQ(PlanTimers({false, false, false, true, 12}).volumeIntervalMs, 100u);
     EXPECT_EQ(PlanTimers({false, false, false, true, 0}).volumeIntervalMs, 8u);
+}
+
+// What users rely on: the keys of a player where they expect them, and never a key that an edit box,
+// a slider or the list's own movement needs.
+TEST(KeyMap, KeysRunTheirCommandsOnlyWhereTheyBelong) {
+    using C = KeyCommand;
+    using F = KeyFocus;
+    using namespace keys;
+    struct Case {
+        KeyPress press;
+        F focus;
+        C expected;
+    } cases[] = {
+        {{kSpace}, F::Window, C::PlayPause},
+        {{kSpace}, F::List, C::PlayPause},
+        {{kSpace}, F::Edit, C::None},                               // typed into an edit box
+        {{kSpace, false, false, false, true}, F::Window, C::None},  // held: toggles once
+        {{kSpace, true}, F::Window, C::None},                       // modifiers must match
+        {{kLeft, false, false, false, true}, F::Window, C::Back},   // held: seeks on
+        {{kRight}, F::Window, C::Forward},
+        {{kUp}, F::Window, C::VolumeUp},
+        {{kDown}, F::Window, C::VolumeDown},
+        {{kLeft}, F::Slider, C::None},  // the slider's own arrows
+        {{kDown}, F::List, C::None},    // the list's own movement
+        {{kPageDown}, F::Window, C::Next},
+        {{kPageUp}, F::List, C::None},
+        {{kPeriod}, F::Window, C::Stop},
+        {{kPeriod}, F::List, C::None},  // the list's type-ahead
+        {{'O', true}, F::Window, C::OpenFiles},
+        {{'O', true, true}, F::List, C::OpenFolder},
+        {{'O', true}, F::Edit, C::None},
+        {{'O'}, F::Window, C::None},
+        {{'O', true, false, true}, F::Window, C::None},  // Alt is the system's
+        {{'L', true}, F::Slider, C::ShowList},
+        {{kReturn}, F::List, C::PlayEntry},
+        {{kReturn}, F::Window, C::None},  // clicks the focused button
+        {{kDelete}, F::List, C::RemoveEntry},
+        {{kDelete}, F::Window, C::None},
+        {{'F', true}, F::List, C::FindEntry},
+    };
+    for (const auto& c : cases) EXPECT_EQ(CommandForKey(c.press, c.focus), c.expected) << &c - cases;
+
+    // Menus show the key that runs their command.
+    for (const auto& [command, label] : {std::pair{C::OpenFiles, "Ctrl+O"},
+                                         {C::OpenFolder, "Ctrl+Shift+O"},
+                                         {C::ShowList, "Ctrl+L"},
+                                         {C::RemoveEntry, "Del"},
+                                         {C::PlayEntry, "Enter"}}) {
+        EXPECT_EQ(KeyLabel(command), label);
+    }
+    EXPECT_EQ(KeyLabel(C::None), "");
+
+    // Media keys: play only starts, pause only pauses.
+    for (const auto& [appCommand, playing, expected] : {std::tuple{14, true, C::PlayPause},
+                                                        {46, true, C::None},
+                                                        {46, false, C::PlayPause},
+                                                        {47, false, C::None},
+                                                        {47, true, C::PlayPause},
+                                                        {11, false, C::Next},
+                                                        {12, false, C::Previous},
+                                                        {13, true, C::Stop},
+                                                        {10, true, C::VolumeUp},
+                                                        {9, true, C::VolumeDown},
+                                                        {8, true, C::None}}) {
+        EXPECT_EQ(CommandForAppCommand(appCommand, playing), expected) << appCommand;
+    }
 }
 
 }  // namespace
