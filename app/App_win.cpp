@@ -9,6 +9,7 @@
 #include "app/Startup.h"
 #include "mediainfo/ListInfo.h"
 #include "platform/HandOff_win.h"
+#include "platform/MessagePump_win.h"
 #include "platform/WinText_win.h"
 #include "playback/FrequencyBands.h"
 #include "playback/TransportTexts.h"
@@ -74,7 +75,10 @@ App::App(AppServices services)
     BuildCommands();
 }
 
-App::~App() { window_.Destroy(); }
+App::~App() {
+    SetMessageFilter(nullptr);
+    window_.Destroy();
+}
 
 bool App::Start(const std::string& argument, const std::string& osCode) {
     osCode_ = osCode;
@@ -103,6 +107,8 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
     }
     ShowTips();
     playlist_.CreateInfoTip(settings_.IsOn(opt::kClassicListTips));
+    SetMessageFilter([this](MSG& msg) { return FilterMessage(msg); });
+    if (services_.registry.ReadValueQuietly(kSetupKeyPath, opt::kMediaKeysAlways).text == "1") hotKeys_.Hold(main);
 
     queue_.Clear();
 
@@ -172,6 +178,8 @@ void App::Play(const std::string& path) { player_.OpenAndPlay(path); }
 
 void App::ShowPlayback(const PlaybackTexts& texts) {
     window_.ShowPlayback(texts);
+    using Bar = TaskbarButton::State;
+    taskbar_.Show(player_.IsPlaying() ? Bar::Playing : player_.FilePlays() ? Bar::Paused : Bar::Idle, texts.progress);
     RefreshTips();
     UpdateTimers();
 }
@@ -316,6 +324,8 @@ void App::OnMoved() { playlist_.FollowOwner(); }
 
 void App::OnCloseRequest() { Close(); }
 
+void App::OnTaskbarButton() { taskbar_.Attach(window_.Handle()); }
+
 void App::OpenArgument(const std::string& argument) {
     const auto path = ResolveArgument(argument, services_.files);
     if (!path) return;  // names nothing: silently not added
@@ -394,6 +404,7 @@ void App::SavePositions() {
 void App::Close() {
     defaultList_.SaveDefaultListOnExit();  // only when "L56" asks for it
     SavePositions();
+    hotKeys_.Release();
     engine_.CloseAll();
     window_.Destroy();
     closed_ = true;

@@ -157,5 +157,38 @@ TEST_F(PlaybackE2E, LyricsTheirSettingsAndTheEditorOnTheFileThatPlays) {
     Click(editor, IDCANCEL);
 }
 
+// Keys typed into the main window and a multimedia keyboard's key run the transport and the list
+// window as their buttons do.
+TEST_F(PlaybackE2E, KeysAndMediaKeys) {
+    StoreOption("L25", "1");
+    for (const wchar_t* name : {L"a.wav", L"b.wav"}) WriteBytes(media_ / name, SilentWave(30));
+    ASSERT_TRUE(lumora_.Open(media_.Text()));
+    HWND main = lumora_.main, list = lumora_.list;
+    ASSERT_TRUE(lumora_.WaitForTitle("a.wav"));
+    ASSERT_TRUE(lumora_.Playing());
+
+    for (const bool playing : {false, true}) {
+        PostMessageW(main, WM_KEYDOWN, VK_SPACE, 1);
+        PostMessageW(main, WM_KEYUP, VK_SPACE, 0xC0000001);
+        EXPECT_TRUE(playing ? lumora_.Playing() : lumora_.Stopped());
+    }
+
+    // Ctrl+L typed as a user types it: the modifier is the keyboard's state, not the message's.
+    const bool listShown = IsWindowVisible(list) != FALSE;
+    SetForegroundWindow(main);
+    ASSERT_TRUE(WaitFor([&] { return GetForegroundWindow() == main; }));
+    INPUT keys[4] = {};
+    for (int i = 0; i < 4; ++i) {
+        keys[i].type = INPUT_KEYBOARD;
+        keys[i].ki.wVk = static_cast<WORD>(i == 0 || i == 3 ? VK_CONTROL : 'L');
+        keys[i].ki.dwFlags = i < 2 ? 0 : KEYEVENTF_KEYUP;
+    }
+    ASSERT_EQ(SendInput(4, keys, sizeof(INPUT)), 4u);
+    EXPECT_TRUE(WaitFor([&] { return (IsWindowVisible(list) != FALSE) != listShown; }));
+
+    PostMessageW(main, WM_APPCOMMAND, reinterpret_cast<WPARAM>(main), MAKELPARAM(0, APPCOMMAND_MEDIA_NEXTTRACK));
+    EXPECT_TRUE(lumora_.WaitForTitle("b.wav"));
+}
+
 }  // namespace
 }  // namespace lumora::e2e
