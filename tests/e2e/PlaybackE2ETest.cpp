@@ -185,6 +185,13 @@ TEST_F(PlaybackE2E, KeysAndMediaKeys) {
     }
     ASSERT_EQ(SendInput(4, keys, sizeof(INPUT)), 4u);
     EXPECT_TRUE(WaitFor([&] { return (IsWindowVisible(list) != FALSE) != listShown; }));
+    // Tab takes the focus from the window to one of its controls.
+    PostMessageW(main, WM_KEYDOWN, VK_TAB, 1);
+    GUITHREADINFO gui{};
+    gui.cbSize = sizeof gui;
+    EXPECT_TRUE(WaitFor([&] {
+        return GetGUIThreadInfo(GetWindowThreadProcessId(main, nullptr), &gui) && IsChild(main, gui.hwndFocus);
+    }));
 
     PostMessageW(main, WM_APPCOMMAND, reinterpret_cast<WPARAM>(main), MAKELPARAM(0, APPCOMMAND_MEDIA_NEXTTRACK));
     EXPECT_TRUE(lumora_.WaitForTitle("b.wav"));
