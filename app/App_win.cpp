@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "app/Startup.h"
+#include "mediainfo/Id3v1.h"
 #include "mediainfo/ListInfo.h"
 #include "platform/HandOff_win.h"
 #include "platform/MessagePump_win.h"
@@ -109,6 +110,7 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
     playlist_.CreateInfoTip(settings_.IsOn(opt::kClassicListTips));
     SetMessageFilter([this](MSG& msg) { return FilterMessage(msg); });
     if (services_.registry.ReadValueQuietly(kSetupKeyPath, opt::kMediaKeysAlways).text == "1") hotKeys_.Hold(main);
+    mediaControls_.Attach(main);
 
     queue_.Clear();
 
@@ -178,8 +180,14 @@ void App::Play(const std::string& path) { player_.OpenAndPlay(path); }
 
 void App::ShowPlayback(const PlaybackTexts& texts) {
     window_.ShowPlayback(texts);
+    const bool paused = !player_.IsPlaying() && player_.FilePlays();
     using Bar = TaskbarButton::State;
-    taskbar_.Show(player_.IsPlaying() ? Bar::Playing : player_.FilePlays() ? Bar::Paused : Bar::Idle, texts.progress);
+    taskbar_.Show(player_.IsPlaying() ? Bar::Playing : paused ? Bar::Paused : Bar::Idle, texts.progress);
+    using Controls = SystemMediaControls::Status;
+    mediaControls_.ShowStatus(player_.IsPlaying()          ? Controls::Playing
+                              : paused                     ? Controls::Paused
+                              : queue_.Queue().Count() > 0 ? Controls::Stopped
+                                                           : Controls::Closed);
     RefreshTips();
     UpdateTimers();
 }
@@ -203,6 +211,10 @@ void App::FileOpened(const std::string& path) {
     } else if (settings_.IsOn(opt::kAutoCloseLyricsWindow) && !player_.UsingDecoder1()) {
         ShowWindow(display_.Handle(), SW_HIDE);
     }
+    // The system's media controls show the tag's title and artist; a file without a title shows its name.
+    Id3v1Tag tag;
+    ReadId3v1Tag(services_.files, path, tag);
+    mediaControls_.ShowFile(tag.title.empty() ? path.substr(path.find_last_of('\\') + 1) : tag.title, tag.artist);
     stream_.Opened(path, player_.LengthMs());
     display_.SetStreamTexts(stream_.Texts());
     window_.ShowTagLine(stream_.Texts().title);

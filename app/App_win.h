@@ -152,6 +152,7 @@ private:
     CommandTable commands_;
     TaskbarButton taskbar_;
     MediaHotKeys hotKeys_;
+    SystemMediaControls mediaControls_;
     std::string osCode_;
     unsigned runningTimers_ = 0;  // a bit for each TimerId that runs
     bool displayClosedByUser_ = false;  // until the next file opens
