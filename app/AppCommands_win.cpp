@@ -5,7 +5,6 @@
 #include <commctrl.h>
 #include <shlwapi.h>
 
-#include <algorithm>
 #include <iterator>
 
 #include "mediainfo/LyricsLookup.h"

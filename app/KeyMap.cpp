@@ -24,18 +24,29 @@ struct Binding {
 
 // The first binding of a command is the one its menu entry shows.
 // Space plays and pauses wherever it is pressed, also on a focused button: Enter clicks that.
-// The arrows, PgUp and PgDn belong to a focused slider or the list; "." to the list's type-ahead.
+// Left, Right, PgUp and PgDn belong to a focused slider or the list, Up and Down to the list: on a
+// slider they would turn the volume the wrong way round. "." belongs to the list's type-ahead.
+// clang-format off
 constexpr Binding kBindings[] = {
-    {kSpace, kNone, C::PlayPause, kAnywhere, false}, {kPeriod, kNone, C::Stop, kWindow | kSlider, false},
-    {kPageUp, kNone, C::Previous, kWindow, false},   {kPageDown, kNone, C::Next, kWindow, false},
-    {kLeft, kNone, C::Back, kWindow, true},          {kRight, kNone, C::Forward, kWindow, true},
-    {kUp, kNone, C::VolumeUp, kWindow, true},        {kDown, kNone, C::VolumeDown, kWindow, true},
-    {'O', kCtrl, C::OpenFiles, kAnywhere, false},    {'O', kCtrl | kShift, C::OpenFolder, kAnywhere, false},
-    {'S', kCtrl, C::SaveList, kAnywhere, false},     {'T', kCtrl, C::JumpToTime, kAnywhere, false},
-    {'I', kCtrl, C::MediaInfo, kAnywhere, false},    {'L', kCtrl, C::ShowList, kAnywhere, false},
-    {kReturn, kNone, C::PlayEntry, kList, false},    {kDelete, kNone, C::RemoveEntry, kList, false},
-    {'F', kCtrl, C::FindEntry, kList, false},
+    {kSpace,    kNone,          C::PlayPause,   kAnywhere,         false},
+    {kPeriod,   kNone,          C::Stop,        kWindow | kSlider, false},
+    {kPageUp,   kNone,          C::Previous,    kWindow,           false},
+    {kPageDown, kNone,          C::Next,        kWindow,           false},
+    {kLeft,     kNone,          C::Back,        kWindow,           true},
+    {kRight,    kNone,          C::Forward,     kWindow,           true},
+    {kUp,       kNone,          C::VolumeUp,    kWindow | kSlider, true},
+    {kDown,     kNone,          C::VolumeDown,  kWindow | kSlider, true},
+    {'O',       kCtrl,          C::OpenFiles,   kAnywhere,         false},
+    {'O',       kCtrl | kShift, C::OpenFolder,  kAnywhere,         false},
+    {'S',       kCtrl,          C::SaveList,    kAnywhere,         false},
+    {'T',       kCtrl,          C::JumpToTime,  kAnywhere,         false},
+    {'I',       kCtrl,          C::MediaInfo,   kAnywhere,         false},
+    {'L',       kCtrl,          C::ShowList,    kAnywhere,         false},
+    {kReturn,   kNone,          C::PlayEntry,   kList,             false},
+    {kDelete,   kNone,          C::RemoveEntry, kList,             false},
+    {'F',       kCtrl,          C::FindEntry,   kList,             false},
 };
+// clang-format on
 
 unsigned WhereBit(KeyFocus focus) {
     switch (focus) {
@@ -51,29 +62,10 @@ unsigned WhereBit(KeyFocus focus) {
     return 0;
 }
 
+// The names menus show: the keys of menu entries are letters, Enter and Del.
 std::string KeyName(unsigned key) {
-    switch (key) {
-        case kReturn:
-            return "Enter";
-        case kSpace:
-            return "Space";
-        case kPageUp:
-            return "PgUp";
-        case kPageDown:
-            return "PgDn";
-        case kLeft:
-            return "Left";
-        case kUp:
-            return "Up";
-        case kRight:
-            return "Right";
-        case kDown:
-            return "Down";
-        case kDelete:
-            return "Del";
-        case kPeriod:
-            return ".";
-    }
+    if (key == kReturn) return "Enter";
+    if (key == kDelete) return "Del";
     return std::string(1, static_cast<char>(key));
 }
 

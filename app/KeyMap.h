@@ -41,7 +41,7 @@ enum class KeyCommand {
     FindEntry,
 };
 
-// What holds the keyboard focus. Typing into an edit box, a slider's arrows and the list's own
+// What holds the keyboard focus. Typing into an edit box, a slider's Left and Right and the list's own
 // movement and type-ahead stay with them.
 enum class KeyFocus { Window, Slider, List, Edit };
 
