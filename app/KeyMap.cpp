@@ -1,5 +1,7 @@
 #include "app/KeyMap.h"
 
+#include <utility>
+
 namespace lumora {
 namespace {
 
@@ -19,7 +21,6 @@ struct Binding {
     unsigned mods;
     KeyCommand command;
     unsigned where;
-    bool repeats;  // a held key runs it again; toggles run once a press
 };
 
 // The first binding of a command is the one its menu entry shows.
@@ -28,39 +29,43 @@ struct Binding {
 // slider they would turn the volume the wrong way round. "." belongs to the list's type-ahead.
 // clang-format off
 constexpr Binding kBindings[] = {
-    {kSpace,    kNone,          C::PlayPause,   kAnywhere,         false},
-    {kPeriod,   kNone,          C::Stop,        kWindow | kSlider, false},
-    {kPageUp,   kNone,          C::Previous,    kWindow,           false},
-    {kPageDown, kNone,          C::Next,        kWindow,           false},
-    {kLeft,     kNone,          C::Back,        kWindow,           true},
-    {kRight,    kNone,          C::Forward,     kWindow,           true},
-    {kUp,       kNone,          C::VolumeUp,    kWindow | kSlider, true},
-    {kDown,     kNone,          C::VolumeDown,  kWindow | kSlider, true},
-    {'O',       kCtrl,          C::OpenFiles,   kAnywhere,         false},
-    {'O',       kCtrl | kShift, C::OpenFolder,  kAnywhere,         false},
-    {'S',       kCtrl,          C::SaveList,    kAnywhere,         false},
-    {'T',       kCtrl,          C::JumpToTime,  kAnywhere,         false},
-    {'I',       kCtrl,          C::MediaInfo,   kAnywhere,         false},
-    {'L',       kCtrl,          C::ShowList,    kAnywhere,         false},
-    {kReturn,   kNone,          C::PlayEntry,   kList,             false},
-    {kDelete,   kNone,          C::RemoveEntry, kList,             false},
-    {'F',       kCtrl,          C::FindEntry,   kList,             false},
+    {kSpace,    kNone,          C::PlayPause,   kAnywhere},
+    {kPeriod,   kNone,          C::Stop,        kWindow | kSlider},
+    {kPageUp,   kNone,          C::Previous,    kWindow},
+    {kPageDown, kNone,          C::Next,        kWindow},
+    {kLeft,     kNone,          C::Back,        kWindow},
+    {kRight,    kNone,          C::Forward,     kWindow},
+    {kUp,       kNone,          C::VolumeUp,    kWindow | kSlider},
+    {kDown,     kNone,          C::VolumeDown,  kWindow | kSlider},
+    {'O',       kCtrl,          C::OpenFiles,   kAnywhere},
+    {'O',       kCtrl | kShift, C::OpenFolder,  kAnywhere},
+    {'S',       kCtrl,          C::SaveList,    kAnywhere},
+    {'T',       kCtrl,          C::JumpToTime,  kAnywhere},
+    {'I',       kCtrl,          C::MediaInfo,   kAnywhere},
+    {'L',       kCtrl,          C::ShowList,    kAnywhere},
+    {kReturn,   kNone,          C::PlayEntry,   kList},
+    {kDelete,   kNone,          C::RemoveEntry, kList},
+    {'F',       kCtrl,          C::FindEntry,   kList},
 };
 // clang-format on
 
 unsigned WhereBit(KeyFocus focus) {
-    switch (focus) {
-        case KeyFocus::Window:
-            return kWindow;
-        case KeyFocus::Slider:
-            return kSlider;
-        case KeyFocus::List:
-            return kList;
-        case KeyFocus::Edit:
-            return 0;
-    }
-    return 0;
+    constexpr unsigned kBits[] = {kWindow, kSlider, kList, 0};  // in KeyFocus's order
+    return kBits[static_cast<int>(focus)];
 }
+
+// A held key runs again only what steps (seeking, the volume); toggles and dialogs run once a press.
+bool Repeats(KeyCommand command) {
+    return command == C::Back || command == C::Forward || command == C::VolumeUp || command == C::VolumeDown;
+}
+
+// WM_APPCOMMAND's numbers: APPCOMMAND_VOLUME_DOWN, _VOLUME_UP, _MEDIA_NEXTTRACK, _MEDIA_PREVIOUSTRACK,
+// _MEDIA_STOP, _MEDIA_PLAY_PAUSE, _MEDIA_FAST_FORWARD and _MEDIA_REWIND; and _MEDIA_PLAY and _MEDIA_PAUSE.
+constexpr std::pair<int, KeyCommand> kAppCommands[] = {{9, C::VolumeDown}, {10, C::VolumeUp}, {11, C::Next},
+                                                       {12, C::Previous},  {13, C::Stop},     {14, C::PlayPause},
+                                                       {49, C::Forward},   {50, C::Back}};
+constexpr int kMediaPlay = 46;
+constexpr int kMediaPause = 47;
 
 // The names menus show: the keys of menu entries are letters, Enter and Del.
 std::string KeyName(unsigned key) {
@@ -72,14 +77,15 @@ std::string KeyName(unsigned key) {
 }  // namespace
 
 KeyCommand CommandForKey(const KeyPress& press, KeyFocus focus) {
-    if (press.alt) return C::None;  // Alt belongs to the system menu and Alt+F4
+    if (press.alt) return {};  // Alt belongs to the system menu and Alt+F4
     const unsigned mods = (press.ctrl ? kCtrl : kNone) | (press.shift ? kShift : kNone);
     for (const Binding& b : kBindings) {
-        if (b.key == press.key && b.mods == mods && (b.where & WhereBit(focus)) && (b.repeats || !press.repeat)) {
+        if (b.key == press.key && b.mods == mods && (b.where & WhereBit(focus)) &&
+            (!press.repeat || Repeats(b.command))) {
             return b.command;
         }
     }
-    return C::None;
+    return {};
 }
 
 std::string KeyLabel(KeyCommand command) {
@@ -91,29 +97,12 @@ std::string KeyLabel(KeyCommand command) {
 }
 
 KeyCommand CommandForAppCommand(int appCommand, bool playing) {
-    switch (appCommand) {
-        case 9:
-            return C::VolumeDown;  // APPCOMMAND_VOLUME_DOWN
-        case 10:
-            return C::VolumeUp;  // APPCOMMAND_VOLUME_UP
-        case 11:
-            return C::Next;  // APPCOMMAND_MEDIA_NEXTTRACK
-        case 12:
-            return C::Previous;  // APPCOMMAND_MEDIA_PREVIOUSTRACK
-        case 13:
-            return C::Stop;  // APPCOMMAND_MEDIA_STOP
-        case 14:
-            return C::PlayPause;  // APPCOMMAND_MEDIA_PLAY_PAUSE
-        case 46:
-            return playing ? C::None : C::PlayPause;  // APPCOMMAND_MEDIA_PLAY
-        case 47:
-            return playing ? C::PlayPause : C::None;  // APPCOMMAND_MEDIA_PAUSE
-        case 49:
-            return C::Forward;  // APPCOMMAND_MEDIA_FAST_FORWARD
-        case 50:
-            return C::Back;  // APPCOMMAND_MEDIA_REWIND
+    if (appCommand == kMediaPlay) return playing ? C::None : C::PlayPause;
+    if (appCommand == kMediaPause) return playing ? C::PlayPause : C::None;
+    for (const auto& [number, command] : kAppCommands) {
+        if (number == appCommand) return command;
     }
-    return C::None;
+    return {};
 }
 
 }  // namespace lumora

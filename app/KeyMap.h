@@ -20,6 +20,7 @@ inline constexpr unsigned kDelete = 0x2E;
 inline constexpr unsigned kPeriod = 0xBE;  // VK_OEM_PERIOD
 }  // namespace keys
 
+// None first: a value-initialised command is no command.
 enum class KeyCommand {
     None,
     PlayPause,
@@ -41,8 +42,8 @@ enum class KeyCommand {
     FindEntry,
 };
 
-// What holds the keyboard focus. Typing into an edit box, a slider's Left and Right and the list's own
-// movement and type-ahead stay with them.
+// What holds the keyboard focus (the key table relies on this order). Typing into an edit box, a slider's Left and
+// Right and the list's own movement and type-ahead stay with them.
 enum class KeyFocus { Window, Slider, List, Edit };
 
 struct KeyPress {
