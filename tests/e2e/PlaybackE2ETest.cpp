@@ -189,12 +189,18 @@ TEST_F(PlaybackE2E, KeysAndMediaKeys) {
     PostMessageW(main, WM_KEYDOWN, VK_TAB, 1);
     GUITHREADINFO gui{};
     gui.cbSize = sizeof gui;
-    EXPECT_TRUE(WaitFor([&] {
+    ASSERT_TRUE(WaitFor([&] {
         return GetGUIThreadInfo(GetWindowThreadProcessId(main, nullptr), &gui) && IsChild(main, gui.hwndFocus);
     }));
+    // Space there still pauses, and does not click the focused button too.
+    const std::string caption = Text(gui.hwndFocus);
+    PostMessageW(gui.hwndFocus, WM_KEYDOWN, VK_SPACE, 1);
+    PostMessageW(gui.hwndFocus, WM_KEYUP, VK_SPACE, 0xC0000001);
+    EXPECT_TRUE(lumora_.Stopped());
 
     PostMessageW(main, WM_APPCOMMAND, reinterpret_cast<WPARAM>(main), MAKELPARAM(0, APPCOMMAND_MEDIA_NEXTTRACK));
     EXPECT_TRUE(lumora_.WaitForTitle("b.wav"));
+    EXPECT_EQ(Text(gui.hwndFocus), caption);  // the key's release, handled before the media key
 }
 
 }  // namespace
