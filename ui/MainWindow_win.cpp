@@ -121,6 +121,16 @@ LRESULT MainWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
             EndPaint(hwnd_, &ps);
             return 0;
         }
+        case WM_ACTIVATE:
+            // As a dialog does: the control that had the focus gets it back when the window is active again.
+            if (LOWORD(wp) == WA_INACTIVE) {
+                HWND focus = GetFocus();
+                focus_ = IsChild(hwnd_, focus) ? focus : nullptr;
+            } else if (focus_ && IsWindow(focus_) && !HIWORD(wp)) {
+                SetFocus(focus_);
+                return 0;
+            }
+            break;
         case WM_APPCOMMAND:
             if (events_->OnAppCommand(GET_APPCOMMAND_LPARAM(lp))) return TRUE;
             break;

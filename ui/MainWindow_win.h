@@ -86,6 +86,8 @@ private:
     int dragging_ = 0;
     // The slider just released by its thumb: the end-of-scroll that follows is no second release.
     int released_ = 0;
+    // The control that had the focus when the window was last deactivated.
+    HWND focus_ = nullptr;
     // What each control shows now, by control id (status bar parts by -1 - part).
     std::map<int, std::string> shown_;
 };
