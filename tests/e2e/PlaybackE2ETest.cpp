@@ -161,6 +161,7 @@ TEST_F(PlaybackE2E, LyricsTheirSettingsAndTheEditorOnTheFileThatPlays) {
 // window as their buttons do.
 TEST_F(PlaybackE2E, KeysAndMediaKeys) {
     StoreOption("L25", "1");
+    StoreOption("MediaKeysAlways", "1");
     for (const wchar_t* name : {L"a.wav", L"b.wav"}) WriteBytes(media_ / name, SilentWave(30));
     ASSERT_TRUE(lumora_.Open(media_.Text()));
     HWND main = lumora_.main, list = lumora_.list;
@@ -173,17 +174,19 @@ TEST_F(PlaybackE2E, KeysAndMediaKeys) {
         EXPECT_TRUE(playing ? lumora_.Playing() : lumora_.Stopped());
     }
 
-    // Ctrl+L typed as a user types it: the modifier is the keyboard's state, not the message's.
+    // Keys typed as a user types them, to the window that has the focus: the modifiers are the keyboard's
+    // state, not the message's.
+    const auto type = [](HWND to, std::initializer_list<WORD> keys) {
+        SetForegroundWindow(to);
+        EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == to; }));
+        std::vector<INPUT> input;
+        for (const DWORD flags : {DWORD{0}, DWORD{KEYEVENTF_KEYUP}}) {
+            for (const WORD key : keys) input.push_back(INPUT{INPUT_KEYBOARD, {.ki = {key, 0, flags, 0, 0}}});
+        }
+        EXPECT_EQ(SendInput(static_cast<UINT>(input.size()), input.data(), sizeof(INPUT)), input.size());
+    };
     const bool listShown = IsWindowVisible(list) != FALSE;
-    SetForegroundWindow(main);
-    ASSERT_TRUE(WaitFor([&] { return GetForegroundWindow() == main; }));
-    INPUT keys[4] = {};
-    for (int i = 0; i < 4; ++i) {
-        keys[i].type = INPUT_KEYBOARD;
-        keys[i].ki.wVk = static_cast<WORD>(i == 0 || i == 3 ? VK_CONTROL : 'L');
-        keys[i].ki.dwFlags = i < 2 ? 0 : KEYEVENTF_KEYUP;
-    }
-    ASSERT_EQ(SendInput(4, keys, sizeof(INPUT)), 4u);
+    type(main, {VK_CONTROL, 'L'});
     EXPECT_TRUE(WaitFor([&] { return (IsWindowVisible(list) != FALSE) != listShown; }));
     // Tab takes the focus from the window to one of its controls.
     PostMessageW(main, WM_KEYDOWN, VK_TAB, 1);
@@ -201,6 +204,13 @@ TEST_F(PlaybackE2E, KeysAndMediaKeys) {
     PostMessageW(main, WM_APPCOMMAND, reinterpret_cast<WPARAM>(main), MAKELPARAM(0, APPCOMMAND_MEDIA_NEXTTRACK));
     EXPECT_TRUE(lumora_.WaitForTitle("b.wav"));
     EXPECT_EQ(Text(gui.hwndFocus), caption);  // the key's release, handled before the media key
+
+    // "MediaKeysAlways": a media key pressed while another program has the focus.
+    HWND other =
+        CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr, nullptr, nullptr, nullptr);
+    type(other, {VK_MEDIA_PREV_TRACK});
+    EXPECT_TRUE(lumora_.WaitForTitle("a.wav"));
+    DestroyWindow(other);
 }
 
 }  // namespace
