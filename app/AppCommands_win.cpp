@@ -2,6 +2,11 @@
 // it runs and the state its menu entry shows. Both windows' menus are built from it.
 #include "app/App_win.h"
 
+#include <commctrl.h>
+#include <shlwapi.h>
+
+#include <iterator>
+
 #include "mediainfo/LyricsLookup.h"
 #include "ports/FileSystem.h"
 #include "ui/ControlIds.h"
@@ -17,6 +22,29 @@ using Kind = MenuSlot::Kind;
 
 constexpr std::string_view kAssignLyricsTitle = "指定歌词文件";
 
+// The button or menu entry each key stands for.
+constexpr std::pair<KeyCommand, int> kKeyCommands[] = {
+    {KeyCommand::PlayPause, IDC_MAIN_PLAY},     {KeyCommand::Stop, IDC_MAIN_STOP},
+    {KeyCommand::Previous, IDC_MAIN_PREVIOUS},  {KeyCommand::Next, IDC_MAIN_NEXT},
+    {KeyCommand::Back, IDC_MAIN_BACK},          {KeyCommand::Forward, IDC_MAIN_FORWARD},
+    {KeyCommand::VolumeUp, IDM_VOLUME_UP},      {KeyCommand::VolumeDown, IDM_VOLUME_DOWN},
+    {KeyCommand::OpenFiles, IDM_OPEN_FILES},    {KeyCommand::OpenFolder, IDM_OPEN_FOLDER},
+    {KeyCommand::SaveList, IDM_SAVE_LIST},      {KeyCommand::JumpToTime, IDM_JUMP_TO_TIME},
+    {KeyCommand::MediaInfo, IDM_MEDIA_INFO},    {KeyCommand::ShowList, IDM_SHOW_PLAYLIST},
+    {KeyCommand::PlayEntry, IDM_PLAYLIST_PLAY}, {KeyCommand::RemoveEntry, IDM_PLAYLIST_REMOVE},
+    {KeyCommand::FindEntry, IDM_PLAYLIST_FIND},
+};
+
+// What has the focus, by its window class: the keys an edit box, a slider or the list needs stay theirs.
+KeyFocus FocusOf(HWND focus, bool inPlaylist) {
+    wchar_t name[32] = {};
+    GetClassNameW(focus, name, static_cast<int>(std::size(name)));
+    if (lstrcmpiW(name, L"Edit") == 0 || lstrcmpiW(name, L"ComboBox") == 0 || StrStrIW(name, L"RichEdit")) {
+        return KeyFocus::Edit;
+    }
+    if (inPlaylist) return KeyFocus::List;
+    return lstrcmpiW(name, TRACKBAR_CLASSW) == 0 ? KeyFocus::Slider : KeyFocus::Window;
+}
 
 constexpr MenuSlot kMainMenu[] = {
     {Kind::Item, IDM_OPEN_FILES},
@@ -97,6 +125,8 @@ void App::BuildCommands() {
     add({IDC_MAIN_SEGMENT}, {}, [this] { player_.SegmentCommand(); });
     add({IDC_MAIN_SEGMENT_A}, {}, [this] { player_.SetA(); });
     add({IDC_MAIN_SEGMENT_B}, {}, [this] { player_.SetB(); });
+    add({IDM_VOLUME_UP}, {}, [this] { StepVolume(1); });
+    add({IDM_VOLUME_DOWN}, {}, [this] { StepVolume(-1); });
     // The playlist window's menu: the first three work on the selected line.
     addForEntry(IDM_PLAYLIST_PLAY, "播放(&P)", [this](int index) { player_.PlayEntry(index); });
     addForEntry(IDM_PLAYLIST_REMOVE, "删除(&D)", [this](int index) { queue_.RemoveEntry(index); });
@@ -115,8 +145,50 @@ void App::OnCommand(int id) {
 void App::RunCommand(int id) {
     if (!IsBusy()) commands_.Run(id, CurrentUiState());
 }
-std::vector<MenuLine> App::ContextMenu() { return commands_.Menu(kMainMenu, CurrentUiState()); }
-std::vector<MenuLine> App::PlaylistMenu() { return commands_.Menu(kPlaylistMenu, CurrentUiState()); }
+std::vector<MenuLine> App::ContextMenu() { return WithKeys(commands_.Menu(kMainMenu, CurrentUiState())); }
+std::vector<MenuLine> App::PlaylistMenu() { return WithKeys(commands_.Menu(kPlaylistMenu, CurrentUiState())); }
+
+// The system's menu texts stay as they are; the key follows after a tab.
+std::vector<MenuLine> App::WithKeys(std::vector<MenuLine> lines) const {
+    for (MenuLine& line : lines) {
+        for (const auto& [key, id] : kKeyCommands) {
+            if (id == line.id && !KeyLabel(key).empty()) line.text += "\t" + KeyLabel(key);
+        }
+    }
+    return lines;
+}
+
+void App::RunKeyCommand(KeyCommand command) {
+    for (const auto& [key, id] : kKeyCommands) {
+        if (key == command) RunCommand(id);
+    }
+}
+
+bool App::FilterMessage(MSG& msg) {
+    if ((msg.message != WM_KEYDOWN && msg.message != WM_SYSKEYDOWN) || !msg.hwnd || IsBusy()) return false;
+    HWND root = GetAncestor(msg.hwnd, GA_ROOT);
+    if (root != window_.Handle() && root != playlist_.Handle()) return false;
+    const KeyPress press{static_cast<unsigned>(msg.wParam), GetKeyState(VK_CONTROL) < 0, GetKeyState(VK_SHIFT) < 0,
+                         GetKeyState(VK_MENU) < 0, (msg.lParam & (1L << 30)) != 0};
+    const KeyCommand command = CommandForKey(press, FocusOf(msg.hwnd, root == playlist_.Handle()));
+    if (command == KeyCommand::None) return window_.TakeDialogKey(msg);
+    RunKeyCommand(command);
+    return true;
+}
+
+bool App::OnAppCommand(int appCommand) {
+    const KeyCommand command = CommandForAppCommand(appCommand, player_.IsPlaying());
+    if (command == KeyCommand::None) return false;
+    // A held media key also comes while a dialog of Lumora's is open: the dialog finishes first.
+    if (IsWindowEnabled(window_.Handle())) RunKeyCommand(command);
+    return true;
+}
+
+void App::StepVolume(int step) {
+    const int level = player_.Texts().volume + step;  // the slider and the player keep it in range
+    window_.SetVolumePosition(level);
+    OnSlider(IDC_MAIN_VOLUME, SliderMove::Released, level);
+}
 
 void App::OpenListFile() {
     const auto path =

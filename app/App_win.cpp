@@ -7,8 +7,10 @@
 #include <algorithm>
 
 #include "app/Startup.h"
+#include "mediainfo/Id3v1.h"
 #include "mediainfo/ListInfo.h"
 #include "platform/HandOff_win.h"
+#include "platform/MessagePump_win.h"
 #include "platform/WinText_win.h"
 #include "playback/FrequencyBands.h"
 #include "playback/TransportTexts.h"
@@ -74,7 +76,10 @@ App::App(AppServices services)
     BuildCommands();
 }
 
-App::~App() { window_.Destroy(); }
+App::~App() {
+    SetMessageFilter(nullptr);
+    window_.Destroy();
+}
 
 bool App::Start(const std::string& argument, const std::string& osCode) {
     osCode_ = osCode;
@@ -103,6 +108,9 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
     }
     ShowTips();
     playlist_.CreateInfoTip(settings_.IsOn(opt::kClassicListTips));
+    SetMessageFilter([this](MSG& msg) { return FilterMessage(msg); });
+    if (services_.registry.ReadValueQuietly(kSetupKeyPath, opt::kMediaKeysAlways).text == "1") hotKeys_.Hold(main);
+    mediaControls_.Attach(main);
 
     queue_.Clear();
 
@@ -172,6 +180,14 @@ void App::Play(const std::string& path) { player_.OpenAndPlay(path); }
 
 void App::ShowPlayback(const PlaybackTexts& texts) {
     window_.ShowPlayback(texts);
+    const bool paused = !player_.IsPlaying() && player_.FilePlays();
+    using Bar = TaskbarButton::State;
+    taskbar_.Show(player_.IsPlaying() ? Bar::Playing : paused ? Bar::Paused : Bar::Idle, texts.progress);
+    using Controls = SystemMediaControls::Status;
+    mediaControls_.ShowStatus(player_.IsPlaying()          ? Controls::Playing
+                              : paused                     ? Controls::Paused
+                              : queue_.Queue().Count() > 0 ? Controls::Stopped
+                                                           : Controls::Closed);
     RefreshTips();
     UpdateTimers();
 }
@@ -195,6 +211,10 @@ void App::FileOpened(const std::string& path) {
     } else if (settings_.IsOn(opt::kAutoCloseLyricsWindow) && !player_.UsingDecoder1()) {
         ShowWindow(display_.Handle(), SW_HIDE);
     }
+    // The system's media controls show the tag's title and artist; a file without a title shows its name.
+    Id3v1Tag tag;
+    ReadId3v1Tag(services_.files, path, tag);
+    mediaControls_.ShowFile(tag.title.empty() ? path.substr(path.find_last_of('\\') + 1) : tag.title, tag.artist);
     stream_.Opened(path, player_.LengthMs());
     display_.SetStreamTexts(stream_.Texts());
     window_.ShowTagLine(stream_.Texts().title);
@@ -316,6 +336,8 @@ void App::OnMoved() { playlist_.FollowOwner(); }
 
 void App::OnCloseRequest() { Close(); }
 
+void App::OnTaskbarButton() { taskbar_.Attach(window_.Handle()); }
+
 void App::OpenArgument(const std::string& argument) {
     const auto path = ResolveArgument(argument, services_.files);
     if (!path) return;  // names nothing: silently not added
@@ -394,6 +416,7 @@ void App::SavePositions() {
 void App::Close() {
     defaultList_.SaveDefaultListOnExit();  // only when "L56" asks for it
     SavePositions();
+    hotKeys_.Release();
     engine_.CloseAll();
     window_.Destroy();
     closed_ = true;

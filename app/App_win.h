@@ -9,6 +9,7 @@
 
 #include "app/Commands.h"
 #include "app/HandOff.h"
+#include "app/KeyMap.h"
 #include "app/TimerPlan.h"
 #include "mediainfo/LyricsDisplay.h"
 #include "mediainfo/LyricsLook.h"
@@ -27,8 +28,10 @@
 #include "settings/SettingsStore.h"
 #include "ui/AudioDisplayWindow_win.h"
 #include "ui/MainWindow_win.h"
+#include "ui/MediaKeys_win.h"
 #include "ui/PlaylistWindow_win.h"
 #include "ui/ProgressWindow_win.h"
+#include "ui/TaskbarButton_win.h"
 #include "ui/VideoWindow_win.h"
 
 namespace lumora {
@@ -87,6 +90,8 @@ private:
     std::vector<MenuLine> ContextMenu() override;
     void OnMoved() override;
     void OnCloseRequest() override;
+    bool OnAppCommand(int appCommand) override;
+    void OnTaskbarButton() override;
     // PlaylistCommands
     std::vector<MenuLine> PlaylistMenu() override;
     void RunCommand(int id) override;
@@ -95,6 +100,12 @@ private:
     // The command table and its actions (AppCommands_win.cpp).
     void BuildCommands();
     UiState CurrentUiState() const;
+    // The keyboard (AppCommands_win.cpp): a key the table has runs its command's entry of the table.
+    bool FilterMessage(MSG& msg);
+    void RunKeyCommand(KeyCommand command);
+    std::vector<MenuLine> WithKeys(std::vector<MenuLine> lines) const;
+    // As the volume slider moved by one step.
+    void StepVolume(int step);
     void OpenArgument(const std::string& argument);
     void TakeHandOff(const HandOffAction& action);
     void TakeAddResult(const AddResult& result);
@@ -139,6 +150,9 @@ private:
     LyricsDisplay lyrics_;
     LyricsDisplaySettings lyricsSettings_;
     CommandTable commands_;
+    TaskbarButton taskbar_;
+    MediaHotKeys hotKeys_;
+    SystemMediaControls mediaControls_;
     std::string osCode_;
     unsigned runningTimers_ = 0;  // a bit for each TimerId that runs
     bool displayClosedByUser_ = false;  // until the next file opens

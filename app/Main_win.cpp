@@ -140,10 +140,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     int exitCode = created ? 0 : 1;
     if (created) {
         MSG msg{};
-        while (!app->Closed() && GetMessageW(&msg, nullptr, 0, 0) > 0) {
-            TranslateMessage(&msg);
-            DispatchMessageW(&msg);
-        }
+        while (!app->Closed() && GetMessageW(&msg, nullptr, 0, 0) > 0) lumora::DispatchOne(msg);
         if (msg.message == WM_QUIT) exitCode = static_cast<int>(msg.wParam);
     }
     app = nullptr;

@@ -2,10 +2,13 @@
 
 #include <windows.h>
 
+#include <utility>
+
 namespace lumora {
 namespace {
 
 int gBusyDepth = 0;  // one UI thread: no lock
+std::function<bool(MSG&)> gFilter;
 
 }  // namespace
 
@@ -21,10 +24,17 @@ bool PumpWaitingMessages() {
             PostQuitMessage(static_cast<int>(msg.wParam));
             return false;
         }
-        TranslateMessage(&msg);
-        DispatchMessageW(&msg);
+        DispatchOne(msg);
     }
     return true;
+}
+
+void SetMessageFilter(std::function<bool(MSG&)> filter) { gFilter = std::move(filter); }
+
+void DispatchOne(MSG& msg) {
+    if (gFilter && gFilter(msg)) return;
+    TranslateMessage(&msg);
+    DispatchMessageW(&msg);
 }
 
 }  // namespace lumora

@@ -70,6 +70,11 @@ inline constexpr std::string_view kHourlyChime = "L72";            // "整点报
 inline constexpr std::string_view kMenuBackColour = "L1B";         // menu background colour
 inline constexpr std::string_view kMenuTextColour = "L1F";         // menu text colour
 
+// ---- Options kept beside the dialog's, with no control yet ------------------------------------
+// "1": the media keys reach Lumora also while another program has the focus; off unless "1". A name of
+// its own, not an "L" number: those are the settings dialog's, and their gaps stay empty.
+inline constexpr std::string_view kMediaKeysAlways = "MediaKeysAlways";
+
 // ---- Values the windows keep (twips), loaded with the options --------------------------------
 inline constexpr std::string_view kMainTop = "TOP";
 inline constexpr std::string_view kMainLeft = "LEFT";

@@ -67,6 +67,9 @@ inline constexpr int IDM_MEDIA_INFO = 1215;
 inline constexpr int IDM_ASSIGN_LYRICS = 1216;
 inline constexpr int IDM_LYRICS_WINDOW = 1217;
 inline constexpr int IDM_LYRICS_SETTINGS = 1218;
+// Commands of keys only: the volume slider moved by one step.
+inline constexpr int IDM_VOLUME_UP = 1219;
+inline constexpr int IDM_VOLUME_DOWN = 1220;
 
 // Playlist window: 1100-1149; its menu 1250-1299.
 inline constexpr int IDC_PLAYLIST_LINES = 1101;

@@ -81,6 +81,14 @@ bool MainWindow::Create(MainWindowEvents& events) {
 }
 
 LRESULT MainWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
+    // Explorer announces a new taskbar to every window; the taskbar (Windows 7 and later) tells the
+    // window when its button exists.
+    static const UINT taskbarCreated = RegisterWindowMessageW(L"TaskbarCreated");
+    static const UINT buttonCreated = RegisterWindowMessageW(L"TaskbarButtonCreated");
+    if ((msg == taskbarCreated || msg == buttonCreated) && msg != 0) {
+        events_->OnTaskbarButton();
+        return 0;
+    }
     switch (msg) {
         case WM_CREATE: OnCreate(); return 0;
         case WM_COMMAND:
@@ -113,6 +121,22 @@ LRESULT MainWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
             EndPaint(hwnd_, &ps);
             return 0;
         }
+        case WM_ACTIVATE:
+            // As a dialog does: the control that had the focus gets it back when the window is active again.
+            if (LOWORD(wp) == WA_INACTIVE) {
+                HWND focus = GetFocus();
+                focus_ = IsChild(hwnd_, focus) ? focus : nullptr;
+            } else if (focus_ && IsWindow(focus_) && !HIWORD(wp)) {
+                SetFocus(focus_);
+                return 0;
+            }
+            break;
+        case WM_APPCOMMAND:
+            if (events_->OnAppCommand(GET_APPCOMMAND_LPARAM(lp))) return TRUE;
+            break;
+        case WM_HOTKEY:
+            events_->OnAppCommand(static_cast<int>(wp));
+            return 0;
         case WM_CLOSE: events_->OnCloseRequest(); return 0;
         case WM_DESTROY: PostQuitMessage(0); return 0;
     }
@@ -343,6 +367,22 @@ void MainWindow::SetTips(const TransportTips& t) {
 void MainWindow::SetOpacity(int alpha) {
     SetWindowLongW(hwnd_, GWL_EXSTYLE, GetWindowLongW(hwnd_, GWL_EXSTYLE) | WS_EX_LAYERED);
     SetLayeredWindowAttributes(hwnd_, 0, static_cast<BYTE>(alpha), LWA_ALPHA);
+}
+
+bool MainWindow::TakeDialogKey(const MSG& msg) {
+    if (msg.message != WM_KEYDOWN || !hwnd_ || (msg.hwnd != hwnd_ && !IsChild(hwnd_, msg.hwnd))) return false;
+    if (GetKeyState(VK_CONTROL) < 0 || GetKeyState(VK_MENU) < 0) return false;
+    if (msg.wParam == VK_TAB) {
+        // From the window itself (nothing focused yet) the first control is next.
+        HWND from = msg.hwnd == hwnd_ ? nullptr : msg.hwnd;
+        if (HWND to = GetNextDlgTabItem(hwnd_, from, GetKeyState(VK_SHIFT) < 0)) SetFocus(to);
+        return true;
+    }
+    if (msg.wParam == VK_RETURN && msg.hwnd != hwnd_ && (SendMessageW(msg.hwnd, WM_GETDLGCODE, 0, 0) & DLGC_BUTTON)) {
+        SendMessageW(msg.hwnd, BM_CLICK, 0, 0);
+        return true;
+    }
+    return false;
 }
 
 void MainWindow::BringToFront() {

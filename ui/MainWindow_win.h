@@ -37,6 +37,11 @@ public:
     virtual void OnMoved() = 0;
     // The user closes the window (the close box, Alt+F4 or the exit command).
     virtual void OnCloseRequest() = 0;
+    // A media key: WM_APPCOMMAND's number (a held media key's WM_HOTKEY carries it too). True when
+    // the program took it.
+    virtual bool OnAppCommand(int appCommand) = 0;
+    // The taskbar made the window's button, also again after Explorer restarted.
+    virtual void OnTaskbarButton() = 0;
 };
 
 class MainWindow final : public WindowBase<MainWindow> {
@@ -59,6 +64,9 @@ public:
     void SetTips(const TransportTips& tips);
     void SetOpacity(int alpha);
     void BringToFront();
+    // The keys of a dialog, for the window and its controls: Tab and Shift+Tab move the focus between
+    // the controls, Enter clicks the focused button. True when `msg` was such a key.
+    bool TakeDialogKey(const MSG& msg);
 
     LRESULT OnMessage(UINT msg, WPARAM wp, LPARAM lp);
 
@@ -78,6 +86,8 @@ private:
     int dragging_ = 0;
     // The slider just released by its thumb: the end-of-scroll that follows is no second release.
     int released_ = 0;
+    // The control that had the focus when the window was last deactivated.
+    HWND focus_ = nullptr;
     // What each control shows now, by control id (status bar parts by -1 - part).
     std::map<int, std::string> shown_;
 };

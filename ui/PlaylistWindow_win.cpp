@@ -59,6 +59,10 @@ LRESULT PlaylistWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
             return 0;
         case WM_CONTEXTMENU: OnContextMenu(static_cast<short>(LOWORD(lp)), static_cast<short>(HIWORD(lp))); return 0;
         case WM_DROPFILES: return SendMessageW(owner_, WM_DROPFILES, wp, lp);
+        // A top-level window's media keys would go to the shell: the main window answers them.
+        case WM_APPCOMMAND:
+            if (SendMessageW(owner_, WM_APPCOMMAND, reinterpret_cast<WPARAM>(owner_), lp)) return TRUE;
+            break;
         case WM_MOVING: OnMoving(*reinterpret_cast<RECT*>(lp)); return TRUE;
         case WM_CLOSE: ShowWindow(hwnd_, SW_HIDE); return 0;
     }

@@ -3,6 +3,7 @@
 #include <tuple>
 
 #include "app/Commands.h"
+#include "app/KeyMap.h"
 #include "app/TimerPlan.h"
 
 namespace lumora {
@@ -55,6 +56,52 @@ TEST(TimerPlan, OnlyTimersWithWorkRun) {
     EXPECT_EQ(PlanTimers({}).volumeIntervalMs, 50u);
     EXPECT_EQ(PlanTimers({false, false, false, true, 12}).volumeIntervalMs, 100u);
     EXPECT_EQ(PlanTimers({false, false, false, true, 0}).volumeIntervalMs, 8u);
+}
+
+// What users rely on: the keys of a player where they expect them, and never a key that an edit box,
+// a slider or the list's own movement needs.
+TEST(KeyMap, KeysRunTheirCommandsOnlyWhereTheyBelong) {
+    using C = KeyCommand;
+    using F = KeyFocus;
+    using namespace keys;
+    const auto held = [](unsigned key) { return KeyPress{key, false, false, false, true}; };
+    const KeyPress ctrlO{'O', true};
+    // clang-format off
+    for (const auto& [press, focus, expected] : {
+             std::tuple{KeyPress{kSpace}, F::Window, C::PlayPause}, {{kSpace}, F::List, C::PlayPause},
+             {{kSpace}, F::Edit, C::None},           // typed into an edit box
+             {held(kSpace), F::Window, C::None},     // a held key toggles once
+             {{kSpace, true}, F::Window, C::None},   // modifiers must match
+             {held(kLeft), F::Window, C::Back},      // ... and seeks on
+             {held(kRight), F::Window, C::Forward}, {held(kUp), F::Slider, C::VolumeUp},
+             {held(kDown), F::Window, C::VolumeDown},
+             {{kLeft}, F::Slider, C::None},          // the slider's own
+             {{kDown}, F::List, C::None}, {{kPageUp}, F::List, C::None}, {{kPeriod}, F::List, C::None},  // the list's
+             {{kPageDown}, F::Window, C::Next}, {{kPageUp}, F::Window, C::Previous}, {{kPeriod}, F::Slider, C::Stop},
+             {ctrlO, F::Window, C::OpenFiles}, {ctrlO, F::Edit, C::None}, {{'O'}, F::Window, C::None},
+             {{'O', true, false, true}, F::Window, C::None},  // Alt is the system's
+             {{'O', true, true}, F::List, C::OpenFolder}, {{'L', true}, F::Slider, C::ShowList},
+             {{'S', true}, F::Window, C::SaveList}, {{'T', true}, F::Window, C::JumpToTime},
+             {{'I', true}, F::Window, C::MediaInfo}, {{'F', true}, F::List, C::FindEntry},
+             {{kReturn}, F::List, C::PlayEntry}, {{kDelete}, F::List, C::RemoveEntry},
+             {{kReturn}, F::Window, C::None},        // clicks the focused button
+             {{kDelete}, F::Window, C::None}}) {
+        EXPECT_EQ(CommandForKey(press, focus), expected) << press.key << " " << static_cast<int>(focus);
+    }
+    // Menus show the key that runs their command.
+    for (const auto& [command, label] : {std::pair{C::OpenFiles, "Ctrl+O"}, {C::OpenFolder, "Ctrl+Shift+O"},
+             {C::RemoveEntry, "Del"}, {C::PlayEntry, "Enter"}, {C::None, ""}}) {
+        EXPECT_EQ(KeyLabel(command), label);
+    }
+    // Media keys: play only starts, pause only pauses.
+    for (const auto& [appCommand, playing, expected] : {
+             std::tuple{14, true, C::PlayPause}, {46, true, C::None}, {46, false, C::PlayPause},
+             {47, false, C::None}, {47, true, C::PlayPause}, {11, false, C::Next}, {12, false, C::Previous},
+             {13, true, C::Stop}, {10, true, C::VolumeUp}, {9, true, C::VolumeDown}, {49, true, C::Forward},
+             {50, true, C::Back}, {8, true, C::None}}) {
+        EXPECT_EQ(CommandForAppCommand(appCommand, playing), expected) << appCommand;
+    }
+    // clang-format on
 }
 
 }  // namespace

@@ -157,5 +157,61 @@ TEST_F(PlaybackE2E, LyricsTheirSettingsAndTheEditorOnTheFileThatPlays) {
     Click(editor, IDCANCEL);
 }
 
+// Keys typed into the main window and a multimedia keyboard's key run the transport and the list
+// window as their buttons do.
+TEST_F(PlaybackE2E, KeysAndMediaKeys) {
+    StoreOption("L25", "1");
+    StoreOption("MediaKeysAlways", "1");
+    for (const wchar_t* name : {L"a.wav", L"b.wav"}) WriteBytes(media_ / name, SilentWave(30));
+    ASSERT_TRUE(lumora_.Open(media_.Text()));
+    HWND main = lumora_.main, list = lumora_.list;
+    ASSERT_TRUE(lumora_.WaitForTitle("a.wav"));
+    ASSERT_TRUE(lumora_.Playing());
+
+    for (const bool playing : {false, true}) {
+        PostMessageW(main, WM_KEYDOWN, VK_SPACE, 1);
+        PostMessageW(main, WM_KEYUP, VK_SPACE, 0xC0000001);
+        EXPECT_TRUE(playing ? lumora_.Playing() : lumora_.Stopped());
+    }
+
+    // Keys typed as a user types them, to the window that has the focus: the modifiers are the keyboard's
+    // state, not the message's.
+    const auto type = [](HWND to, std::initializer_list<WORD> keys) {
+        SetForegroundWindow(to);
+        EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == to; }));
+        std::vector<INPUT> input;
+        for (const DWORD flags : {DWORD{0}, DWORD{KEYEVENTF_KEYUP}}) {
+            for (const WORD key : keys) input.push_back(INPUT{INPUT_KEYBOARD, {.ki = {key, 0, flags, 0, 0}}});
+        }
+        EXPECT_EQ(SendInput(static_cast<UINT>(input.size()), input.data(), sizeof(INPUT)), input.size());
+    };
+    const bool listShown = IsWindowVisible(list) != FALSE;
+    type(main, {VK_CONTROL, 'L'});
+    EXPECT_TRUE(WaitFor([&] { return (IsWindowVisible(list) != FALSE) != listShown; }));
+    // Tab takes the focus from the window to one of its controls.
+    PostMessageW(main, WM_KEYDOWN, VK_TAB, 1);
+    GUITHREADINFO gui{};
+    gui.cbSize = sizeof gui;
+    ASSERT_TRUE(WaitFor([&] {
+        return GetGUIThreadInfo(GetWindowThreadProcessId(main, nullptr), &gui) && IsChild(main, gui.hwndFocus);
+    }));
+    // Space there still pauses, and does not click the focused button too.
+    const std::string caption = Text(gui.hwndFocus);
+    PostMessageW(gui.hwndFocus, WM_KEYDOWN, VK_SPACE, 1);
+    PostMessageW(gui.hwndFocus, WM_KEYUP, VK_SPACE, 0xC0000001);
+    EXPECT_TRUE(lumora_.Stopped());
+
+    PostMessageW(main, WM_APPCOMMAND, reinterpret_cast<WPARAM>(main), MAKELPARAM(0, APPCOMMAND_MEDIA_NEXTTRACK));
+    EXPECT_TRUE(lumora_.WaitForTitle("b.wav"));
+    EXPECT_EQ(Text(gui.hwndFocus), caption);  // the key's release, handled before the media key
+
+    // "MediaKeysAlways": a media key pressed while another program has the focus.
+    HWND other =
+        CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr, nullptr, nullptr, nullptr);
+    type(other, {VK_MEDIA_PREV_TRACK});
+    EXPECT_TRUE(lumora_.WaitForTitle("a.wav"));
+    DestroyWindow(other);
+}
+
 }  // namespace
 }  // namespace lumora::e2e
