@@ -1,5 +1,10 @@
 #include "ui/Theme_win.h"
 
+#include <map>
+#include <utility>
+
+#include "ui/Dpi_win.h"
+
 namespace lumora {
 namespace {
 
@@ -8,6 +13,15 @@ HFONT MakeFont(int height, int weight) {
     // on Wine; the face name keeps the look on both.
     return CreateFontW(height, 0, 0, 0, weight, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
                        CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY, DEFAULT_PITCH | FF_DONTCARE, L"MS Shell Dlg");
+}
+
+// One font for each height and weight asked for; there are only as many as the monitors have DPIs.
+HFONT SharedFont(int height96, int weight, int dpi) {
+    static std::map<std::pair<int, int>, HFONT> fonts;
+    const int height = Scaled(height96, dpi);
+    HFONT& font = fonts[{height, weight}];
+    if (!font) font = MakeFont(height, weight);
+    return font;
 }
 
 }  // namespace
@@ -40,14 +54,8 @@ HBRUSH Theme::PaintDisplay(HDC dc) {
     return DisplayBrush();
 }
 
-HFONT Theme::UiFont() {
-    static HFONT font = MakeFont(-12, FW_NORMAL);
-    return font;
-}
+HFONT Theme::UiFont(int dpi) { return SharedFont(-12, FW_NORMAL, dpi); }
 
-HFONT Theme::BigFont() {
-    static HFONT font = MakeFont(-20, FW_BOLD);
-    return font;
-}
+HFONT Theme::BigFont(int dpi) { return SharedFont(-20, FW_BOLD, dpi); }
 
 }  // namespace lumora

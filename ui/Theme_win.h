@@ -22,8 +22,9 @@ public:
     // For WM_CTLCOLOR*: sets the panel colours on `dc` and returns the panel brush.
     static HBRUSH PaintPanel(HDC dc);
     static HBRUSH PaintDisplay(HDC dc);
-    static HFONT UiFont();
-    static HFONT BigFont();
+    // The fonts at a window's DPI (ui/Dpi_win.h), made at the first use of each DPI.
+    static HFONT UiFont(int dpi);
+    static HFONT BigFont(int dpi);
 };
 
 }  // namespace lumora
