@@ -2,8 +2,9 @@
 # Screenshots of Lumora's main, list and lyrics windows at several screen DPIs, to look at by eye:
 # nothing may be clipped, overlap or come out blurred at any of them.
 #   dpi-screens.sh BUILD_DIR OUT_DIR [DPI...]      (default DPIs: 96 144 192)
-# Writes OUT_DIR/dpi-<DPI>.png. Wine reads the DPI ("LogPixels") when its session starts, so each
-# DPI gets a session of its own, in a prefix of its own (build/wine-dpi) that the tests never use.
+# Writes OUT_DIR/dpi-<DPI>.png. Wine reads the DPI ("LogPixels") as each program starts, its virtual
+# desktop included, so each DPI gets a session of its own, in a prefix of its own (build/wine-dpi) that
+# the tests never use, with Wine's "light" visual styles on.
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 build=$(cd "$1" && pwd)
@@ -19,7 +20,8 @@ mkdir -p "$media"
 # A quiet minute with lyrics beside it: the lyrics window opens by itself for a file with lyrics.
 song="$media/演示歌曲.wav"
 [ -s "$song" ] || sox -n -r 22050 -c 1 "$song" synth 60 sine 440 vol 0.01
-printf '[00:00.00]第一句歌词：窗口的每个部分都随 DPI 缩放\r\n[00:30.00]第二句歌词\r\n' |
+# (the first line is the heading, never shown)
+printf '[00:00.00]演示\r\n[00:01.00]第一句歌词：窗口的每个部分都随 DPI 缩放，字迹清晰，一个字也不缺\r\n[00:40.00]第二句歌词\r\n' |
     iconv -f UTF-8 -t GB18030 >"$media/演示歌曲.lrc"
 
 # A display large enough for all three windows at 192 DPI.
@@ -43,7 +45,13 @@ for dpi in "$@"; do
         wine reg delete "HKCU\\Software\\Tavrinsoft" /f >/dev/null 2>&1 || true
         wine reg add "$key" /v LEFT /t REG_BINARY /d 323235 /f >/dev/null
         wine reg add "$key" /v TOP /t REG_BINARY /d 323235 /f >/dev/null
-        # The DPI takes effect in a new session.
+        # Visual styles on, as on Windows 10 and 11: the themed controls must go with Lumora'"'"'s colours.
+        theme="HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\ThemeManager"
+        wine reg add "$theme" /v DllName /d "C:\\windows\\resources\\themes\\light\\light.msstyles" /f >/dev/null
+        wine reg add "$theme" /v ColorName /d NormalColor /f >/dev/null
+        wine reg add "$theme" /v SizeName /d NormalSize /f >/dev/null
+        wine reg add "$theme" /v ThemeActive /d 1 /f >/dev/null
+        # A new session: the desktop too at this DPI.
         wineserver -k 2>/dev/null || true
         wineserver -w
         wine explorer /desktop=LumoraDpi,2000x1400 "$exe" "$(winepath -w "$song")" &

@@ -216,7 +216,7 @@ void MainWindow::Layout() {
         SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
         wchar_t cls[32] = {};
         GetClassNameW(control, cls, 32);
-        if (lstrcmpiW(cls, TRACKBAR_CLASSW) == 0) SendMessageW(control, TBM_SETTHUMBLENGTH, Scaled(20, dpi_), 0);
+        if (lstrcmpiW(cls, TRACKBAR_CLASSW) == 0) Theme::SliderThumb(control, dpi_);
     }
     SendMessageW(status_, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont(dpi_)), FALSE);
     SendMessageW(status_, WM_SIZE, 0, 0);  // its height follows the font

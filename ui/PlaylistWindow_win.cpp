@@ -161,8 +161,8 @@ void PlaylistWindow::OnContextMenu(int x, int y) {
     } else {
         RECT r;
         GetWindowRect(lines_, &r);
-        x = r.left + 20;
-        y = r.top + 20;
+        x = r.left + Scaled(20, dpi_);
+        y = r.top + Scaled(20, dpi_);
     }
     TrackMenu(hwnd_, commands_->PlaylistMenu(), x, y);
 }

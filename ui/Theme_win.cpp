@@ -1,5 +1,7 @@
 #include "ui/Theme_win.h"
 
+#include <commctrl.h>
+
 #include <map>
 #include <utility>
 
@@ -57,5 +59,19 @@ HBRUSH Theme::PaintDisplay(HDC dc) {
 HFONT Theme::UiFont(int dpi) { return SharedFont(-12, FW_NORMAL, dpi); }
 
 HFONT Theme::BigFont(int dpi) { return SharedFont(-20, FW_BOLD, dpi); }
+
+void Theme::PlainCheckBoxes(HWND dialog, std::initializer_list<int> ids) {
+    // uxtheme.dll comes with XP; looked up all the same, as every call newer than Windows 2000.
+    using SetWindowThemeFn = HRESULT(WINAPI*)(HWND, LPCWSTR, LPCWSTR);
+    static const HMODULE uxtheme = LoadLibraryW(L"uxtheme.dll");  // kept for the program's life
+    static const auto setWindowTheme =
+        uxtheme ? reinterpret_cast<SetWindowThemeFn>(reinterpret_cast<void*>(GetProcAddress(uxtheme, "SetWindowTheme")))
+                : nullptr;
+    for (int id : ids) {
+        if (setWindowTheme) setWindowTheme(GetDlgItem(dialog, id), L"", L"");
+    }
+}
+
+void Theme::SliderThumb(HWND slider, int dpi) { SendMessageW(slider, TBM_SETTHUMBLENGTH, Scaled(20, dpi), 0); }
 
 }  // namespace lumora
