@@ -3,6 +3,8 @@
 #include <commctrl.h>
 #include <shellapi.h>
 
+#include <algorithm>
+
 #include "mediainfo/StreamPanel.h"
 #include "platform/WinText_win.h"
 #include "ui/ControlIds.h"
@@ -37,8 +39,6 @@ constexpr int kTagLineShift = 22;  // the room the tag line takes in the display
 constexpr int kClientHeight = 248 + kTagLineShift;
 constexpr int kTipKey = 100000;  // tips are remembered beside the texts, under id + kTipKey
 constexpr int kStatusParts[] = {230, 350, -1};
-constexpr DWORD kStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDREN;
-constexpr DWORD kExStyle = WS_EX_ACCEPTFILES;
 
 HWND Label(HWND parent, int id, const wchar_t* text, int x, int y, int cx, int cy, DWORD align = SS_LEFT) {
     // SS_NOTIFY: the balloon help needs the label to see the mouse.
@@ -75,8 +75,9 @@ bool MainWindow::Create(MainWindowEvents& events) {
     events_ = &events;
     if (!EnsureWindowClass(kMainClass, WndProc, Theme::BackgroundBrush())) return false;
     // Sized for its DPI once it exists (the monitor it lands on decides).
-    CreateWindowExW(kExStyle, kMainClass, Widen(kMainTitle).c_str(), kStyle, CW_USEDEFAULT, CW_USEDEFAULT, kClientWidth,
-                    kClientHeight, nullptr, nullptr, GetModuleHandleW(nullptr), this);
+    const DWORD style = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDREN;
+    CreateWindowExW(WS_EX_ACCEPTFILES, kMainClass, Widen(kMainTitle).c_str(), style, CW_USEDEFAULT, CW_USEDEFAULT,
+                    kClientWidth, kClientHeight, nullptr, nullptr, GetModuleHandleW(nullptr), this);
     if (!hwnd_) return false;
     tipsAttached_ = tips_.Attach(hwnd_);
     return true;
@@ -199,15 +200,13 @@ void MainWindow::OnCreate() {
         layout96_.emplace_back(GetDlgCtrlID(child), r);
     }
     dpi_ = WindowDpi(hwnd_);
-    RECT frame{0, 0, Scaled(kClientWidth, dpi_), Scaled(kClientHeight, dpi_)};
-    AdjustWindowRectForDpi(frame, kStyle, kExStyle, dpi_);
-    SetWindowPos(hwnd_, nullptr, 0, 0, frame.right - frame.left, frame.bottom - frame.top,
-                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     Layout();
 }
 
 void MainWindow::Layout() {
+    int bottom96 = 0;  // under the lowest control
     for (const auto& [id, r96] : layout96_) {
+        bottom96 = std::max(bottom96, static_cast<int>(r96.bottom));
         HWND control = GetDlgItem(hwnd_, id);
         const RECT r = Scaled(r96, dpi_);
         SetWindowPos(control, nullptr, r.left, r.top, r.right - r.left, r.bottom - r.top,
@@ -220,6 +219,20 @@ void MainWindow::Layout() {
     }
     SendMessageW(status_, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont(dpi_)), FALSE);
     SendMessageW(status_, WM_SIZE, 0, 0);  // its height follows the font
+    // The client area at this DPI, and never so low that the status bar covers a control: its height
+    // may follow the system's DPI rather than the window's.
+    RECT bar, window, client;
+    GetWindowRect(status_, &bar);
+    GetWindowRect(hwnd_, &window);
+    GetClientRect(hwnd_, &client);
+    const int width = Scaled(kClientWidth, dpi_);
+    const int height = std::max<int>(Scaled(kClientHeight, dpi_), Scaled(bottom96 + 2, dpi_) + (bar.bottom - bar.top));
+    if (client.right != width || client.bottom != height) {
+        // The frame as it is drawn: under Wine and before Windows 10 it need not follow the window's DPI.
+        SetWindowPos(hwnd_, nullptr, 0, 0, (window.right - window.left) + width - client.right,
+                     (window.bottom - window.top) + height - client.bottom, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+        SendMessageW(status_, WM_SIZE, 0, 0);
+    }
     int widths[std::size(kStatusParts)];
     for (size_t i = 0; i < std::size(kStatusParts); ++i) {
         widths[i] = kStatusParts[i] < 0 ? -1 : Scaled(kStatusParts[i], dpi_);
