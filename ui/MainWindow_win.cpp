@@ -90,6 +90,7 @@ LRESULT MainWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
             dpi_ = NewDpi(wp);
             TakeSuggestedRect(hwnd_, lp);
             Layout();
+            events_->OnMoved();  // the docked list follows the new size
             return 0;
         case WM_COMMAND:
             if (LOWORD(wp) == IDC_MAIN_SPEED && HIWORD(wp) == STN_DBLCLK) {
