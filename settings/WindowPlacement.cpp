@@ -10,6 +10,15 @@ constexpr long long kTwipsPerInch = 1440;
 long long PixelsToTwips(long long pixels, int dpi) { return pixels * kTwipsPerInch / (dpi > 0 ? dpi : 96); }
 long long TwipsToPixels(long long twips, int dpi) { return twips * (dpi > 0 ? dpi : 96) / kTwipsPerInch; }
 
+int ScaleBy(int value, int numerator, int denominator) {
+    if (denominator <= 0) return value;
+    const long long product = static_cast<long long>(value) * numerator;
+    const long long half = denominator / 2;
+    return static_cast<int>((product < 0 ? product - half : product + half) / denominator);
+}
+
+int ScaleForDpi(int value, int dpi) { return ScaleBy(value, dpi > 0 ? dpi : kBaseDpi, kBaseDpi); }
+
 bool IsOnScreen(const WindowRect& place, std::span<const WindowRect> monitors) {
     for (const WindowRect& m : monitors) {
         if (place.left < m.right && m.left < place.right && place.top < m.bottom && m.top < place.bottom) return true;

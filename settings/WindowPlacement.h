@@ -33,6 +33,13 @@ struct ScreenDpi {
 long long PixelsToTwips(long long pixels, int dpi);
 long long TwipsToPixels(long long twips, int dpi);
 
+// Lumora's layout is drawn for 96 DPI; at another DPI each length is this much, rounded half away
+// from zero as Windows' MulDiv rounds, so that a length and its negative scale alike.
+inline constexpr int kBaseDpi = 96;
+int ScaleForDpi(int value, int dpi);
+// `value` * `numerator` / `denominator`, rounded the same way; `value` when the denominator is not positive.
+int ScaleBy(int value, int numerator, int denominator);
+
 // The value names of one window; a window whose size is its own has no width and height names.
 struct PlacementNames {
     std::string_view left, top, width, height;

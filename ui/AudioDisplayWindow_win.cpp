@@ -6,6 +6,7 @@
 
 #include "platform/WinText_win.h"
 #include "ui/ControlIds.h"
+#include "ui/Dpi_win.h"
 #include "ui/Theme_win.h"
 #include "ui/WindowClass_win.h"
 
@@ -13,8 +14,9 @@ namespace lumora {
 namespace {
 
 constexpr wchar_t kClass[] = L"LumoraAudioDisplay";
-// The stream panel's column on the left; the spectrum fills the rest.
+// The stream panel's column on the left; the spectrum fills the rest. Lengths at 96 DPI.
 constexpr int kPanelWidth = 230;
+constexpr int kHeight = 184;
 constexpr int kLineHeight = 15;
 constexpr int kPanelIds[] = {ids::IDC_STREAM_TITLE,     ids::IDC_STREAM_BIT_RATE,     ids::IDC_STREAM_FREQUENCY,
                              ids::IDC_STREAM_LAYER,     ids::IDC_STREAM_TOTAL_FRAMES, ids::IDC_STREAM_FRAMES_READ,
@@ -35,9 +37,7 @@ AudioDisplayWindow::~AudioDisplayWindow() {
 }
 
 HFONT AudioDisplayWindow::LyricsFont(int points) {
-    HDC dc = GetDC(nullptr);
-    const int height = -MulDiv(points, GetDeviceCaps(dc, LOGPIXELSY), 72);
-    ReleaseDC(nullptr, dc);
+    const int height = -MulDiv(points, dpi_, 72);
     return CreateFontW(height, 0, 0, 0, FW_BOLD, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
                        CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH | FF_DONTCARE, L"SimSun");
 }
@@ -63,10 +63,22 @@ void AudioDisplayWindow::SetLyricsLook(const LyricsLook& look) {
         }
     }
     if (!hwnd_) return;
+    LayOutPanel();
+    InvalidateRect(hwnd_, nullptr, TRUE);
+}
+
+void AudioDisplayWindow::LayOutPanel() {
+    int y = Scaled(4, dpi_);
+    for (int id : kPanelIds) {
+        HWND label = GetDlgItem(hwnd_, id);
+        SetWindowPos(label, nullptr, Scaled(6, dpi_), y, Scaled(kPanelWidth - 8, dpi_), Scaled(kLineHeight, dpi_),
+                     SWP_NOZORDER | SWP_NOACTIVATE);
+        SendMessageW(label, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont(dpi_)), TRUE);
+        y += Scaled(kLineHeight, dpi_);
+    }
     SendDlgItemMessageW(hwnd_, ids::IDC_LYRICS_CURRENT, WM_SETFONT, reinterpret_cast<WPARAM>(currentFont_), FALSE);
     SendDlgItemMessageW(hwnd_, ids::IDC_LYRICS_NEXT, WM_SETFONT, reinterpret_cast<WPARAM>(nextFont_), FALSE);
     PlaceLyrics();
-    InvalidateRect(hwnd_, nullptr, TRUE);
 }
 
 void AudioDisplayWindow::SetLyrics(const std::string& current, const std::string& next) {
@@ -79,8 +91,9 @@ void AudioDisplayWindow::SetLyrics(const std::string& current, const std::string
 void AudioDisplayWindow::PlaceLyrics() {
     RECT client;
     GetClientRect(hwnd_, &client);
-    const int areaLeft = kPanelWidth + kLyricsMargin;
-    const int areaWidth = std::max(10, static_cast<int>(client.right) - areaLeft - kLyricsMargin);
+    const int margin = Scaled(kLyricsMargin, dpi_);
+    const int areaLeft = Scaled(kPanelWidth, dpi_) + margin;
+    const int areaWidth = std::max(10, static_cast<int>(client.right) - areaLeft - margin);
     const int ids[] = {ids::IDC_LYRICS_CURRENT, ids::IDC_LYRICS_NEXT};
     SIZE need[2] = {};
     for (int i = 0; i < 2; ++i) {
@@ -96,19 +109,19 @@ void AudioDisplayWindow::PlaceLyrics() {
         DrawTextW(dc, text.c_str(), -1, &r, DT_CALCRECT | DT_CENTER | DT_WORDBREAK | DT_NOPREFIX);
         SelectObject(dc, old);
         ReleaseDC(label, dc);
-        need[i] = {std::min<LONG>(r.right - r.left + 4, areaWidth), r.bottom - r.top};
+        need[i] = {std::min<LONG>(r.right - r.left + Scaled(4, dpi_), areaWidth), r.bottom - r.top};
     }
     // The current line sits in the middle of the spectrum, the next one right under it. Lines that
     // do not fit make the window taller (up to the work area), so that no wrapped line is cut.
-    const int total = need[0].cy + need[1].cy + kLyricsMargin;
-    if (total + 2 * kLyricsMargin > client.bottom) {
+    const int total = need[0].cy + need[1].cy + margin;
+    if (total + 2 * margin > client.bottom) {
         RECT window;
         GetWindowRect(hwnd_, &window);
         MONITORINFO mi{};
         mi.cbSize = sizeof mi;
         GetMonitorInfoW(MonitorFromWindow(hwnd_, MONITOR_DEFAULTTONEAREST), &mi);
         const int frame = (window.bottom - window.top) - client.bottom;
-        const int height = std::min<int>(total + 2 * kLyricsMargin + frame, mi.rcWork.bottom - mi.rcWork.top);
+        const int height = std::min<int>(total + 2 * margin + frame, mi.rcWork.bottom - mi.rcWork.top);
         const int top = std::min<int>(window.top, mi.rcWork.bottom - height);
         if (height != window.bottom - window.top) {
             SetWindowPos(hwnd_, nullptr, window.left, top, window.right - window.left, height,
@@ -116,13 +129,13 @@ void AudioDisplayWindow::PlaceLyrics() {
             GetClientRect(hwnd_, &client);
         }
     }
-    int y = std::max(kLyricsMargin, (static_cast<int>(client.bottom) - total) / 2);
+    int y = std::max(margin, (static_cast<int>(client.bottom) - total) / 2);
     for (int i = 0; i < 2; ++i) {
         HWND label = GetDlgItem(hwnd_, ids[i]);
         const int x = areaLeft + (areaWidth - need[i].cx) / 2;
         SetWindowPos(label, HWND_TOP, x, y, need[i].cx, need[i].cy, SWP_NOACTIVATE);
         ShowWindow(label, need[i].cy > 0 ? SW_SHOWNA : SW_HIDE);
-        y += need[i].cy + kLyricsMargin;
+        y += need[i].cy + margin;
     }
     InvalidateRect(hwnd_, nullptr, FALSE);
 }
@@ -132,17 +145,14 @@ bool AudioDisplayWindow::Create(HWND owner) {
     if (!EnsureWindowClass(kClass, WndProc, Theme::DisplayBrush())) return false;
     RECT o;
     GetWindowRect(owner, &o);
-    hwnd_ =
-        CreateWindowExW(WS_EX_TOOLWINDOW, kClass, Widen(kLyricsWindowCaption).c_str(), WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME,
-                        o.left, o.bottom, o.right - o.left, 184, owner, nullptr, GetModuleHandleW(nullptr), this);
+    hwnd_ = CreateWindowExW(WS_EX_TOOLWINDOW, kClass, Widen(kLyricsWindowCaption).c_str(),
+                            WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME, o.left, o.bottom, o.right - o.left,
+                            Scaled(kHeight, WindowDpi(owner)), owner, nullptr, GetModuleHandleW(nullptr), this);
     if (!hwnd_) return false;
-    int y = 4;
+    dpi_ = WindowDpi(hwnd_);
     for (int id : kPanelIds) {
-        HWND label = CreateWindowExW(
-            0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_NOPREFIX | SS_LEFTNOWORDWRAP, 6, y, kPanelWidth - 8,
-            kLineHeight, hwnd_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
-        SendMessageW(label, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont()), FALSE);
-        y += kLineHeight;
+        CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_NOPREFIX | SS_LEFTNOWORDWRAP, 0, 0, 0, 0, hwnd_,
+                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
     }
     for (int id : {ids::IDC_LYRICS_CURRENT, ids::IDC_LYRICS_NEXT}) {
         CreateWindowExW(0, L"STATIC", L"", WS_CHILD | SS_NOPREFIX | SS_CENTER, 0, 0, 0, 0, hwnd_,
@@ -197,7 +207,7 @@ void AudioDisplayWindow::SetInfoLines(const std::vector<std::string>& lines) {
 void AudioDisplayWindow::Paint(HDC dc) {
     RECT client;
     GetClientRect(hwnd_, &client);
-    client.left = kPanelWidth;
+    client.left = Scaled(kPanelWidth, dpi_);
     // Drawn off screen first, so the bars do not flicker.
     HDC mem = CreateCompatibleDC(dc);
     HBITMAP bitmap = CreateCompatibleBitmap(dc, client.right, client.bottom);
@@ -213,23 +223,25 @@ void AudioDisplayWindow::Paint(HDC dc) {
         const long areaWidth = client.right - client.left;
         long dw = areaWidth;
         long dh = client.bottom;
-        if (!look_.stretchPicture) {
-            dw = MulDiv(w, GetDeviceCaps(dc, LOGPIXELSX), 2540);
-            dh = MulDiv(h, GetDeviceCaps(dc, LOGPIXELSY), 2540);
+        if (!look_.stretchPicture) {  // the picture's own size in inches, at the window's DPI
+            dw = MulDiv(w, dpi_, 2540);
+            dh = MulDiv(h, dpi_, 2540);
         }
         picture_->Render(mem, client.left + (areaWidth - dw) / 2, (client.bottom - dh) / 2, dw, dh, 0, h, w, -h,
                          nullptr);
     }
-    const int gap = 3;
+    const int gap = Scaled(3, dpi_);
+    const int foot = Scaled(4, dpi_);  // room under the bars
     const int width = (client.right - client.left - gap) / kSpectrumBands - gap;
     HBRUSH bar = CreateSolidBrush(Theme::kDisplayText);
     HBRUSH cap = CreateSolidBrush(Theme::kAccent);
     for (int b = 0; b < kSpectrumBands; ++b) {
-        const int height = static_cast<int>(bands_[static_cast<size_t>(b)] * static_cast<float>(client.bottom - 8));
+        const int height =
+            static_cast<int>(bands_[static_cast<size_t>(b)] * static_cast<float>(client.bottom - 2 * foot));
         const int x = client.left + gap + b * (width + gap);
-        RECT r{x, client.bottom - 4 - height, x + width, client.bottom - 4};
+        RECT r{x, client.bottom - foot - height, x + width, client.bottom - foot};
         FillRect(mem, &r, bar);
-        RECT top{x, r.top - 3, x + width, r.top};
+        RECT top{x, r.top - gap, x + width, r.top};
         FillRect(mem, &top, cap);
     }
     DeleteObject(bar);
@@ -264,6 +276,11 @@ LRESULT AudioDisplayWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
         case WM_SIZE:
             PlaceLyrics();
             break;
+        case kWmDpiChanged:
+            dpi_ = NewDpi(wp);
+            SetLyricsLook(look_);          // every font anew: the lyrics' are in points
+            TakeSuggestedRect(hwnd_, lp);  // its WM_SIZE places the lyrics again
+            return 0;
         case WM_CLOSE:
             ShowWindow(hwnd_, SW_HIDE);
             if (onUserClose) onUserClose();

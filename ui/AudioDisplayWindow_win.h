@@ -49,10 +49,13 @@ private:
     void Paint(HDC dc);
 
     void PlaceLyrics();
+    // The panel's lines and every font, for `dpi_`.
+    void LayOutPanel();
     void SetPanelLine(size_t i, const std::string& text);
     HFONT LyricsFont(int points);
 
     HWND owner_ = nullptr;
+    int dpi_ = 96;  // the DPI its layout and fonts are for
     LyricsLook look_;
     HFONT currentFont_ = nullptr;
     HFONT nextFont_ = nullptr;

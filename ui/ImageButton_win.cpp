@@ -2,6 +2,7 @@
 
 #include "platform/WinText_win.h"
 
+#include "ui/Dpi_win.h"
 #include "ui/Theme_win.h"
 
 namespace lumora {
@@ -10,7 +11,7 @@ HWND CreateImageButton(HWND parent, int id, const wchar_t* caption, int x, int y
     HWND button = CreateWindowExW(0, L"BUTTON", caption, WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_OWNERDRAW, x, y, cx,
                                   cy, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
                                   GetModuleHandleW(nullptr), nullptr);
-    SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont()), FALSE);
+    SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont(WindowDpi(parent))), FALSE);
     return button;
 }
 
@@ -20,12 +21,13 @@ void DrawImageButton(const DRAWITEMSTRUCT& item) {
     const bool pressed = (item.itemState & ODS_SELECTED) != 0;
     const bool disabled = (item.itemState & ODS_DISABLED) != 0;
     const bool focused = (item.itemState & ODS_FOCUS) != 0;
+    const int dpi = WindowDpi(item.hwndItem);
 
     HBRUSH face = CreateSolidBrush(pressed ? Theme::kButtonHot : Theme::kButtonFace);
-    HPEN edge = CreatePen(PS_SOLID, 1, focused ? Theme::kAccent : Theme::kButtonEdge);
+    HPEN edge = CreatePen(PS_SOLID, Scaled(1, dpi), focused ? Theme::kAccent : Theme::kButtonEdge);
     HGDIOBJ oldBrush = SelectObject(dc, face);
     HGDIOBJ oldPen = SelectObject(dc, edge);
-    RoundRect(dc, r.left, r.top, r.right, r.bottom, 8, 8);
+    RoundRect(dc, r.left, r.top, r.right, r.bottom, Scaled(8, dpi), Scaled(8, dpi));
     SelectObject(dc, oldPen);
     SelectObject(dc, oldBrush);
     DeleteObject(edge);
@@ -34,8 +36,9 @@ void DrawImageButton(const DRAWITEMSTRUCT& item) {
     const std::wstring caption = WindowTextOf(item.hwndItem);
     SetBkMode(dc, TRANSPARENT);
     SetTextColor(dc, disabled ? Theme::kButtonEdge : Theme::kText);
-    HGDIOBJ oldFont = SelectObject(dc, Theme::UiFont());
-    if (pressed) OffsetRect(&r, 1, 1);
+    // The button's own font: its window sets the one for its DPI.
+    HGDIOBJ oldFont = SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(item.hwndItem, WM_GETFONT, 0, 0)));
+    if (pressed) OffsetRect(&r, Scaled(1, dpi), Scaled(1, dpi));
     DrawTextW(dc, caption.c_str(), -1, &r, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
     SelectObject(dc, oldFont);
 }

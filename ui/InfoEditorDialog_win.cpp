@@ -81,6 +81,7 @@ private:
         prompts_ = std::make_unique<WinPrompts>(dlg);
         editor_ = std::make_unique<InfoEditor>(fs_, *prompts_, *this, std::string(kVersionText), fields_.holder);
         SetWindowTextW(dlg, Widen(kInfoEditorTitle).c_str());
+        Theme::PlainCheckBoxes(dlg, {IDC_INFO_READ_ONLY, IDC_INFO_SHIFT});
         for (const auto& f : fields_.files) {
             SendDlgItemMessageW(dlg, IDC_INFO_FILES, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Widen(f.line).c_str()));
         }

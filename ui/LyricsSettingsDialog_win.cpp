@@ -9,6 +9,7 @@
 #include "platform/WinText_win.h"
 #include "ui/ControlIds.h"
 #include "ui/DialogTemplate_win.h"
+#include "ui/Dpi_win.h"
 #include "ui/Prompts_win.h"
 #include "ui/Theme_win.h"
 
@@ -55,7 +56,9 @@ void LyricsSettingsDialog::PickPicture() {
 void LyricsSettingsDialog::OnInit() {
     const LyricsLook& look = edited_.look;
     SetWindowTextW(hwnd_, Widen(kLyricsSettingsTitle).c_str());
+    Theme::PlainCheckBoxes(hwnd_, {IDC_LYRICS_SET_PICTURE_ON, IDC_LYRICS_SET_PICTURE_STRETCH});
     HWND slider = GetDlgItem(hwnd_, IDC_LYRICS_SET_LIMIT);
+    Theme::SliderThumb(slider, WindowDpi(hwnd_));
     SendMessageW(slider, TBM_SETRANGE, FALSE, MAKELPARAM(0, kMaxPairs));
     SendMessageW(slider, TBM_SETPOS, TRUE, edited_.lineByteLimit / 2);
     SetDlgItemInt(hwnd_, IDC_LYRICS_SET_CURRENT_SIZE, static_cast<UINT>(look.currentPoints), FALSE);
@@ -81,6 +84,9 @@ INT_PTR LyricsSettingsDialog::OnDialogMessage(UINT msg, WPARAM wp, LPARAM lp) {
         case WM_INITDIALOG:
             OnInit();
             return TRUE;
+        case kWmDpiChanged:  // the dialog manager scales the rest
+            Theme::SliderThumb(GetDlgItem(hwnd_, IDC_LYRICS_SET_LIMIT), NewDpi(wp));
+            return FALSE;
         case WM_HSCROLL:
             if (reinterpret_cast<HWND>(lp) == GetDlgItem(hwnd_, IDC_LYRICS_SET_LIMIT)) {
                 edited_.lineByteLimit = 2 * static_cast<int>(SendMessageW(reinterpret_cast<HWND>(lp), TBM_GETPOS, 0, 0));
@@ -114,7 +120,8 @@ bool LyricsSettingsDialog::Run(HWND owner) {
                      DS_MODALFRAME | DS_CENTER | WS_POPUP | WS_CAPTION | WS_SYSMENU);
     t.AddControl(DialogTemplate::kStatic, IDC_LYRICS_SET_LABEL, L"", 8, 8, 244, 10, SS_LEFT | SS_NOPREFIX);
     // The slider is a common control: its class goes in by name.
-    t.AddControl(TRACKBAR_CLASSW, IDC_LYRICS_SET_LIMIT, L"", 8, 20, 244, 16, TBS_HORZ | TBS_NOTICKS | WS_TABSTOP);
+    t.AddControl(TRACKBAR_CLASSW, IDC_LYRICS_SET_LIMIT, L"", 8, 20, 244, 16,
+                 TBS_HORZ | TBS_NOTICKS | TBS_FIXEDLENGTH | WS_TABSTOP);
     t.AddControl(DialogTemplate::kStatic, IDC_LYRICS_SET_PREVIEW, L"", 8, 40, 244, 80,
                  SS_LEFT | SS_NOPREFIX | WS_BORDER);
     t.AddControl(DialogTemplate::kButton, IDC_LYRICS_SET_BACKGROUND, L"背景颜色...", 8, 126, 78, 14,

@@ -3,9 +3,12 @@
 #include <commctrl.h>
 #include <shellapi.h>
 
+#include <algorithm>
+
 #include "mediainfo/StreamPanel.h"
 #include "platform/WinText_win.h"
 #include "ui/ControlIds.h"
+#include "ui/Dpi_win.h"
 #include "ui/ImageButton_win.h"
 #include "ui/Menu_win.h"
 #include "ui/Theme_win.h"
@@ -35,20 +38,21 @@ constexpr int kDisplayBottom = 84;
 constexpr int kTagLineShift = 22;  // the room the tag line takes in the display
 constexpr int kClientHeight = 248 + kTagLineShift;
 constexpr int kTipKey = 100000;  // tips are remembered beside the texts, under id + kTipKey
+constexpr int kStatusParts[] = {230, 350, -1};
 
 HWND Label(HWND parent, int id, const wchar_t* text, int x, int y, int cx, int cy, DWORD align = SS_LEFT) {
     // SS_NOTIFY: the balloon help needs the label to see the mouse.
     HWND h =
         CreateWindowExW(0, L"STATIC", text, WS_CHILD | WS_VISIBLE | SS_NOPREFIX | SS_NOTIFY | align, x, y, cx, cy,
                         parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
-    SendMessageW(h, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont()), FALSE);
     return h;
 }
 
 HWND Slider(HWND parent, int id, int x, int y, int cx, int cy, int low, int high, int pos) {
-    HWND h = CreateWindowExW(0, TRACKBAR_CLASSW, L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | TBS_HORZ | TBS_NOTICKS, x, y,
-                             cx, cy, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
-                             GetModuleHandleW(nullptr), nullptr);
+    // A fixed thumb length, so that the thumb grows with the DPI as the track does.
+    HWND h = CreateWindowExW(
+        0, TRACKBAR_CLASSW, L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | TBS_HORZ | TBS_NOTICKS | TBS_FIXEDLENGTH, x, y,
+        cx, cy, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
     SendMessageW(h, TBM_SETRANGE, FALSE, MAKELPARAM(low, high));
     SendMessageW(h, TBM_SETPOS, TRUE, pos);
     return h;
@@ -70,11 +74,10 @@ void MainWindow::Destroy() {
 bool MainWindow::Create(MainWindowEvents& events) {
     events_ = &events;
     if (!EnsureWindowClass(kMainClass, WndProc, Theme::BackgroundBrush())) return false;
-    RECT r{0, 0, kClientWidth, kClientHeight};
+    // Sized for its DPI once it exists (the monitor it lands on decides).
     const DWORD style = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDREN;
-    AdjustWindowRectEx(&r, style, FALSE, WS_EX_ACCEPTFILES);
     CreateWindowExW(WS_EX_ACCEPTFILES, kMainClass, Widen(kMainTitle).c_str(), style, CW_USEDEFAULT, CW_USEDEFAULT,
-                    r.right - r.left, r.bottom - r.top, nullptr, nullptr, GetModuleHandleW(nullptr), this);
+                    kClientWidth, kClientHeight, nullptr, nullptr, GetModuleHandleW(nullptr), this);
     if (!hwnd_) return false;
     tipsAttached_ = tips_.Attach(hwnd_);
     return true;
@@ -91,6 +94,12 @@ LRESULT MainWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
     }
     switch (msg) {
         case WM_CREATE: OnCreate(); return 0;
+        case kWmDpiChanged:
+            dpi_ = NewDpi(wp);
+            TakeSuggestedRect(hwnd_, lp);
+            Layout();
+            events_->OnMoved();  // the docked list follows the new size
+            return 0;
         case WM_COMMAND:
             if (LOWORD(wp) == IDC_MAIN_SPEED && HIWORD(wp) == STN_DBLCLK) {
                 events_->OnSpeedReset();
@@ -116,7 +125,7 @@ LRESULT MainWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
         case WM_PAINT: {
             PAINTSTRUCT ps;
             HDC dc = BeginPaint(hwnd_, &ps);
-            RECT display{6, 6, kClientWidth - 6, kDisplayBottom};
+            const RECT display = Scaled(RECT{6, 6, kClientWidth - 6, kDisplayBottom}, dpi_);
             FillRect(dc, &display, Theme::DisplayBrush());
             EndPaint(hwnd_, &ps);
             return 0;
@@ -145,8 +154,7 @@ LRESULT MainWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
 
 void MainWindow::OnCreate() {
     const MainDisplayTexts t;
-    HWND title = Label(hwnd_, IDC_MAIN_TITLE, Widen(t.title).c_str(), 14, 12, 296, 26);
-    SendMessageW(title, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::BigFont()), FALSE);
+    Label(hwnd_, IDC_MAIN_TITLE, Widen(t.title).c_str(), 14, 12, 296, 26);
     Label(hwnd_, IDC_MAIN_TIME, Widen(t.time).c_str(), 318, 12, 90, 20, SS_RIGHT);
     CreateImageButton(hwnd_, IDC_MAIN_TIME_MODE, Widen(t.timeMode).c_str(), 414, 11, 36, 22);
     Label(hwnd_, IDC_MAIN_PERCENT, Widen(t.percent).c_str(), 318, 38, 90, 18, SS_RIGHT);
@@ -197,7 +205,6 @@ void MainWindow::OnCreate() {
     status_ = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, hwnd_,
                               reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_MAIN_STATUS)), GetModuleHandleW(nullptr),
                               nullptr);
-    SendMessageW(status_, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont()), FALSE);
     // Everything under the display moves down to make room for the tag line.
     for (HWND child = GetWindow(hwnd_, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         if (child == status_) continue;
@@ -209,8 +216,54 @@ void MainWindow::OnCreate() {
     const std::string tagLine = StreamPanelTexts{}.title;
     Label(hwnd_, IDC_MAIN_TAG_LINE, Widen(tagLine).c_str(), 14, 62, kClientWidth - 28, 18, SS_LEFTNOWORDWRAP);
     shown_[IDC_MAIN_TAG_LINE] = tagLine;
-    const int widths[] = {230, 350, -1};
-    SendMessageW(status_, SB_SETPARTS, 3, reinterpret_cast<LPARAM>(widths));
+    // The controls above were placed for 96 DPI: that layout is kept and scaled for the window's DPI.
+    for (HWND child = GetWindow(hwnd_, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        if (child == status_) continue;
+        RECT r;
+        GetWindowRect(child, &r);
+        MapWindowPoints(nullptr, hwnd_, reinterpret_cast<POINT*>(&r), 2);
+        layout96_.emplace_back(GetDlgCtrlID(child), r);
+    }
+    dpi_ = WindowDpi(hwnd_);
+    Layout();
+}
+
+void MainWindow::Layout() {
+    int bottom96 = 0;  // under the lowest control
+    for (const auto& [id, r96] : layout96_) {
+        bottom96 = std::max(bottom96, static_cast<int>(r96.bottom));
+        HWND control = GetDlgItem(hwnd_, id);
+        const RECT r = Scaled(r96, dpi_);
+        SetWindowPos(control, nullptr, r.left, r.top, r.right - r.left, r.bottom - r.top,
+                     SWP_NOZORDER | SWP_NOACTIVATE);
+        HFONT font = id == IDC_MAIN_TITLE ? Theme::BigFont(dpi_) : Theme::UiFont(dpi_);
+        SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+        wchar_t cls[32] = {};
+        GetClassNameW(control, cls, 32);
+        if (lstrcmpiW(cls, TRACKBAR_CLASSW) == 0) Theme::SliderThumb(control, dpi_);
+    }
+    SendMessageW(status_, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont(dpi_)), FALSE);
+    SendMessageW(status_, WM_SIZE, 0, 0);  // its height follows the font
+    // The client area at this DPI, and never so low that the status bar covers a control: its height
+    // may follow the system's DPI rather than the window's.
+    RECT bar, window, client;
+    GetWindowRect(status_, &bar);
+    GetWindowRect(hwnd_, &window);
+    GetClientRect(hwnd_, &client);
+    const int width = Scaled(kClientWidth, dpi_);
+    const int height = std::max<int>(Scaled(kClientHeight, dpi_), Scaled(bottom96 + 2, dpi_) + (bar.bottom - bar.top));
+    if (client.right != width || client.bottom != height) {
+        // The frame as it is drawn: under Wine and before Windows 10 it need not follow the window's DPI.
+        SetWindowPos(hwnd_, nullptr, 0, 0, (window.right - window.left) + width - client.right,
+                     (window.bottom - window.top) + height - client.bottom, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+        SendMessageW(status_, WM_SIZE, 0, 0);
+    }
+    int widths[std::size(kStatusParts)];
+    for (size_t i = 0; i < std::size(kStatusParts); ++i) {
+        widths[i] = kStatusParts[i] < 0 ? -1 : Scaled(kStatusParts[i], dpi_);
+    }
+    SendMessageW(status_, SB_SETPARTS, std::size(widths), reinterpret_cast<LPARAM>(widths));
+    InvalidateRect(hwnd_, nullptr, TRUE);
 }
 
 void MainWindow::OnScroll(HWND slider, int code, int thumbPosition) {

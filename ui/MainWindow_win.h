@@ -72,6 +72,8 @@ public:
 
 private:
     void OnCreate();
+    // Places every control and sets its font for `dpi_`.
+    void Layout();
     void OnScroll(HWND slider, int code, int thumbPosition);
     void OnDropFiles(HDROP drop);
     void OnContextMenu(int x, int y);
@@ -80,6 +82,9 @@ private:
 
     MainWindowEvents* events_ = nullptr;
     HWND status_ = nullptr;
+    int dpi_ = 96;  // the DPI the controls are laid out for
+    // Each control's place (client coordinates) at 96 DPI, by control id.
+    std::vector<std::pair<int, RECT>> layout96_;
     TooltipClient tips_;
     bool tipsAttached_ = false;
     // The slider whose thumb the user holds: the timers leave it where the user put it.

@@ -7,6 +7,7 @@
 #include "platform/WinText_win.h"
 #include "playlist/PlayQueue.h"
 #include "ui/ControlIds.h"
+#include "ui/Dpi_win.h"
 #include "ui/Menu_win.h"
 #include "ui/Theme_win.h"
 #include "ui/TipGuard_win.h"
@@ -17,9 +18,10 @@ namespace {
 
 using namespace ids;
 
-// The window snaps to the main window's right edge when dragged this close to it.
+// The window snaps to the main window's right edge when dragged this close to it (at 96 DPI).
 constexpr int kSnapPixels = 16;
 constexpr int kDefaultWidth = 300;
+constexpr int kInfoTipWidth = 400;
 
 }  // namespace
 
@@ -31,18 +33,26 @@ bool PlaylistWindow::Create(PlaylistCommands& commands, HWND owner) {
     GetWindowRect(owner, &o);
     hwnd_ = CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_ACCEPTFILES, kPlaylistClass, Widen(kListWindowCaption).c_str(),
                             WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_CLIPCHILDREN, o.right, o.top,
-                            kDefaultWidth, o.bottom - o.top, owner, nullptr, GetModuleHandleW(nullptr), this);
+                            Scaled(kDefaultWidth, WindowDpi(owner)), o.bottom - o.top, owner, nullptr,
+                            GetModuleHandleW(nullptr), this);
     return hwnd_ != nullptr;
 }
 
 LRESULT PlaylistWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
     switch (msg) {
         case WM_CREATE:
+            dpi_ = WindowDpi(hwnd_);
             lines_ = CreateWindowExW(0, L"LISTBOX", L"",
                                      WS_CHILD | WS_VISIBLE | WS_VSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT, 0, 0, 0,
                                      0, hwnd_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_PLAYLIST_LINES)),
                                      GetModuleHandleW(nullptr), nullptr);
-            SendMessageW(lines_, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont()), FALSE);
+            SendMessageW(lines_, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont(dpi_)), FALSE);
+            return 0;
+        case kWmDpiChanged:
+            dpi_ = NewDpi(wp);
+            SendMessageW(lines_, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont(dpi_)), TRUE);
+            if (infoTip_) SendMessageW(infoTip_, TTM_SETMAXTIPWIDTH, 0, Scaled(kInfoTipWidth, dpi_));
+            TakeSuggestedRect(hwnd_, lp);  // its WM_SIZE fits the list to the new size
             return 0;
         case WM_SIZE:
             MoveWindow(lines_, 0, 0, LOWORD(lp), HIWORD(lp), TRUE);
@@ -95,7 +105,7 @@ void PlaylistWindow::CreateInfoTip(bool classic) {
                                WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX | (classic ? 0 : TTS_BALLOON), CW_USEDEFAULT,
                                CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, hwnd_, nullptr, GetModuleHandleW(nullptr),
                                nullptr);
-    SendMessageW(infoTip_, TTM_SETMAXTIPWIDTH, 0, 400);
+    SendMessageW(infoTip_, TTM_SETMAXTIPWIDTH, 0, Scaled(kInfoTipWidth, dpi_));
     GuardTip(infoTip_);
     TOOLINFOW info{};
     info.cbSize = TTTOOLINFOW_V2_SIZE;
@@ -140,7 +150,8 @@ void PlaylistWindow::FollowOwner() {
 void PlaylistWindow::OnMoving(RECT& r) {
     RECT o;
     GetWindowRect(owner_, &o);
-    docked_ = std::abs(r.left - o.right) <= kSnapPixels && std::abs(r.top - o.top) <= kSnapPixels;
+    const int snap = Scaled(kSnapPixels, dpi_);
+    docked_ = std::abs(r.left - o.right) <= snap && std::abs(r.top - o.top) <= snap;
     if (docked_) OffsetRect(&r, o.right - r.left, o.top - r.top);
 }
 
@@ -154,8 +165,8 @@ void PlaylistWindow::OnContextMenu(int x, int y) {
     } else {
         RECT r;
         GetWindowRect(lines_, &r);
-        x = r.left + 20;
-        y = r.top + 20;
+        x = r.left + Scaled(20, dpi_);
+        y = r.top + Scaled(20, dpi_);
     }
     TrackMenu(hwnd_, commands_->PlaylistMenu(), x, y);
 }
@@ -168,15 +179,14 @@ void PlaylistWindow::Restore(const std::optional<WindowRect>& kept) {
     RECT o;
     GetWindowRect(owner_, &o);
     docked_ = kept->left == o.right && kept->top == o.top;
-    SetWindowPos(hwnd_, nullptr, static_cast<int>(kept->left), static_cast<int>(kept->top),
-                 static_cast<int>(kept->Width()), static_cast<int>(kept->Height()), SWP_NOZORDER | SWP_NOACTIVATE);
+    MoveToKeptPlace(hwnd_, *kept);
     if (docked_) FollowOwner();
 }
 
 WindowRect PlaylistWindow::Place() const {
     RECT r;
     GetWindowRect(hwnd_, &r);
-    return {r.left, r.top, r.right, r.bottom};
+    return PlaceToKeep(hwnd_, r);
 }
 
 }  // namespace lumora

@@ -56,6 +56,7 @@ private:
     HWND lines_ = nullptr;
     HWND infoTip_ = nullptr;
     bool docked_ = true;
+    int dpi_ = 96;  // the DPI its font and sizes are for
 };
 
 }  // namespace lumora

@@ -3,6 +3,7 @@
 #include "platform/WinText_win.h"
 #include "ui/ControlIds.h"
 #include "ui/DialogTemplate_win.h"
+#include "ui/Dpi_win.h"
 #include "ui/Theme_win.h"
 #include "ui/WindowClass_win.h"
 
@@ -11,14 +12,23 @@ namespace {
 
 using namespace ids;
 
+// The client area and the controls' places in it, at 96 DPI.
 constexpr int kWidth = 420;
 constexpr int kHeight = 320;
+constexpr struct {
+    int id;
+    RECT at96;
+} kPlaces[] = {
+    {IDC_PROGRESS_STATUS, {10, 10, kWidth - 10, 28}},
+    {IDC_PROGRESS_FILTERED, {10, 32, 10 + (kWidth - 30) / 2, 50}},
+    {IDC_PROGRESS_REMAINING, {kWidth / 2 + 5, 32, kWidth / 2 + 5 + (kWidth - 30) / 2, 50}},
+    {IDC_PROGRESS_LINES, {10, 56, kWidth - 10, kHeight - 44}},
+    {IDC_PROGRESS_CANCEL, {kWidth / 2 - 40, kHeight - 36, kWidth / 2 + 40, kHeight - 10}},
+};
 
-HWND Child(HWND parent, const wchar_t* cls, int id, DWORD style, int x, int y, int cx, int cy) {
-    HWND h = CreateWindowExW(0, cls, L"", WS_CHILD | WS_VISIBLE | style, x, y, cx, cy, parent,
-                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
-    SendMessageW(h, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont()), FALSE);
-    return h;
+HWND Child(HWND parent, const wchar_t* cls, int id, DWORD style) {
+    return CreateWindowExW(0, cls, L"", WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, parent,
+                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
 }
 
 }  // namespace
@@ -37,9 +47,10 @@ bool ProgressWindow::Open(HWND owner, const std::string& title) {
     } else {
         SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
     }
-    RECT r{0, 0, kWidth, kHeight};
+    dpi_ = WindowDpi(owner);
+    RECT r{0, 0, Scaled(kWidth, dpi_), Scaled(kHeight, dpi_)};
     const DWORD style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
-    AdjustWindowRectEx(&r, style, FALSE, WS_EX_DLGMODALFRAME);
+    AdjustWindowRectForDpi(r, style, WS_EX_DLGMODALFRAME, dpi_);
     const int w = r.right - r.left;
     const int h = r.bottom - r.top;
     const int x = area.left + ((area.right - area.left) - w) / 2;
@@ -47,19 +58,29 @@ bool ProgressWindow::Open(HWND owner, const std::string& title) {
     hwnd_ = CreateWindowExW(WS_EX_DLGMODALFRAME, kProgressClass, Widen(title).c_str(), style, x > 0 ? x : 0,
                             y > 0 ? y : 0, w, h, owner, nullptr, GetModuleHandleW(nullptr), this);
     if (!hwnd_) return false;
-    Child(hwnd_, L"STATIC", IDC_PROGRESS_STATUS, SS_LEFT | SS_NOPREFIX, 10, 10, kWidth - 20, 18);
-    Child(hwnd_, L"STATIC", IDC_PROGRESS_FILTERED, SS_LEFT | SS_NOPREFIX, 10, 32, (kWidth - 30) / 2, 18);
-    Child(hwnd_, L"STATIC", IDC_PROGRESS_REMAINING, SS_LEFT | SS_NOPREFIX, kWidth / 2 + 5, 32, (kWidth - 30) / 2, 18);
-    Child(hwnd_, L"LISTBOX", IDC_PROGRESS_LINES, WS_BORDER | WS_VSCROLL | WS_HSCROLL | LBS_NOINTEGRALHEIGHT, 10, 56,
-          kWidth - 20, kHeight - 100);
-    HWND cancel =
-        Child(hwnd_, L"BUTTON", IDC_PROGRESS_CANCEL, BS_PUSHBUTTON | WS_TABSTOP, kWidth / 2 - 40, kHeight - 36, 80, 26);
+    Child(hwnd_, L"STATIC", IDC_PROGRESS_STATUS, SS_LEFT | SS_NOPREFIX);
+    Child(hwnd_, L"STATIC", IDC_PROGRESS_FILTERED, SS_LEFT | SS_NOPREFIX);
+    Child(hwnd_, L"STATIC", IDC_PROGRESS_REMAINING, SS_LEFT | SS_NOPREFIX);
+    Child(hwnd_, L"LISTBOX", IDC_PROGRESS_LINES, WS_BORDER | WS_VSCROLL | WS_HSCROLL | LBS_NOINTEGRALHEIGHT);
+    HWND cancel = Child(hwnd_, L"BUTTON", IDC_PROGRESS_CANCEL, BS_PUSHBUTTON | WS_TABSTOP);
     SetWindowTextW(cancel, kCancelText);
+    dpi_ = WindowDpi(hwnd_);
+    Layout();
     if (owner_) EnableWindow(owner_, FALSE);
     busy_.emplace();
     ShowWindow(hwnd_, SW_SHOW);
     UpdateWindow(hwnd_);
     return true;
+}
+
+void ProgressWindow::Layout() {
+    for (const auto& place : kPlaces) {
+        HWND control = GetDlgItem(hwnd_, place.id);
+        const RECT r = Scaled(place.at96, dpi_);
+        SetWindowPos(control, nullptr, r.left, r.top, r.right - r.left, r.bottom - r.top,
+                     SWP_NOZORDER | SWP_NOACTIVATE);
+        SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont(dpi_)), TRUE);
+    }
 }
 
 void ProgressWindow::SetItem(int id, const std::string& text) {
@@ -118,6 +139,11 @@ LRESULT ProgressWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
             } else {
                 cancelled_ = true;
             }
+            return 0;
+        case kWmDpiChanged:
+            dpi_ = NewDpi(wp);
+            TakeSuggestedRect(hwnd_, lp);
+            Layout();
             return 0;
         case WM_CTLCOLORSTATIC:
         case WM_CTLCOLORLISTBOX:

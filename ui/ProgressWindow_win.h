@@ -40,8 +40,11 @@ public:
 
 private:
     void SetItem(int id, const std::string& text);
+    // Places the controls and sets their font for `dpi_`.
+    void Layout();
 
     HWND owner_ = nullptr;
+    int dpi_ = 96;
     bool cancelled_ = false;
     bool finished_ = false;
     std::optional<BusyScope> busy_;  // from Open until the work is finished

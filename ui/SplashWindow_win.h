@@ -25,6 +25,7 @@ public:
 
 private:
     std::function<void()> done_;
+    int dpi_ = 96;
 };
 
 }  // namespace lumora

@@ -1,5 +1,12 @@
 #include "ui/Theme_win.h"
 
+#include <commctrl.h>
+
+#include <map>
+#include <utility>
+
+#include "ui/Dpi_win.h"
+
 namespace lumora {
 namespace {
 
@@ -8,6 +15,15 @@ HFONT MakeFont(int height, int weight) {
     // on Wine; the face name keeps the look on both.
     return CreateFontW(height, 0, 0, 0, weight, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
                        CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY, DEFAULT_PITCH | FF_DONTCARE, L"MS Shell Dlg");
+}
+
+// One font for each height and weight asked for; there are only as many as the monitors have DPIs.
+HFONT SharedFont(int height96, int weight, int dpi) {
+    static std::map<std::pair<int, int>, HFONT> fonts;
+    const int height = Scaled(height96, dpi);
+    HFONT& font = fonts[{height, weight}];
+    if (!font) font = MakeFont(height, weight);
+    return font;
 }
 
 }  // namespace
@@ -40,14 +56,22 @@ HBRUSH Theme::PaintDisplay(HDC dc) {
     return DisplayBrush();
 }
 
-HFONT Theme::UiFont() {
-    static HFONT font = MakeFont(-12, FW_NORMAL);
-    return font;
+HFONT Theme::UiFont(int dpi) { return SharedFont(-12, FW_NORMAL, dpi); }
+
+HFONT Theme::BigFont(int dpi) { return SharedFont(-20, FW_BOLD, dpi); }
+
+void Theme::PlainCheckBoxes(HWND dialog, std::initializer_list<int> ids) {
+    // uxtheme.dll comes with XP; looked up all the same, as every call newer than Windows 2000.
+    using SetWindowThemeFn = HRESULT(WINAPI*)(HWND, LPCWSTR, LPCWSTR);
+    static const HMODULE uxtheme = LoadLibraryW(L"uxtheme.dll");  // kept for the program's life
+    static const auto setWindowTheme =
+        uxtheme ? reinterpret_cast<SetWindowThemeFn>(reinterpret_cast<void*>(GetProcAddress(uxtheme, "SetWindowTheme")))
+                : nullptr;
+    for (int id : ids) {
+        if (setWindowTheme) setWindowTheme(GetDlgItem(dialog, id), L"", L"");
+    }
 }
 
-HFONT Theme::BigFont() {
-    static HFONT font = MakeFont(-20, FW_BOLD);
-    return font;
-}
+void Theme::SliderThumb(HWND slider, int dpi) { SendMessageW(slider, TBM_SETTHUMBLENGTH, Scaled(20, dpi), 0); }
 
 }  // namespace lumora

@@ -2,6 +2,8 @@
 // The colours and fonts of Lumora's default look (skin 2), drawn by the program itself.
 #include <windows.h>
 
+#include <initializer_list>
+
 namespace lumora {
 
 class Theme {
@@ -22,8 +24,14 @@ public:
     // For WM_CTLCOLOR*: sets the panel colours on `dc` and returns the panel brush.
     static HBRUSH PaintPanel(HDC dc);
     static HBRUSH PaintDisplay(HDC dc);
-    static HFONT UiFont();
-    static HFONT BigFont();
+    // The fonts at a window's DPI (ui/Dpi_win.h), made at the first use of each DPI.
+    static HFONT UiFont(int dpi);
+    static HFONT BigFont(int dpi);
+    // Check boxes on Lumora's dark panels are drawn without visual styles: a themed one draws its text in
+    // the theme's dark colour whatever WM_CTLCOLORSTATIC sets.
+    static void PlainCheckBoxes(HWND dialog, std::initializer_list<int> ids);
+    // A slider's thumb at the dialog's DPI (the slider has TBS_FIXEDLENGTH): its own stays small.
+    static void SliderThumb(HWND slider, int dpi);
 };
 
 }  // namespace lumora

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "platform/WinText_win.h"
+#include "ui/Dpi_win.h"
 #include "ui/WindowClass_win.h"
 
 namespace lumora {
@@ -21,16 +22,17 @@ bool VideoWindow::Create(HWND owner) {
     if (!EnsureWindowClass(kClass, WndProc, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)), IDC_ARROW, CS_DBLCLKS)) {
         return false;
     }
-    hwnd_ = CreateWindowExW(0, kClass, L"视频窗口", kFramed, CW_USEDEFAULT, CW_USEDEFAULT, 480, 360, owner, nullptr,
-                            GetModuleHandleW(nullptr), this);
+    const int dpi = WindowDpi(owner);
+    hwnd_ = CreateWindowExW(0, kClass, L"视频窗口", kFramed, CW_USEDEFAULT, CW_USEDEFAULT, Scaled(480, dpi),
+                            Scaled(360, dpi), owner, nullptr, GetModuleHandleW(nullptr), this);
+    if (hwnd_) dpi_ = WindowDpi(hwnd_);
     return hwnd_ != nullptr;
 }
 
 void VideoWindow::Restore(const std::optional<WindowRect>& kept) {
     centred_ = !kept;
     if (kept) {
-        SetWindowPos(hwnd_, nullptr, static_cast<int>(kept->left), static_cast<int>(kept->top),
-                     static_cast<int>(kept->Width()), static_cast<int>(kept->Height()), SWP_NOZORDER | SWP_NOACTIVATE);
+        MoveToKeptPlace(hwnd_, *kept);
         return;
     }
     Centre();
@@ -53,7 +55,7 @@ void VideoWindow::Centre() {
 WindowRect VideoWindow::Place() const {
     RECT r = normal_;
     if (!fullScreen_) GetWindowRect(hwnd_, &r);
-    return {r.left, r.top, r.right, r.bottom};
+    return PlaceToKeep(hwnd_, r);
 }
 
 void VideoWindow::LeaveFullScreen() {
@@ -66,8 +68,9 @@ void VideoWindow::LeaveFullScreen() {
 
 void VideoWindow::ShowSized(long width, long height) {
     LeaveFullScreen();
+    // A video keeps its own pixels; only the frame is the window's DPI's.
     RECT r{0, 0, static_cast<int>(width), static_cast<int>(height)};
-    AdjustWindowRectEx(&r, kFramed, FALSE, 0);
+    AdjustWindowRectForDpi(r, kFramed, 0, dpi_);
     SetWindowPos(hwnd_, nullptr, 0, 0, r.right - r.left, r.bottom - r.top, SWP_NOMOVE | SWP_NOZORDER);
     // Sized to its first picture, a window without a kept place is centred anew; later the user's place holds.
     if (centred_ && !IsWindowVisible(hwnd_)) Centre();
@@ -116,14 +119,13 @@ bool VideoWindow::ShowPicture(const std::string& path) {
     OLE_YSIZE_HIMETRIC h = 0;
     picture_->get_Width(&w);
     picture_->get_Height(&h);
-    HDC dc = GetDC(hwnd_);
-    const long px = MulDiv(w, GetDeviceCaps(dc, LOGPIXELSX), 2540);
-    const long py = MulDiv(h, GetDeviceCaps(dc, LOGPIXELSY), 2540);
-    ReleaseDC(hwnd_, dc);
+    // A still picture comes at its size in inches, at the window's DPI.
+    const long px = MulDiv(w, dpi_, 2540);
+    const long py = MulDiv(h, dpi_, 2540);
     RECT work;
     SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
-    ShowSized(std::min<long>(std::max<long>(px, 160), work.right - work.left - 40),
-              std::min<long>(std::max<long>(py, 120), work.bottom - work.top - 60));
+    ShowSized(std::min<long>(std::max<long>(px, Scaled(160, dpi_)), work.right - work.left - Scaled(40, dpi_)),
+              std::min<long>(std::max<long>(py, Scaled(120, dpi_)), work.bottom - work.top - Scaled(60, dpi_)));
     InvalidateRect(hwnd_, nullptr, TRUE);
     return true;
 }
@@ -149,6 +151,10 @@ LRESULT VideoWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
         case WM_SIZE:
             if (onResize) onResize(LOWORD(lp), HIWORD(lp));
             InvalidateRect(hwnd_, nullptr, TRUE);
+            return 0;
+        case kWmDpiChanged:
+            dpi_ = NewDpi(wp);
+            if (!fullScreen_) TakeSuggestedRect(hwnd_, lp);
             return 0;
         case WM_LBUTTONDBLCLK:
             // A double click toggles full screen, as in every player.

@@ -43,6 +43,7 @@ private:
 
     HWND owner_ = nullptr;
     bool fullScreen_ = false;
+    int dpi_ = 96;
     bool centred_ = false;  // no kept place: centred on the owner's screen when first shown at its size
     IPicture* picture_ = nullptr;
     void PaintPicture(HDC dc);

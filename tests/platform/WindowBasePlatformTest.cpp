@@ -83,13 +83,14 @@ TEST(Resources, TheProgramAndItsComponentCarryVersionIconAndManifest) {
         EXPECT_EQ(VersionText(file, L"\\StringFileInfo\\080404B0\\FileVersion"), LUMORA_VERSION_TEXT);
     }
     EXPECT_EQ(ExtractIconExW(exe.c_str(), -1, nullptr, nullptr, 0), 1u);
-    // Visual styles: the manifest asks for common controls 6.
+    // Visual styles: the manifest asks for common controls 6; and per-monitor DPI awareness.
     HMODULE image = LoadLibraryExW(exe.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
     HRSRC manifest = FindResourceW(image, MAKEINTRESOURCEW(1), RT_MANIFEST);
     ASSERT_NE(manifest, nullptr);
     const std::string text(static_cast<const char*>(LockResource(LoadResource(image, manifest))),
                            SizeofResource(image, manifest));
     EXPECT_NE(text.find("\"Microsoft.Windows.Common-Controls\" version=\"6.0.0.0\""), std::string::npos) << text;
+    EXPECT_NE(text.find(">PerMonitorV2, PerMonitor</dpiAwareness>"), std::string::npos) << text;
     FreeLibrary(image);
 }
 

@@ -277,5 +277,17 @@ TEST(FileRegistry, TheNextStartLoadsWhatWasSavedAndAFileInTroubleIsLeftAlone) {
     EXPECT_EQ(fs.files[file], before);
     EXPECT_TRUE(prompts.messages.empty());
 }
+
+// Every layout length at a window's DPI; a length and its negative (a font's height) scale alike.
+TEST(WindowPlacement, LengthsAtADpi) {
+    const struct {
+        int value, dpi, scaled;
+    } cases[] = {{460, 96, 460}, {460, 144, 690}, {460, 192, 920}, {-12, 144, -18}, {5, 144, 8},  {-5, 144, -8},
+                 {3, 120, 4},    {1, 120, 1},     {7, 0, 7},       {0, 288, 0},     {26, 168, 46}};
+    for (const auto& c : cases) EXPECT_EQ(ScaleForDpi(c.value, c.dpi), c.scaled) << c.value << " at " << c.dpi;
+    EXPECT_EQ(ScaleBy(450, 96, 144), 300);  // back to 96 DPI
+    EXPECT_EQ(ScaleBy(450, 96, 0), 450);
+}
+
 }  // namespace
 }  // namespace lumora

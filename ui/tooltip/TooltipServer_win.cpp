@@ -14,6 +14,18 @@ HINSTANCE gModule = nullptr;
 LONG gObjects = 0;
 LONG gLocks = 0;
 
+// The owner's DPI: GetDpiForWindow where the system has it (Windows 10 1607), else the screen's.
+int DpiOf(HWND window) {
+    using GetDpiForWindowFn = UINT(WINAPI*)(HWND);
+    const auto get = reinterpret_cast<GetDpiForWindowFn>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32.dll"), "GetDpiForWindow")));
+    if (get && window && get(window) > 0) return static_cast<int>(get(window));
+    HDC screen = GetDC(nullptr);
+    const int dpi = screen ? GetDeviceCaps(screen, LOGPIXELSY) : 96;
+    if (screen) ReleaseDC(nullptr, screen);
+    return dpi > 0 ? dpi : 96;
+}
+
 class Tooltip final : public lumora::ITooltip {
 public:
     Tooltip() { InterlockedIncrement(&gObjects); }
@@ -109,8 +121,8 @@ public:
                                CW_USEDEFAULT, CW_USEDEFAULT, owner_, nullptr, gModule, nullptr);
         if (!tip_) return HRESULT_FROM_WIN32(GetLastError());
         lumora::GuardTip(tip_);
-        // Room for the two-line help texts; line breaks in a text start new lines.
-        SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, 360);
+        // Room for the two-line help texts (360 pixels at 96 DPI); line breaks in a text start new lines.
+        SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, MulDiv(360, DpiOf(owner_), 96));
         SendMessageW(tip_, TTM_SETDELAYTIME, TTDT_AUTOPOP, 15000);
         return S_OK;
     }
