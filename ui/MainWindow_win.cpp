@@ -312,8 +312,8 @@ void MainWindow::OnContextMenu(int x, int y) {
     if (x == -1 && y == -1) {  // from the keyboard
         RECT r;
         GetWindowRect(hwnd_, &r);
-        x = r.left + 20;
-        y = r.top + 40;
+        x = r.left + Scaled(20, dpi_);
+        y = r.top + Scaled(40, dpi_);
     }
     TrackMenu(hwnd_, events_->ContextMenu(), x, y);
 }
