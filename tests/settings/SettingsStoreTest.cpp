@@ -255,6 +255,11 @@ TEST(FileRegistry, TheNextStartLoadsWhatWasSavedAndAFileInTroubleIsLeftAlone) {
               regerr::kSuccess);
     EXPECT_EQ(std::tuple(value.kind, value.data), std::tuple(RegistryValue::Kind::Binary, bytes));
     EXPECT_EQ(next.DeleteValue(RegistryRoot::CurrentUser, kSetup, "A=B"), regerr::kSuccess);
+    EXPECT_EQ(next.WriteText(RegistryRoot::CurrentUser, kSetup, "L1", "7"),
+              regerr::kSuccess);  // the same bytes as text
+    EXPECT_EQ(FileRegistry(fs, file).Read(RegistryRoot::CurrentUser, kSetup, "L1", value) +
+                  int(value.kind == RegistryValue::Kind::Text),
+              1);
     EXPECT_EQ(FileRegistry(fs, file).Read(RegistryRoot::CurrentUser, kSetup, "a=b", value), regerr::kFileNotFound);
     EXPECT_EQ(next.Read(RegistryRoot::ClassesRoot, "CLSID\\{x}\\Server", "", value), regerr::kSuccess);
     EXPECT_EQ(std::tuple(value.kind, value.data), std::tuple(RegistryValue::Kind::Text, std::string("E:\\周末.dll")));
@@ -264,13 +269,15 @@ TEST(FileRegistry, TheNextStartLoadsWhatWasSavedAndAFileInTroubleIsLeftAlone) {
     EXPECT_EQ(next.DeleteKey(RegistryRoot::ClassesRoot, "CLSID"), regerr::kFileNotFound);
     EXPECT_EQ(next.DeleteKey(RegistryRoot::ClassesRoot, "CLSIDS"), regerr::kSuccess);
     // Lines that do not parse are dropped, the rest kept.
-    const auto keys = FileRegistry::Parse("junk\n[K]\r\nA=b:4G\r\nB=b:4a\r\nC=x:41\r\nD=b:414\r\n");
+    const auto keys = FileRegistry::Parse("junk\n[K]\r\nA=b:4G\r\nB=b:4a\r\nC=x:41\r\nD=b:414\r\nE=t:\r\n");
     ASSERT_EQ(keys.size(), 1u);
-    EXPECT_EQ(FileRegistry::Format(keys), "[K]\r\nB=b:4A\r\n");
+    EXPECT_EQ(FileRegistry::Format(keys), "[K]\r\nB=b:4A\r\nE=t:\r\n");
 
     const std::string before = fs.files[file];
     fs.unreadable.push_back(file);
-    EXPECT_EQ(next.WriteBinary(RegistryRoot::CurrentUser, kSetup, "L1", "9"), regerr::kAccessDenied);
+    EXPECT_EQ(next.WriteBinary(RegistryRoot::CurrentUser, kSetup, "L1", "9") +
+                  next.DeleteValue(RegistryRoot::CurrentUser, kSetup, "L1"),
+              2 * regerr::kAccessDenied);
     fs.unreadable.clear();
     fs.failWrites = true;
     EXPECT_EQ(next.WriteBinary(RegistryRoot::CurrentUser, kSetup, "L1", "9"), regerr::kCantWrite);
