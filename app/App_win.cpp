@@ -211,11 +211,10 @@ void App::FileOpened(const std::string& path) {
     } else if (settings_.IsOn(opt::kAutoCloseLyricsWindow) && !player_.UsingDecoder1()) {
         ShowWindow(display_.Handle(), SW_HIDE);
     }
-    // The system's media controls show the tag's title and artist; a file without a title shows its name.
-    Id3v1Tag tag;
-    ReadId3v1Tag(services_.files, path, tag);
-    mediaControls_.ShowFile(tag.title.empty() ? path.substr(path.find_last_of('\\') + 1) : tag.title, tag.artist);
     stream_.Opened(path, player_.LengthMs());
+    // The system's media controls show the tag's title and artist; a file without a title shows its name.
+    const Id3v1Tag tag = stream_.Tag().value_or(Id3v1Tag{});
+    mediaControls_.ShowFile(tag.title.empty() ? path.substr(path.find_last_of('\\') + 1) : tag.title, tag.artist);
     display_.SetStreamTexts(stream_.Texts());
     window_.ShowTagLine(stream_.Texts().title);
 

@@ -31,7 +31,9 @@ std::string EncodeHandOff(const HandOffMessage& message) {
 }
 
 std::optional<HandOffMessage> DecodeHandOff(unsigned kind, std::string_view bytes) {
-    if ((kind != 2 && kind != 3) || bytes.size() < kFixedBytes) return std::nullopt;
+    const bool known =
+        kind == static_cast<unsigned>(HandOffKind::Argument) || kind == static_cast<unsigned>(HandOffKind::Withdraw);
+    if (!known || bytes.size() < kFixedBytes) return std::nullopt;
     HandOffMessage message;
     message.kind = static_cast<HandOffKind>(kind);
     message.process = static_cast<unsigned long>(TakeLittleEndian(bytes, 0, 4));

@@ -54,8 +54,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     lumora::WinInstanceProbe instances;
     const std::string programFolder = lumora::ProgramFolder();
     const bool portable =
-        GetFileAttributesW(lumora::Widen(programFolder + "\\" + std::string(lumora::kPortableMarker)).c_str()) !=
-        INVALID_FILE_ATTRIBUTES;
+        lumora::WinFileSystem().FileExists(programFolder + "\\" + std::string(lumora::kPortableMarker));
     lumora::WinFileSystem files(portable ? programFolder + "\\" + std::string(lumora::kPortableDataFolder)
                                          : std::string());
     lumora::IniFiles ini(files);

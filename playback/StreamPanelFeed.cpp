@@ -13,6 +13,7 @@ namespace lumora {
 void StreamPanelFeed::Reset() {
     ResetStreamPanel(texts_);
     facts_.reset();
+    tag_.reset();
 }
 
 void StreamPanelFeed::Opened(const std::string& path, long long lengthMs) {
@@ -20,8 +21,8 @@ void StreamPanelFeed::Opened(const std::string& path, long long lengthMs) {
     // Only MPEG audio has stream facts; any file may end in a tag. Neither reads the whole of a large file.
     if (IsMpegAudioName(path)) facts_ = ReadMpegStreamFacts(fs_, path);
     if (facts_) RefreshStreamPanel(texts_, PropertiesOf(*facts_, 0));
-    Id3v1Tag tag;
-    ShowTagLine(texts_, ReadId3v1Tag(fs_, path, tag) ? std::optional(tag) : std::nullopt);
+    if (Id3v1Tag tag; ReadId3v1Tag(fs_, path, tag)) tag_ = std::move(tag);
+    ShowTagLine(texts_, tag_);
     if (lengthMs > 0) texts_.totalTime = TotalTimeText(PlaybackController::FormatTime(lengthMs));
 }
 

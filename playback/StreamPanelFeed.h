@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "mediainfo/Id3v1.h"
 #include "mediainfo/MpegAudioParser.h"
 #include "mediainfo/StreamPanel.h"
 
@@ -17,6 +18,8 @@ public:
     explicit StreamPanelFeed(FileSystem& fs) : fs_(fs) {}
 
     const StreamPanelTexts& Texts() const { return texts_; }
+    // The ID3v1 tag of the file last opened; none when it has none.
+    const std::optional<Id3v1Tag>& Tag() const { return tag_; }
     void Opened(const std::string& path, long long lengthMs);
     void Progress(long long positionMs);
     void Reset();
@@ -25,6 +28,7 @@ private:
     FileSystem& fs_;
     StreamPanelTexts texts_;
     std::optional<MpegStreamFacts> facts_;
+    std::optional<Id3v1Tag> tag_;
 };
 
 }  // namespace lumora
