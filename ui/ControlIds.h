@@ -133,6 +133,11 @@ inline constexpr int IDC_LYRICS_SET_PICTURE_STRETCH = 1660;
 inline constexpr int IDC_LYRICS_SET_PICTURE = 1661;
 inline constexpr int IDC_LYRICS_SET_PICTURE_PATH = 1662;
 
+// Settings dialog "功能与设置": 1700-1799 its frame and option pages; 1800-1849 the file-type, icon
+// and context-menu pages; 1850-1869 the icon chooser; 1870-1899 the sound card inspector.
+inline constexpr char kSettingsTitle[] = "功能与设置";
+inline constexpr int IDC_SET_TABS = 1701;
+
 // Splash window: 1300-1349.
 inline constexpr int IDC_SPLASH_OS = 1301;
 
