@@ -32,7 +32,7 @@ constexpr std::pair<KeyCommand, int> kKeyCommands[] = {
     {KeyCommand::SaveList, IDM_SAVE_LIST},      {KeyCommand::JumpToTime, IDM_JUMP_TO_TIME},
     {KeyCommand::MediaInfo, IDM_MEDIA_INFO},    {KeyCommand::ShowList, IDM_SHOW_PLAYLIST},
     {KeyCommand::PlayEntry, IDM_PLAYLIST_PLAY}, {KeyCommand::RemoveEntry, IDM_PLAYLIST_REMOVE},
-    {KeyCommand::FindEntry, IDM_PLAYLIST_FIND},
+    {KeyCommand::FindEntry, IDM_PLAYLIST_FIND}, {KeyCommand::Settings, IDM_SETTINGS},
 };
 
 // What has the focus, by its window class: the keys an edit box, a slider or the list needs stay theirs.
@@ -68,6 +68,8 @@ constexpr MenuSlot kMainMenu[] = {
     {Kind::Item, IDM_LYRICS_WINDOW},
     {Kind::Item, IDM_LYRICS_SETTINGS},
     {Kind::Item, IDM_SHOW_PLAYLIST},
+    {Kind::Separator},
+    {Kind::Item, IDM_SETTINGS},
     {Kind::Separator},
     {Kind::Item, IDM_EXIT},
 };
@@ -110,6 +112,8 @@ void App::BuildCommands() {
     }, CheckedWhileLyricsWindowShown);
     add({IDM_LYRICS_SETTINGS}, "歌词显示设置...", [this] { EditLyricsSettings(); });
     add({IDM_SHOW_PLAYLIST, IDC_MAIN_LIST}, "文件列表(&L)", [this] { playlist_.Toggle(); }, CheckedWhilePlaylistShown);
+    add({IDM_SETTINGS}, "功能与设置(&G)...", [this] { OpenSettings(SettingsPageChoice::First); });
+    add({IDM_SETTINGS_FILE_TYPES}, {}, [this] { OpenSettings(SettingsPageChoice::FileTypes); });
     add({IDM_EXIT}, "退出(&X)", [this] { Close(); });
     // The transport buttons.
     add({IDC_MAIN_PLAY}, {}, [this] { player_.PlayPause(); });

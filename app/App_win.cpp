@@ -120,8 +120,12 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
     UpdateWindow(main);
 
     const long long startedMs = ThisProcessStartMs();
-    if (!argument.empty() && settings_.Text(opt::kSamePlayer) == "1" &&
-        (services_.handOffs.Collecting() || HandOffBatch::StartedTogether(startedMs, OtherLumoraStarts()))) {
+    if (argument == kSettingsArgument) {
+        // "Lumora set" (the installer's last page, or the user) opens the file types to choose; once the main
+        // window runs its message loop, so that the dialog is modal over it.
+        PostMessageW(main, WM_COMMAND, ids::IDM_SETTINGS_FILE_TYPES, 0);
+    } else if (!argument.empty() && settings_.Text(opt::kSamePlayer) == "1" &&
+               (services_.handOffs.Collecting() || HandOffBatch::StartedTogether(startedMs, OtherLumoraStarts()))) {
         // Started together with others (one Explorer selection): this start's file opens with theirs.
         services_.handOffs.Receive({HandOffKind::Argument, GetCurrentProcessId(), startedMs, argument}, HandOffNowMs());
     } else if (argument.empty()) {
@@ -346,6 +350,7 @@ void App::OpenArgument(const std::string& argument) {
 void App::TakeHandOff(const HandOffAction& action) {
     std::vector<std::string> paths;
     for (const auto& argument : action.open) {
+        if (argument == kSettingsArgument) PostMessageW(window_.Handle(), WM_COMMAND, ids::IDM_SETTINGS_FILE_TYPES, 0);
         if (auto path = ResolveArgument(argument, services_.files)) paths.push_back(std::move(*path));
     }
     // In name order, as Explorer lists the files the user selected.

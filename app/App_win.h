@@ -49,6 +49,10 @@ struct AppServices {
     WinPrompts& prompts;
     Registry& rawRegistry;  // for values kept as plain strings (the music library's folder)
     HandOffBatch& handOffs;  // what other starts hand over, collected from the program's first moment
+    // The machine's own registry, where file types are registered also by a portable copy, on request.
+    Registry& systemRegistry;
+    // A portable copy's registry file (settings/FileRegistry.h); empty for an installed Lumora.
+    std::string portableRegistryFile;
 };
 
 class App final : QueueView, QueuePlayer, PlaybackView, LyricsView, MainWindowEvents, PlaylistCommands, VolumeControl {
@@ -113,6 +117,10 @@ private:
     void OpenInfoEditor();
     void AssignLyrics();
     void EditLyricsSettings();
+    // The settings dialog "功能与设置"; "确定" saves the options and applies those that show at once.
+    enum class SettingsPageChoice { First, FileTypes };
+    void OpenSettings(SettingsPageChoice page);
+    void ApplySettings();
     void ApplyLyricsSettings(const LyricsDisplaySettings& settings);
 
     void ShowTips();

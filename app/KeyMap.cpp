@@ -43,6 +43,7 @@ constexpr Binding kBindings[] = {
     {'T',       kCtrl,          C::JumpToTime,  kAnywhere},
     {'I',       kCtrl,          C::MediaInfo,   kAnywhere},
     {'L',       kCtrl,          C::ShowList,    kAnywhere},
+    {'P',       kCtrl,          C::Settings,    kAnywhere},
     {kReturn,   kNone,          C::PlayEntry,   kList},
     {kDelete,   kNone,          C::RemoveEntry, kList},
     {'F',       kCtrl,          C::FindEntry,   kList},

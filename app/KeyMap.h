@@ -40,6 +40,7 @@ enum class KeyCommand {
     PlayEntry,  // the list's selected entry
     RemoveEntry,
     FindEntry,
+    Settings,
 };
 
 // What holds the keyboard focus (the key table relies on this order). Typing into an edit box, a slider's Left and

@@ -77,11 +77,12 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     }
     lumora::WinRegistry systemRegistry;
     std::unique_ptr<lumora::Registry> ownRegistry;
+    std::string registryFile;
     if (portable) {
         // On a medium that cannot be written (no data folder) every save fails with the registry's message.
         const std::string data = files.UserDataFolder();
-        ownRegistry = std::make_unique<lumora::FileRegistry>(
-            files, data.empty() ? data : data + "\\" + std::string(lumora::kPortableRegistryFile));
+        registryFile = data.empty() ? data : data + "\\" + std::string(lumora::kPortableRegistryFile);
+        ownRegistry = std::make_unique<lumora::FileRegistry>(files, registryFile);
     } else {
         ownRegistry = std::make_unique<lumora::UserFirstRegistry>(systemRegistry);
     }
@@ -122,7 +123,8 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
         case lumora::StartupOutcome::OpenMainWindow: break;
     }
 
-    auto owned = std::make_unique<lumora::App>(lumora::AppServices{files, ini, wrapper, prompts, registry, handOffs});
+    auto owned = std::make_unique<lumora::App>(
+        lumora::AppServices{files, ini, wrapper, prompts, registry, handOffs, systemRegistry, registryFile});
     app = owned.get();
     const std::string osCode = start.os ? start.os->code : std::string();
     bool created = true;

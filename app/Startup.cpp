@@ -194,7 +194,7 @@ StartupResult RunStartup(StartupPorts ports, const OsVersion& version, std::stri
     }
     if (!ports.portable) RegisterTooltip(ports.registry, programFolder);
 
-    result.settingsMode = tail == "set";
+    result.settingsMode = tail == kSettingsArgument;
     // The path stays as the user (or the shell) spelled it: the title line and the lists show it so.
     result.argument = std::string(tail);
 

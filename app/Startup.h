@@ -88,6 +88,9 @@ enum class StartupOutcome {
     OpenMainWindow,
 };
 
+// The command tail that opens the settings dialog on its file types (the installer runs it).
+inline constexpr std::string_view kSettingsArgument = "set";
+
 struct StartupResult {
     StartupOutcome outcome = StartupOutcome::OpenMainWindow;
     std::string marker;               // the step start-up was at

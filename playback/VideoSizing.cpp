@@ -13,6 +13,14 @@ double VideoScale(int index) {
     return index >= 0 && index < static_cast<int>(kScales.size()) ? kScales[static_cast<size_t>(index)] : 1.0;
 }
 
+std::string VideoScaleEntry(int index) {
+    if (index == 0) return "原始大小";
+    std::string text = std::to_string(VideoScale(index));  // "0.750000"
+    text.erase(text.find_last_not_of('0') + 1);
+    if (text.back() == '.') text.pop_back();
+    return text;
+}
+
 VideoPlacement PlaceVideo(long pictureWidth, long pictureHeight, long screenWidth, long screenHeight,
                           const SettingsStore& settings) {
     const long long l45 = settings.Number(opt::kVideoStartSize).value_or(1);

@@ -5,6 +5,7 @@
 // when that size does not fit the screen: 0 full screen, 1 the picture's own size, 2 leave the window alone).
 #include <array>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "playback/MediaEngine.h"
@@ -21,6 +22,8 @@ struct VideoPlacement {
 };
 
 double VideoScale(int index);
+// The scale list's entry for `index`: "原始大小" first, then the factor ("0.5", "2").
+std::string VideoScaleEntry(int index);
 
 VideoPlacement PlaceVideo(long pictureWidth, long pictureHeight, long screenWidth, long screenHeight,
                           const SettingsStore& settings);

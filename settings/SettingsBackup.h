@@ -15,8 +15,12 @@ enum class BackupOutcome { Cancelled, Done, Failed };
 std::string BackupCommandLine(std::string_view fileName);
 std::string RestoreCommandLine(std::string_view fileName);
 
-// The settings dialog's backup and restore buttons are the users of these (the dialog is still to come).
 BackupOutcome BackupSettings(Prompts& prompts, FileSystem& fs, ProcessRunner& runner);
 BackupOutcome RestoreSettings(Prompts& prompts, ProcessRunner& runner);
+
+// A portable Lumora keeps its registry in a file (settings/FileRegistry.h): the backup is a copy of
+// it, and a restore puts a copy back when it holds Lumora's keys (anything else would wipe the options).
+BackupOutcome BackupSettingsFile(Prompts& prompts, FileSystem& fs, const std::string& registryFile);
+BackupOutcome RestoreSettingsFile(Prompts& prompts, FileSystem& fs, const std::string& registryFile);
 
 }  // namespace lumora

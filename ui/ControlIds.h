@@ -70,6 +70,8 @@ inline constexpr int IDM_LYRICS_SETTINGS = 1218;
 // Commands of keys only: the volume slider moved by one step.
 inline constexpr int IDM_VOLUME_UP = 1219;
 inline constexpr int IDM_VOLUME_DOWN = 1220;
+inline constexpr int IDM_SETTINGS = 1221;
+inline constexpr int IDM_SETTINGS_FILE_TYPES = 1222;  // the dialog opened on its file types ("set")
 
 // Playlist window: 1100-1149; its menu 1250-1299.
 inline constexpr int IDC_PLAYLIST_LINES = 1101;
@@ -137,6 +139,12 @@ inline constexpr int IDC_LYRICS_SET_PICTURE_PATH = 1662;
 // and context-menu pages; 1850-1869 the icon chooser; 1870-1899 the sound card inspector.
 inline constexpr char kSettingsTitle[] = "功能与设置";
 inline constexpr int IDC_SET_TABS = 1701;
+inline constexpr int IDC_SET_SONG_MENU_WARNING = 1702;  // "设置不当“选歌”菜单会超出屏幕。"
+inline constexpr int IDC_SET_BALLOON_PREVIEW = 1703;    // the balloon colours' preview
+inline constexpr int IDC_SET_BACKUP = 1704;
+inline constexpr int IDC_SET_RESTORE = 1705;
+inline constexpr int IDC_SET_SOUND_CARD = 1706;
+// The options' controls: FormControlId (settings/OptionForm.h), from 2000 on.
 
 // Splash window: 1300-1349.
 inline constexpr int IDC_SPLASH_OS = 1301;

@@ -1,0 +1,56 @@
+// The settings dialog "功能与设置" as the composition root opens it: the pages it holds, what "确定"
+// saves, and what changes at once afterwards.
+#include <memory>
+
+#include "app/App_win.h"
+#include "app/Version.h"
+#include "platform/FileSystem_win.h"
+#include "platform/ProcessRunner_win.h"
+#include "settings/OptionNames.h"
+#include "settings/RegistryWrapper.h"
+#include "settings/SettingsBackup.h"
+#include "ui/OptionPages_win.h"
+#include "ui/Prompts_win.h"
+#include "ui/SettingsDialog_win.h"
+
+namespace lumora {
+
+void App::OpenSettings(SettingsPageChoice page) {
+    SettingsStore edited = settings_;
+    std::vector<std::unique_ptr<SettingsPage>> pages = MakeOptionPages(edited);
+    const int fileTypesPage = static_cast<int>(pages.size());
+    ToolActions tools;
+    tools.backup = [this](HWND owner) {
+        WinPrompts prompts(owner);
+        if (services_.portableRegistryFile.empty()) {
+            WinProcessRunner runner;
+            BackupSettings(prompts, services_.files, runner);
+        } else {
+            BackupSettingsFile(prompts, services_.files, services_.portableRegistryFile);
+        }
+    };
+    tools.restore = [this](HWND owner) {
+        WinPrompts prompts(owner);
+        if (services_.portableRegistryFile.empty()) {
+            WinProcessRunner runner;
+            RestoreSettings(prompts, runner);
+        } else {
+            RestoreSettingsFile(prompts, services_.files, services_.portableRegistryFile);
+        }
+    };
+    tools.inspectSoundCard = [](HWND) {};
+    pages.push_back(MakeToolsPage(std::move(tools)));
+    SettingsDialog dialog(std::move(pages), page == SettingsPageChoice::FileTypes ? fileTypesPage : 0);
+    if (!dialog.Run(window_.Handle())) return;
+    // A failed save has told the user why; the options in use stay as they were.
+    if (!SaveSettings(edited, services_.registry, kVersionText, ProgramFolder())) return;
+    settings_ = edited;
+    ApplySettings();
+}
+
+void App::ApplySettings() {
+    ShowTips();
+    playlist_.CreateInfoTip(settings_.IsOn(opt::kClassicListTips));
+}
+
+}  // namespace lumora

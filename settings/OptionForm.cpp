@@ -1,0 +1,146 @@
+#include "settings/OptionForm.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+
+#include "common/Text.h"
+#include "settings/OptionNames.h"
+#include "settings/SettingsStore.h"
+
+namespace lumora {
+namespace {
+
+using K = FormControl;
+
+// clang-format off
+constexpr auto kItems = std::to_array<FormItem>({
+    // Playback
+    {opt::kBackSeconds, K::Slider, 1, 120},
+    {opt::kForwardSeconds, K::Slider, 1, 120},
+    {opt::kDecoder, K::RadioPair},
+    {opt::kAskOnUnplayable, K::RadioPair},
+    {opt::kSamePlayer, K::Check},
+    {opt::kSamePlayerShowsMain, K::Check},
+    {opt::kNoVolumeFade, K::Check},
+    {opt::kVolumeFadeDelay, K::Number, 0, 999},
+    {opt::kStopScreenSaver, K::Check},
+    {opt::kDecoderWorkaround, K::Check},
+    // Lists and library
+    {opt::kFilterLists, K::Check},
+    {opt::kSkipListFilterQuestion, K::Check},
+    {opt::kDefaultListPlays, K::Check},
+    {opt::kSaveListOnExit, K::Check},
+    {opt::kListReadsMediaInfo, K::Check},
+    {opt::kClassicListTips, K::Check},
+    {opt::kListWindowAtStart, K::Check},
+    {opt::kLibraryRenameBox, K::Check},
+    {opt::kLibraryNameIsTitle, K::RadioPair},
+    // Lyrics and display
+    {opt::kAutoOpenLyricsWindow, K::Check},
+    {opt::kAutoCloseLyricsWindow, K::Check},
+    {opt::kLyricsWhileSeeking, K::Check},
+    {opt::kLyricsOffset, K::Slider, -9, 9},
+    {opt::kRepairMediaInfo, K::Check},
+    {opt::kBubbles, K::Check},
+    {opt::kColouredBubbles, K::Check},
+    {opt::kNoLyricsWindowBubbles, K::Check},
+    {opt::kColouredProgress, K::Check},
+    {opt::kRunningTextSpeed, K::Slider, 1, 100},
+    // Windows
+    {opt::kSkin, K::Choice, 0, 6},
+    {opt::kMainWindowTopmost, K::Check},
+    {opt::kListWindowTopmost, K::Check},
+    {opt::kTrayIcon, K::Check},
+    {opt::kShortcutButtons, K::Check},
+    {opt::kXpMenus, K::Check},
+    {opt::kNoWindowFades, K::Check},
+    {opt::kBackgroundColours, K::Check},
+    {opt::kPanelTextColours, K::Check},
+    {opt::kMenuColours, K::Check},
+    {opt::kMenuBackColour, K::Colour},
+    {opt::kMenuTextColour, K::Colour},
+    // Tips
+    {opt::kBalloonHelp, K::Check},
+    {opt::kInfoBalloons, K::Check},
+    {opt::kDefaultBalloonColours, K::Check},
+    {opt::kBalloonBackColour, K::Colour},
+    {opt::kBalloonTextColour, K::Colour},
+    {opt::kStartupInfoBalloon, K::Check},
+    {opt::kPlayInfoBalloon, K::Check},
+    {opt::kHourlyChime, K::Check},
+    // Song menu
+    {opt::kFlatSongMenu, K::Check},
+    {opt::kSongMenuLayout, K::Choice, 0, 99},
+    {opt::kAutoSongMenuType, K::Check},
+    {opt::kSongMenuUpperBound, K::Number, 0, 998},
+    {opt::kSongMenuLowerBound, K::Number, 1, 999},
+    {opt::kModuleSongMenu, K::Check},
+    // Video
+    {opt::kVideoStartSize, K::Choice, 0, 2},
+    {opt::kVideoScale, K::Choice, 0, 19},
+    {opt::kSmallVideoSize, K::Choice, 0, 2},
+    {opt::kCloseVideoForAudio, K::Check},
+    {opt::kVideoWindowAtStart, K::Check},
+    {opt::kNoVideoWindowForVideo, K::Check},
+});
+// clang-format on
+
+}  // namespace
+
+std::span<const FormItem> FormItems() { return kItems; }
+
+const FormItem* FindFormItem(std::string_view name) {
+    const auto it = std::find_if(kItems.begin(), kItems.end(), [&](const FormItem& i) { return i.name == name; });
+    return it == kItems.end() ? nullptr : &*it;
+}
+
+int FormControlId(std::string_view name, int part) {
+    const FormItem* item = FindFormItem(name);
+    return item ? kFirstFormControlId + 4 * static_cast<int>(item - kItems.data()) + part : -1;
+}
+
+long long ShownValue(const FormItem& item, const SettingsStore& store) {
+    const std::optional<long long> n = store.Number(item.name);
+    switch (item.kind) {
+        case K::Slider:
+            return std::clamp<long long>(n.value_or(item.low), item.low, item.high);
+        case K::Check:
+            return n == 1 ? 1 : 0;
+        case K::RadioPair:
+            return Trim(store.Text(item.name), " ") == "0" ? 0 : 1;
+        case K::Choice:
+            return n && *n >= item.low && *n <= item.high ? *n : item.low;
+        case K::Number:
+            return n.value_or(item.low);
+        case K::Colour:
+            return static_cast<std::uint32_t>(n.value_or(0));
+    }
+    return 0;
+}
+
+std::string StoredText(const FormItem& item, long long value) {
+    if (item.kind == K::Colour) return std::to_string(static_cast<std::int32_t>(static_cast<std::uint32_t>(value)));
+    if (item.kind == K::Check || item.kind == K::RadioPair) return value ? "1" : "0";
+    return std::to_string(value);
+}
+
+std::optional<long long> TypedNumber(const FormItem& item, std::string_view typed, long long floor) {
+    const std::optional<long long> n = ParseDecimal(Trim(typed, " "));
+    if (!n || *n < item.low || *n > item.high || *n <= floor) return std::nullopt;
+    return n;
+}
+
+std::string NumberRangeMessage(long long low, long long high) {
+    return "请输入" + std::to_string(low) + "至" + std::to_string(high) + "之间的整数。";
+}
+
+bool SongMenuOverflows(int filesPerColumn, bool autoType, int screenHeight, int lineHeight) {
+    return autoType && filesPerColumn > 0 && static_cast<long long>(filesPerColumn) * lineHeight > screenHeight;
+}
+
+std::string SongMenuLayoutEntry(int index) {
+    return index == 0 ? "自动调节" : "每列显示" + std::to_string(index) + "个文件";
+}
+
+}  // namespace lumora
