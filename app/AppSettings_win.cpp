@@ -51,6 +51,11 @@ void App::OpenSettings(SettingsPageChoice page) {
 void App::ApplySettings() {
     ShowTips();
     playlist_.CreateInfoTip(settings_.IsOn(opt::kClassicListTips));
+    if (settings_.IsOn(opt::kMediaKeysAlways)) {
+        hotKeys_.Hold(window_.Handle());
+    } else {
+        hotKeys_.Release();
+    }
 }
 
 }  // namespace lumora

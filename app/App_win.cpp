@@ -109,7 +109,7 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
     ShowTips();
     playlist_.CreateInfoTip(settings_.IsOn(opt::kClassicListTips));
     SetMessageFilter([this](MSG& msg) { return FilterMessage(msg); });
-    if (services_.registry.ReadValueQuietly(kSetupKeyPath, opt::kMediaKeysAlways).text == "1") hotKeys_.Hold(main);
+    if (settings_.IsOn(opt::kMediaKeysAlways)) hotKeys_.Hold(main);
     mediaControls_.Attach(main);
 
     queue_.Clear();

@@ -22,6 +22,7 @@ constexpr auto kItems = std::to_array<FormItem>({
     {opt::kAskOnUnplayable, K::RadioPair},
     {opt::kSamePlayer, K::Check},
     {opt::kSamePlayerShowsMain, K::Check},
+    {opt::kMediaKeysAlways, K::Check},
     {opt::kNoVolumeFade, K::Check},
     {opt::kVolumeFadeDelay, K::Number, 0, 999},
     {opt::kStopScreenSaver, K::Check},

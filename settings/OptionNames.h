@@ -70,9 +70,9 @@ inline constexpr std::string_view kHourlyChime = "L72";            // "整点报
 inline constexpr std::string_view kMenuBackColour = "L1B";         // menu background colour
 inline constexpr std::string_view kMenuTextColour = "L1F";         // menu text colour
 
-// ---- Options kept beside the dialog's, with no control yet ------------------------------------
-// "1": the media keys reach Lumora also while another program has the focus; off unless "1". A name of
-// its own, not an "L" number: those are the settings dialog's, and their gaps stay empty.
+// ---- Options of Lumora's own beside the numbered ones ------------------------------------------
+// Names of their own, not "L" numbers: the numbering's gaps stay empty.
+// "1": the media keys reach Lumora also while another program has the focus; off unless "1".
 inline constexpr std::string_view kMediaKeysAlways = "MediaKeysAlways";
 
 // ---- Values the windows keep (twips), loaded with the options --------------------------------

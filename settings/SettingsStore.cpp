@@ -91,7 +91,8 @@ constexpr std::array kOptions = std::to_array<Option>({
     {opt::kSongMenuLayout, Rule::Range, "0", kDefault, 0, 99},
     {opt::kAutoSongMenuType, Rule::Flag, "1", kDefault},
     {opt::kSongMenuUpperBound, Rule::Range, "32", kDefault, 0, 998},
-    {opt::kSongMenuLowerBound, Rule::Range, "130", kDefault, 33, 999},  // and above opt::kSongMenuUpperBound: see LoadSettings
+    {opt::kSongMenuLowerBound, Rule::Range, "130", kDefault, 33,
+     999},  // and above opt::kSongMenuUpperBound: see LoadSettings
     {opt::kColouredProgress, Rule::Flag, "0", kDefault},
     {opt::kSamePlayer, Rule::Flag, "1", kDefault},
     {opt::kVideoStartSize, Rule::Choice, "1", kNone, 0, 0, Bits({0, 1, 2})},
@@ -124,6 +125,7 @@ constexpr std::array kOptions = std::to_array<Option>({
     {opt::kHourlyChime, Rule::Flag, "0", kNone},
     {opt::kMenuBackColour, Rule::Colour, "16777215", kNone},
     {opt::kMenuTextColour, Rule::Colour, "0", kNone},
+    {opt::kMediaKeysAlways, Rule::Flag, "0", kNone},
     // Loaded at start-up but written by the windows that own them.
     {opt::kMainTop, Rule::Top, "", kNone},
     {opt::kMainLeft, Rule::Left, "", kNone},

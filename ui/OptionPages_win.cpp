@@ -78,6 +78,7 @@ std::vector<PageSpec> Pages() {
             {R::Check, opt::kNoVolumeFade, "关闭音量渐变功能。延时:", {}, {}, {}, 0, opt::kVolumeFadeDelay},
             {R::Check, opt::kSamePlayer, "使用同一播放器"},
             {R::Check, opt::kSamePlayerShowsMain, "使用同一播放器时，播放新的媒体文件或列表文件时返回主界面"},
+            {R::Check, opt::kMediaKeysAlways, "在其他程序的窗口中，键盘的媒体键也控制Lumora"},
         }},
         {L"视频", {
             {R::Radio, opt::kVideoStartSize, "播放视频时，直接全屏播放。", "播放视频时，自动调整视频窗口大小。",
