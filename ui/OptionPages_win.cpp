@@ -16,7 +16,9 @@
 #include "settings/OptionNames.h"
 #include "settings/SettingsStore.h"
 #include "ui/ControlIds.h"
+#include "ui/Dpi_win.h"
 #include "ui/Prompts_win.h"
+#include "ui/Theme_win.h"
 
 namespace lumora {
 namespace {
@@ -229,7 +231,7 @@ public:
                     add(DialogTemplate::kStatic, Id(r.option, 3), r.text, x, y, width, kLineHeight,
                         SS_LEFT | SS_NOPREFIX | WS_GROUP);
                     t.AddControl(TRACKBAR_CLASSW, static_cast<WORD>(Id(r.option)), L"", x, static_cast<short>(y + 10),
-                                 width, 14, TBS_HORZ | TBS_NOTICKS | WS_TABSTOP);
+                                 width, 14, TBS_HORZ | TBS_NOTICKS | TBS_FIXEDLENGTH | WS_TABSTOP);
                     y = static_cast<short>(y + 26 + kGap);
                     break;
                 case Row::Number: {
@@ -425,6 +427,7 @@ private:
         HWND control = GetDlgItem(page_, Id(r.option));
         switch (item.kind) {
             case FormControl::Slider:
+                Theme::SliderThumb(control, WindowDpi(page_));
                 SendMessageW(control, TBM_SETRANGE, FALSE, MAKELPARAM(item.low, item.high));
                 SendMessageW(control, TBM_SETPOS, TRUE, static_cast<LPARAM>(value));
                 ShowSliderLabel(r, static_cast<LRESULT>(value));
