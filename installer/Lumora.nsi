@@ -32,6 +32,11 @@ VIAddVersionKey /LANG=2052 "LegalCopyright" "Lumora 开发者"
 !define MUI_WELCOMEFINISHPAGE_BITMAP "${LUMORA_WIZARD}"
 !define MUI_ABORTWARNING
 !define MUI_FINISHPAGE_RUN "$INSTDIR\Lumora.exe"
+; The file types are the user's to choose: this opens Lumora's settings on them ("Lumora.exe set").
+!define MUI_FINISHPAGE_SHOWREADME ""
+!define MUI_FINISHPAGE_SHOWREADME_TEXT "设置文件类型"
+!define MUI_FINISHPAGE_SHOWREADME_NOTCHECKED
+!define MUI_FINISHPAGE_SHOWREADME_FUNCTION ChooseFileTypes
 !insertmacro MUI_PAGE_WELCOME
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
@@ -62,6 +67,10 @@ FunctionEnd
 !macroend
 !insertmacro CloseRunningLumora ""
 !insertmacro CloseRunningLumora "un."
+
+Function ChooseFileTypes
+    Exec '"$INSTDIR\Lumora.exe" set'
+FunctionEnd
 
 Section "Lumora"
     SetShellVarContext current
