@@ -119,7 +119,7 @@ void ShowSoundCardInspector(HWND owner) {
 
     constexpr DWORD kLabel = SS_LEFT | SS_NOPREFIX;
     constexpr DWORD kList = WS_BORDER | WS_VSCROLL | LBS_NOSEL | LBS_NOINTEGRALHEIGHT;
-    DialogTemplate t(Widen(kSoundCardTitle), 236, 252, DS_MODALFRAME | DS_CENTER | WS_POPUP | WS_CAPTION | WS_SYSMENU);
+    DialogTemplate t(Widen(kSoundCardTitle), 236, 256, DS_MODALFRAME | DS_CENTER | WS_POPUP | WS_CAPTION | WS_SYSMENU);
     t.AddControl(DialogTemplate::kStatic, IDC_SOUND_NAME, L"", 8, 8, 220, 10, kLabel | SS_ENDELLIPSIS);
     t.AddControl(DialogTemplate::kStatic, IDC_SOUND_PRODUCT, L"", 8, 22, 104, 10, kLabel);
     t.AddControl(DialogTemplate::kStatic, IDC_SOUND_DRIVER, L"", 120, 22, 108, 10, kLabel);
