@@ -12,6 +12,7 @@
 #include "ui/OptionPages_win.h"
 #include "ui/Prompts_win.h"
 #include "ui/SettingsDialog_win.h"
+#include "ui/SoundCardWindow_win.h"
 
 namespace lumora {
 
@@ -38,7 +39,7 @@ void App::OpenSettings(SettingsPageChoice page) {
             RestoreSettingsFile(prompts, services_.files, services_.portableRegistryFile);
         }
     };
-    tools.inspectSoundCard = [](HWND) {};
+    tools.inspectSoundCard = [](HWND owner) { ShowSoundCardInspector(owner); };
     pages.push_back(MakeToolsPage(std::move(tools)));
     SettingsDialog dialog(std::move(pages), page == SettingsPageChoice::FileTypes ? fileTypesPage : 0);
     if (!dialog.Run(window_.Handle())) return;

@@ -146,6 +146,19 @@ inline constexpr int IDC_SET_RESTORE = 1705;
 inline constexpr int IDC_SET_SOUND_CARD = 1706;
 // The options' controls: FormControlId (settings/OptionForm.h), from 2000 on.
 
+// Sound card inspector: 1870-1899.
+inline constexpr char kSoundCardTitle[] = "声卡检测";
+inline constexpr int IDC_SOUND_NAME = 1871;
+inline constexpr int IDC_SOUND_PRODUCT = 1872;
+inline constexpr int IDC_SOUND_DRIVER = 1873;
+inline constexpr int IDC_SOUND_VERSION = 1874;
+inline constexpr int IDC_SOUND_CHANNELS = 1875;
+inline constexpr int IDC_SOUND_FORMATS_HEADING = 1876;
+inline constexpr int IDC_SOUND_FORMATS = 1877;
+inline constexpr int IDC_SOUND_FUNCTIONS_HEADING = 1878;
+inline constexpr int IDC_SOUND_FUNCTIONS = 1879;
+inline constexpr int IDC_SOUND_AGAIN = 1880;  // runs the inspection again; IDCANCEL closes
+
 // Splash window: 1300-1349.
 inline constexpr int IDC_SPLASH_OS = 1301;
 

@@ -18,6 +18,7 @@
 #include "ui/ControlIds.h"
 #include "ui/Dpi_win.h"
 #include "ui/Prompts_win.h"
+#include "ui/SoundCardWindow_win.h"
 #include "ui/Theme_win.h"
 
 namespace lumora {
@@ -176,6 +177,25 @@ short LinesFor(std::string_view text, short width) {
 
 int Id(std::string_view option, int part = 0) { return FormControlId(option, part); }
 
+HWND MakeTips(HWND page) {
+    HWND tips = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP, 0, 0, 0, 0, page,
+                                nullptr, GetModuleHandleW(nullptr), nullptr);
+    SendMessageW(tips, TTM_SETMAXTIPWIDTH, 0, 400);
+    return tips;
+}
+
+void AddTip(HWND tips, HWND control, std::string_view text) {
+    if (!control) return;
+    std::wstring wide = Widen(text);
+    TOOLINFOW ti{};
+    ti.cbSize = sizeof ti;
+    ti.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+    ti.hwnd = GetParent(control);
+    ti.uId = reinterpret_cast<UINT_PTR>(control);
+    ti.lpszText = wide.data();
+    SendMessageW(tips, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&ti));
+}
+
 // A handled message: `value` is the dialog procedure's answer.
 template <typename T>
 bool Answer(INT_PTR& result, T value) {
@@ -295,15 +315,13 @@ public:
 
     void OnInit(HWND page) override {
         page_ = page;
-        tips_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP, 0, 0, 0, 0, page,
-                                nullptr, GetModuleHandleW(nullptr), nullptr);
-        SendMessageW(tips_, TTM_SETMAXTIPWIDTH, 0, 400);
+        tips_ = MakeTips(page);
         for (const RowSpec& r : spec_.rows) {
             if (r.option.empty()) continue;
             const FormItem* item = FindFormItem(r.option);
             if (!item) continue;
             Show(r, *item);
-            if (!r.tip.empty()) AddTip(GetDlgItem(page, Id(r.option)), r.tip);
+            if (!r.tip.empty()) AddTip(tips_, GetDlgItem(page, Id(r.option)), r.tip);
             if (!r.companion.empty()) {
                 const FormItem* c = FindFormItem(r.companion);
                 SetDlgItemTextW(page, Id(r.companion), Widen(std::to_string(ShownValue(*c, edited_))).c_str());
@@ -408,18 +426,6 @@ private:
             SetWindowPos(first, nullptr, 0, 0, width, a.bottom - a.top, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
         }
         SetWindowPos(second, nullptr, a.left + width + 4, b.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-    }
-
-    void AddTip(HWND control, std::string_view text) {
-        if (!control) return;
-        std::wstring wide = Widen(text);
-        TOOLINFOW ti{};
-        ti.cbSize = sizeof ti;
-        ti.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-        ti.hwnd = page_;
-        ti.uId = reinterpret_cast<UINT_PTR>(control);
-        ti.lpszText = wide.data();
-        SendMessageW(tips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&ti));
     }
 
     void Show(const RowSpec& r, const FormItem& item) {
@@ -591,10 +597,13 @@ public:
         t.AddControl(DialogTemplate::kButton, IDC_SET_RESTORE, L"恢复设置...", 98, 22, 80, 14,
                      BS_PUSHBUTTON | WS_TABSTOP);
         t.AddControl(DialogTemplate::kStatic, static_cast<WORD>(-1), L"声卡：", 6, 50, 200, 10, SS_LEFT);
-        t.AddControl(DialogTemplate::kButton, IDC_SET_SOUND_CARD, Widen(kSoundCardButton), 12, 64, 110, 14,
+        t.AddControl(DialogTemplate::kButton, IDC_SET_SOUND_CARD, Widen(kSoundCardButtonText), 12, 64, 110, 14,
                      BS_PUSHBUTTON | WS_TABSTOP | WS_GROUP);
     }
-    void OnInit(HWND) override {}
+    void OnInit(HWND page) override {
+        tips_ = MakeTips(page);
+        AddTip(tips_, GetDlgItem(page, IDC_SET_SOUND_CARD), kSoundCardButtonTip);
+    }
     bool OnMessage(HWND page, UINT msg, WPARAM wp, LPARAM, INT_PTR& result) override {
         if (msg != WM_COMMAND || HIWORD(wp) != BN_CLICKED) return false;
         HWND owner = GetAncestor(page, GA_ROOT);
@@ -616,10 +625,9 @@ public:
     }
     bool Confirm(HWND) override { return true; }
 
-    static constexpr std::string_view kSoundCardButton = "“检测您的声卡”";
-
 private:
     ToolActions actions_;
+    HWND tips_ = nullptr;
 };
 
 }  // namespace

@@ -39,6 +39,18 @@ TEST_F(SessionTest, SettingsShowTheStoredOptionsAndSaveThemOnlyOnConfirmation) {
     EXPECT_EQ(SendMessageW(PageControl(dialog, FormControlId(opt::kDecoder, 1)), BM_GETCHECK, 0, 0), BST_CHECKED);
     EXPECT_EQ(SendMessageW(PageControl(dialog, FormControlId(opt::kFilterLists)), BM_GETCHECK, 0, 0), BST_CHECKED);
 
+    // The tools page opens the sound card inspector with what the system's sound driver reports.
+    HWND inspect = PageControl(dialog, IDC_SET_SOUND_CARD);
+    ASSERT_NE(inspect, nullptr);
+    Click(GetParent(inspect), IDC_SET_SOUND_CARD);
+    HWND inspector = WaitForBox(kSoundCardTitle);
+    ASSERT_NE(inspector, nullptr);
+    const std::string name = ControlText(inspector, IDC_SOUND_NAME);
+    EXPECT_EQ(name.rfind("产品（声卡）名称：", 0), 0u);
+    EXPECT_GT(name.size(), std::string("产品（声卡）名称：").size());
+    Click(inspector, IDCANCEL);
+    ASSERT_TRUE(WaitFor([&] { return !IsWindow(inspector); }));
+
     // "取消" writes nothing.
     SendMessageW(slider, TBM_SETPOS, TRUE, 12);
     Check(dialog, opt::kFilterLists, 0, false);
