@@ -16,15 +16,15 @@ using K = FormControl;
 // clang-format off
 constexpr auto kItems = std::to_array<FormItem>({
     // Playback
-    {opt::kBackSeconds, K::Slider, 1, 120},
-    {opt::kForwardSeconds, K::Slider, 1, 120},
+    {opt::kBackSeconds, K::Slider},
+    {opt::kForwardSeconds, K::Slider},
     {opt::kDecoder, K::RadioPair},
     {opt::kAskOnUnplayable, K::RadioPair},
     {opt::kSamePlayer, K::Check},
     {opt::kSamePlayerShowsMain, K::Check},
     {opt::kMediaKeysAlways, K::Check},
     {opt::kNoVolumeFade, K::Check},
-    {opt::kVolumeFadeDelay, K::Number, 0, 999},
+    {opt::kVolumeFadeDelay, K::Number},
     {opt::kStopScreenSaver, K::Check},
     {opt::kDecoderWorkaround, K::Check},
     // Lists and library
@@ -41,15 +41,15 @@ constexpr auto kItems = std::to_array<FormItem>({
     {opt::kAutoOpenLyricsWindow, K::Check},
     {opt::kAutoCloseLyricsWindow, K::Check},
     {opt::kLyricsWhileSeeking, K::Check},
-    {opt::kLyricsOffset, K::Slider, -9, 9},
+    {opt::kLyricsOffset, K::Slider},
     {opt::kRepairMediaInfo, K::Check},
     {opt::kBubbles, K::Check},
     {opt::kColouredBubbles, K::Check},
     {opt::kNoLyricsWindowBubbles, K::Check},
     {opt::kColouredProgress, K::Check},
-    {opt::kRunningTextSpeed, K::Slider, 1, 100},
+    {opt::kRunningTextSpeed, K::Slider},
     // Windows
-    {opt::kSkin, K::Choice, 0, 6},
+    {opt::kSkin, K::Choice},
     {opt::kMainWindowTopmost, K::Check},
     {opt::kListWindowTopmost, K::Check},
     {opt::kTrayIcon, K::Check},
@@ -72,15 +72,15 @@ constexpr auto kItems = std::to_array<FormItem>({
     {opt::kHourlyChime, K::Check},
     // Song menu
     {opt::kFlatSongMenu, K::Check},
-    {opt::kSongMenuLayout, K::Choice, 0, 99},
+    {opt::kSongMenuLayout, K::Choice},
     {opt::kAutoSongMenuType, K::Check},
-    {opt::kSongMenuUpperBound, K::Number, 0, 998},
-    {opt::kSongMenuLowerBound, K::Number, 1, 999},
+    {opt::kSongMenuUpperBound, K::Number},
+    {opt::kSongMenuLowerBound, K::Number},
     {opt::kModuleSongMenu, K::Check},
     // Video
-    {opt::kVideoStartSize, K::Choice, 0, 2},
-    {opt::kVideoScale, K::Choice, 0, 19},
-    {opt::kSmallVideoSize, K::Choice, 0, 2},
+    {opt::kVideoStartSize, K::Choice},
+    {opt::kVideoScale, K::Choice},
+    {opt::kSmallVideoSize, K::Choice},
     {opt::kCloseVideoForAudio, K::Check},
     {opt::kVideoWindowAtStart, K::Check},
     {opt::kNoVideoWindowForVideo, K::Check},
@@ -92,32 +92,38 @@ constexpr auto kItems = std::to_array<FormItem>({
 std::span<const FormItem> FormItems() { return kItems; }
 
 const FormItem* FindFormItem(std::string_view name) {
-    const auto it = std::find_if(kItems.begin(), kItems.end(), [&](const FormItem& i) { return i.name == name; });
-    return it == kItems.end() ? nullptr : &*it;
+    const auto items = FormItems();
+    const auto it = std::find_if(items.begin(), items.end(), [&](const FormItem& i) { return i.name == name; });
+    return it == items.end() ? nullptr : &*it;
+}
+
+SettingsStore::Bounds FormBounds(const FormItem& item) {
+    return SettingsStore::OptionBounds(item.name).value_or(SettingsStore::Bounds{});
 }
 
 int FormControlId(std::string_view name, int part) {
     const FormItem* item = FindFormItem(name);
-    return item ? kFirstFormControlId + 4 * static_cast<int>(item - kItems.data()) + part : -1;
+    return item ? kFirstFormControlId + 4 * static_cast<int>(item - FormItems().data()) + part : -1;
 }
 
 long long ShownValue(const FormItem& item, const SettingsStore& store) {
     const std::optional<long long> n = store.Number(item.name);
+    const auto [low, high] = FormBounds(item);
     switch (item.kind) {
         case K::Slider:
-            return std::clamp<long long>(n.value_or(item.low), item.low, item.high);
+            return std::clamp(n.value_or(low), low, high);
         case K::Check:
-            return n == 1 ? 1 : 0;
+            return n == 1;
         case K::RadioPair:
-            return Trim(store.Text(item.name), " ") == "0" ? 0 : 1;
+            return Trim(store.Text(item.name), " ") != "0";
         case K::Choice:
-            return n && *n >= item.low && *n <= item.high ? *n : item.low;
+            return n && *n >= low && *n <= high ? *n : low;
         case K::Number:
-            return n.value_or(item.low);
+            return n.value_or(low);
         case K::Colour:
-            return static_cast<std::uint32_t>(n.value_or(0));
+            break;
     }
-    return 0;
+    return static_cast<std::uint32_t>(n.value_or(0));
 }
 
 std::string StoredText(const FormItem& item, long long value) {
@@ -128,7 +134,8 @@ std::string StoredText(const FormItem& item, long long value) {
 
 std::optional<long long> TypedNumber(const FormItem& item, std::string_view typed, long long floor) {
     const std::optional<long long> n = ParseDecimal(Trim(typed, " "));
-    if (!n || *n < item.low || *n > item.high || *n <= floor) return std::nullopt;
+    const auto [low, high] = FormBounds(item);
+    if (!n || *n < low || *n > high || *n <= floor) return std::nullopt;
     return n;
 }
 
@@ -137,7 +144,7 @@ std::string NumberRangeMessage(long long low, long long high) {
 }
 
 bool SongMenuOverflows(int filesPerColumn, bool autoType, int screenHeight, int lineHeight) {
-    return autoType && filesPerColumn > 0 && static_cast<long long>(filesPerColumn) * lineHeight > screenHeight;
+    return autoType && static_cast<long long>(filesPerColumn) * lineHeight > screenHeight;
 }
 
 std::string SongMenuLayoutEntry(int index) {

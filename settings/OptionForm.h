@@ -8,25 +8,27 @@
 #include <string>
 #include <string_view>
 
+#include "settings/SettingsStore.h"
+
 namespace lumora {
 
-class SettingsStore;
-
+// A control's numbers are those the option keeps when loaded (SettingsStore::OptionBounds).
 enum class FormControl {
     Slider,     // position = the number, kept inside the slider's range
     Check,      // checked = the number 1
     RadioPair,  // first button for "0", the second for anything else
     Choice,     // a list or radio group: entry = the number, the first entry when out of range
-    Number,     // a text field holding a number in [low, high]
+    Number,     // a text field holding a number in the option's range
     Colour,     // a colour button: the colour, stored as a signed 32-bit decimal
 };
 
 struct FormItem {
     std::string_view name;
     FormControl kind;
-    int low = 0;
-    int high = 1;
 };
+
+// The numbers a control offers.
+SettingsStore::Bounds FormBounds(const FormItem& item);
 
 // Every option the dialog edits, in the order its pages show them.
 std::span<const FormItem> FormItems();
@@ -42,8 +44,8 @@ long long ShownValue(const FormItem& item, const SettingsStore& store);
 // The text stored for a control's number: plain decimal ("05" never comes back as "05").
 std::string StoredText(const FormItem& item, long long value);
 
-// A typed number: its value when it is a whole number in the field's range (the song menu's lower
-// bound must also lie above the upper bound `floor`), otherwise nothing.
+// A typed number: its value when it is a whole number in the field's range and above `floor` (the song
+// menu's lower bound lies above its upper bound), otherwise nothing.
 std::optional<long long> TypedNumber(const FormItem& item, std::string_view typed, long long floor = -1);
 // The message shown for a typed number out of its range.
 std::string NumberRangeMessage(long long low, long long high);

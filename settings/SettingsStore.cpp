@@ -1,6 +1,8 @@
 #include "settings/SettingsStore.h"
 
+#include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <limits>
 
@@ -235,6 +237,21 @@ bool SettingsStore::IsOn(std::string_view name) const { return Number(name) == 1
 bool SettingsStore::Holds(std::string_view name) const { return slots_.find(name) != slots_.end(); }
 
 std::span<const std::string_view> SettingsStore::SavedNames() { return {kSavedNames.data(), kSavedCount}; }
+
+std::optional<SettingsStore::Bounds> SettingsStore::OptionBounds(std::string_view name) {
+    const auto it = std::find_if(kOptions.begin(), kOptions.end(), [&](const Option& o) { return o.name == name; });
+    if (it == kOptions.end()) return std::nullopt;
+    switch (it->rule) {
+        case Rule::Range:
+            return Bounds{it->low, it->high};
+        case Rule::Flag:
+            return Bounds{0, 1};
+        case Rule::Choice:
+            return Bounds{std::countr_zero(it->choices), 63 - std::countl_zero(it->choices)};
+        default:
+            return std::nullopt;
+    }
+}
 
 bool LoadSettings(SettingsStore& store, RegistryWrapper& registry, ScreenExtent screen) {
     SettingsStore loaded = store;

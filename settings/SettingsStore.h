@@ -51,6 +51,14 @@ public:
     // The option names in the order they are written to the registry.
     static std::span<const std::string_view> SavedNames();
 
+    // The numbers an option keeps when it is loaded: a range's ends, 0 and 1 for a flag, a choice's
+    // lowest and highest value. Nothing for colours and unchecked texts.
+    struct Bounds {
+        long long low = 0;
+        long long high = 0;
+    };
+    static std::optional<Bounds> OptionBounds(std::string_view name);
+
 private:
     std::map<std::string, std::string, std::less<>> slots_;
 };

@@ -434,7 +434,7 @@ private:
         switch (item.kind) {
             case FormControl::Slider:
                 Theme::SliderThumb(control, WindowDpi(page_));
-                SendMessageW(control, TBM_SETRANGE, FALSE, MAKELPARAM(item.low, item.high));
+                SendMessageW(control, TBM_SETRANGE, FALSE, MAKELPARAM(FormBounds(item).low, FormBounds(item).high));
                 SendMessageW(control, TBM_SETPOS, TRUE, static_cast<LPARAM>(value));
                 ShowSliderLabel(r, static_cast<LRESULT>(value));
                 break;
@@ -509,7 +509,8 @@ private:
                 const auto typed = TypedNumber(*item, Narrow(WindowText(control)), floor);
                 if (!typed) {
                     WinPrompts(page).ShowMessage(
-                        NumberRangeMessage(std::max<long long>(item->low, floor + 1), item->high), kSettingsTitle);
+                        NumberRangeMessage(std::max(FormBounds(*item).low, floor + 1), FormBounds(*item).high),
+                        kSettingsTitle);
                     SetFocus(control);
                     SendMessageW(control, EM_SETSEL, 0, -1);
                     return false;

@@ -2,6 +2,7 @@
 
 #include <set>
 
+#include "ports/ProcessRunner.h"
 #include "settings/FileRegistry.h"
 #include "settings/OptionForm.h"
 #include "settings/OptionNames.h"
@@ -81,6 +82,42 @@ TEST(OptionForm, TypedNumbersAndTheSongMenuWarning) {
     EXPECT_FALSE(SongMenuOverflows(0, true, 768, 20));
     EXPECT_EQ(SongMenuLayoutEntry(0), "自动调节");
     EXPECT_EQ(SongMenuLayoutEntry(99), "每列显示99个文件");
+}
+
+// The registry editor exports the user's key; it says nothing when it cannot write, so the file tells.
+struct FakeRegedit : ProcessRunner {
+    test::FakeFileSystem& fs;
+    std::string exported;  // what an export writes
+    std::vector<std::string> run;
+    explicit FakeRegedit(test::FakeFileSystem& f) : fs(f) {}
+    std::optional<unsigned long> RunAndWait(const std::string& commandLine, bool minimised) override {
+        run.push_back(commandLine + (minimised ? "" : " (shown)"));
+        if (commandLine.find(" /e ") != std::string::npos) fs.files["C:\\my settings.reg"] = exported;
+        return 0;
+    }
+};
+
+TEST(SettingsBackup, TheRegistryEditorExportsAndImportsTheUsersKey) {
+    test::FakePrompts prompts;
+    test::FakeFileSystem fs;
+    FakeRegedit regedit(fs);
+    prompts.saveAnswer = prompts.openAnswer = "C:\\my settings.reg";
+    regedit.exported = "REGEDIT4";
+    EXPECT_EQ(BackupSettings(prompts, fs, regedit), BackupOutcome::Done);
+    regedit.exported.clear();
+    EXPECT_EQ(BackupSettings(prompts, fs, regedit), BackupOutcome::Failed);
+    EXPECT_EQ(RestoreSettings(prompts, regedit), BackupOutcome::Done);
+    EXPECT_EQ(regedit.run,
+              (std::vector<std::string>{
+                  "regedit.exe /e \"C:\\my settings.reg\" HKEY_CURRENT_USER\\SOFTWARE\\Tavrinsoft\\TavrinPlayer",
+                  "regedit.exe /e \"C:\\my settings.reg\" HKEY_CURRENT_USER\\SOFTWARE\\Tavrinsoft\\TavrinPlayer",
+                  "regedit.exe /s \"C:\\my settings.reg\""}));
+    ASSERT_EQ(prompts.messages.size(), 3u);
+    EXPECT_EQ(prompts.messages[1], (test::Message{"建立文件失败！请确认此路径是否有文件正在使用。", "失败"}));
+    prompts.saveAnswer = prompts.openAnswer = std::nullopt;
+    EXPECT_EQ(BackupSettings(prompts, fs, regedit), BackupOutcome::Cancelled);
+    EXPECT_EQ(RestoreSettings(prompts, regedit), BackupOutcome::Cancelled);
+    EXPECT_EQ(regedit.run.size(), 3u);
 }
 
 // A portable copy backs up and restores its registry file; a file that holds no options of Lumora's is
