@@ -20,6 +20,7 @@
 #include "playback/MediaEngine.h"
 #include "playback/Mp3Player.h"
 #include "playback/PlaybackController.h"
+#include "playback/ScreenSaverGuard.h"
 #include "playback/StreamPanelFeed.h"
 #include "playlist/DefaultList.h"
 #include "playlist/ListFileController.h"
@@ -51,7 +52,14 @@ struct AppServices {
     HandOffBatch& handOffs;  // what other starts hand over, collected from the program's first moment
 };
 
-class App final : QueueView, QueuePlayer, PlaybackView, LyricsView, MainWindowEvents, PlaylistCommands, VolumeControl {
+class App final : QueueView,
+                  QueuePlayer,
+                  PlaybackView,
+                  LyricsView,
+                  MainWindowEvents,
+                  PlaylistCommands,
+                  VolumeControl,
+                  DisplayPower {
 public:
     explicit App(AppServices services);
     ~App() override;
@@ -79,6 +87,9 @@ private:
     void FileClosed() override;
     // VolumeControl: the level goes to both decoders' own sound, which every system applies.
     void SetLevel(int level) override;
+    // DisplayPower: the thread's execution state keeps the display on from Windows 2000 on (it ends with
+    // the process), and the windows refuse the screen saver's command, which XP starts regardless.
+    void KeepDisplayOn(bool on) override;
     // LyricsView
     void ShowLyricsLines(std::string_view first, std::string_view second) override;
     // MainWindowEvents
@@ -114,6 +125,8 @@ private:
     void AssignLyrics();
     void EditLyricsSettings();
     void ApplyLyricsSettings(const LyricsDisplaySettings& settings);
+    // The main window's "倒制" button: "解码倒制" on or off, kept at once.
+    void ToggleDecoderWorkaround();
 
     void ShowTips();
     void RefreshTips();
@@ -148,6 +161,7 @@ private:
     DefaultList defaultList_;
     MusicLibrary library_;
     LyricsDisplay lyrics_;
+    ScreenSaverGuard screenSaver_{settings_, *this};
     LyricsDisplaySettings lyricsSettings_;
     CommandTable commands_;
     TaskbarButton taskbar_;

@@ -377,19 +377,19 @@ std::optional<std::string> FindEmbeddedLyricsField(std::string_view tail, long l
     return field;
 }
 
-std::optional<std::string> ReadEmbeddedLyrics(FileSystem& fs, const std::string& path) {
+std::optional<std::string> ReadEmbeddedLyrics(FileSystem& fs, const std::string& path, bool repair) {
     const auto tail = ReadAndPlace(fs, path);
     if (!tail) return std::nullopt;
     const auto field = FindEmbeddedLyricsField(std::string_view(tail->bytes), tail->fileSize);
     if (!field) return std::nullopt;
-    return EmbeddedLyricsText(*field);
+    return repair ? RepairInfoText(EmbeddedLyricsText(*field), true) : EmbeddedLyricsText(*field);
 }
 
-std::optional<MediaInfoRecord> ReadMediaInfo(FileSystem& fs, const std::string& path) {
+std::optional<MediaInfoRecord> ReadMediaInfo(FileSystem& fs, const std::string& path, bool repair) {
     const auto tail = ReadAndPlace(fs, path);
     if (!tail) return std::nullopt;
     MediaInfoRecord record;
-    if (const auto tag = ParseId3v1Tag(tail->bytes)) {
+    if (const auto tag = ParseId3v1Tag(tail->bytes, repair)) {
         record.title = tag->title;
         record.artist = tag->artist;
         record.album = tag->album;
@@ -397,7 +397,7 @@ std::optional<MediaInfoRecord> ReadMediaInfo(FileSystem& fs, const std::string& 
         record.comment = tag->comment;
     }
     if (const auto field = FindEmbeddedLyricsField(std::string_view(tail->bytes), tail->fileSize)) {
-        record.lyrics = EmbeddedLyricsText(*field);
+        record.lyrics = repair ? RepairInfoText(EmbeddedLyricsText(*field), true) : EmbeddedLyricsText(*field);
     }
     return record;
 }

@@ -51,7 +51,8 @@ inline constexpr std::string_view kRepairMediaInfo = "L54";  // "使用“纠错
 inline constexpr std::string_view kDecoderWorkaround = "L55";  // "启用“解码倒制”"; a main-window button toggles it
 inline constexpr std::string_view kSaveListOnExit = "L56";     // "1": the queue becomes the default list on exit
 inline constexpr std::string_view kListWindowAtStart = "L57";  // "启动时打开列表窗口。位置："
-inline constexpr std::string_view kTimeLabelMode = "L58";      // the time label: 0 elapsed, 1 remaining
+inline constexpr std::string_view kTimeLabelMode =
+    "L58";  // the time label: 0 elapsed, 1 remaining; its button writes it
 inline constexpr std::string_view kShortcutButtons = "L59";    // "显示主窗体“快捷按钮”"
 inline constexpr std::string_view kNoVolumeFade = "L60";       // "关闭音量渐变功能。延时:"
 inline constexpr std::string_view kLyricsOffset = "L61";       // lyrics display offset in half seconds, -9..9
@@ -74,6 +75,11 @@ inline constexpr std::string_view kMenuTextColour = "L1F";         // menu text 
 // "1": the media keys reach Lumora also while another program has the focus; off unless "1". A name of
 // its own, not an "L" number: those are the settings dialog's, and their gaps stay empty.
 inline constexpr std::string_view kMediaKeysAlways = "MediaKeysAlways";
+// The companion of "启动时打开列表窗口。位置：": where the list window opens at start. 0 where it was last
+// (F4L/F4T), 1 docked to the main window's right edge, 2 docked under it.
+inline constexpr std::string_view kListWindowPlace = "ListWindowPlace";
+// "1": the LRC and SMI readers' timing correction (CorrectLyricsSeconds) for the lyrics display.
+inline constexpr std::string_view kLyricsTimingCorrection = "LyricsTimingCorrection";
 
 // ---- Values the windows keep (twips), loaded with the options --------------------------------
 inline constexpr std::string_view kMainTop = "TOP";

@@ -114,6 +114,43 @@ TEST(MediaEngine, OpenDispatchByEndingAndInstalledControls) {
     EXPECT_EQ(without.OpenDispatch("D:\\m.mid", 7, false), OpenResult::CannotPlay);
 }
 
+// "解码倒制": video tries the MPEG device (the system's filters) first, its usual player after it; other files
+// open as always. The decoder asks for it at every open.
+TEST(MediaEngine, DecoderWorkaroundTriesTheSystemsFiltersFirstForVideo) {
+    // The path, "解码倒制", whether the MPEG device refuses, the device types opened in order, the kind playing.
+    const std::tuple<const char*, bool, bool, Lines, MediaKind> cases[] = {
+        {"D:\\v.avi", false, false, {"AviVideo"}, MediaKind::Mci},
+        {"D:\\v.avi", true, false, {"MPEGVideo"}, MediaKind::Mci},
+        {"D:\\v.avi", true, true, {"MPEGVideo", "AviVideo"}, MediaKind::Mci},
+        {"D:\\v.wmv", false, false, {}, MediaKind::MediaPlayer},
+        {"D:\\v.WMV", true, false, {"MPEGVideo"}, MediaKind::Mci},
+        {"D:\\v.asf", true, true, {"MPEGVideo"}, MediaKind::MediaPlayer},
+        {"D:\\a.wma", true, false, {}, MediaKind::MediaPlayer},
+        {"D:\\m.mid", true, false, {"Sequencer"}, MediaKind::Mci},
+    };
+    for (const auto& [path, filtersFirst, refused, types, kind] : cases) {
+        SCOPED_TRACE(path + std::to_string(filtersFirst));
+        RecordingMci mci;
+        FakeControls controls(true, true);
+        MediaEngine e(mci);
+        e.SetControls(&controls);
+        const std::string name = std::string(path).substr(3);
+        if (refused)
+            mci.errors["open C:\\SHORT~1\\" + name + " type MPEGVideo Alias movie1 parent 7 Style " +
+                       std::string(kChildStyle)] = 275;
+        EngineDecoder decoder(e, 7);
+        decoder.SetFiltersFirst([&] { return filtersFirst; });
+        EXPECT_TRUE(decoder.Open(path));
+        Lines opened;
+        for (const auto& command : mci.sent) {
+            if (command.rfind("open ", 0) == 0)
+                opened.push_back(
+                    command.substr(command.find(" type ") + 6, command.find(" Alias") - command.find(" type ") - 6));
+        }
+        EXPECT_EQ(std::pair(opened, e.Kind()), std::pair(types, kind));
+    }
+}
+
 TEST(MediaEngine, VideoAfterOpening) {
     RecordingMci mci;
     MediaEngine e(mci);
