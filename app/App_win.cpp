@@ -207,9 +207,16 @@ void App::ToggleDecoderWorkaround() {
     // "0" or "1" only, whatever the key held; from the next file on.
     if (WriteOptionNow(settings_, services_.registry, opt::kDecoderWorkaround,
                        settings_.IsOn(opt::kDecoderWorkaround) ? "0" : "1")) {
-        window_.ShowDecoderWorkaround(settings_.IsOn(opt::kDecoderWorkaround));
-        RefreshTips();
+        OptionsChanged();
     }
+}
+
+void App::OptionsChanged() {
+    window_.ShowDecoderWorkaround(settings_.IsOn(opt::kDecoderWorkaround));
+    ShowTips();
+    playlist_.CreateInfoTip(settings_.IsOn(opt::kClassicListTips));
+    screenSaver_.Update(player_.IsPlaying());
+    UpdateTimers();
 }
 
 void App::ShowLyricsLines(std::string_view first, std::string_view second) {

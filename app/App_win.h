@@ -127,6 +127,9 @@ private:
     void ApplyLyricsSettings(const LyricsDisplaySettings& settings);
     // The main window's "倒制" button: "解码倒制" on or off, kept at once.
     void ToggleDecoderWorkaround();
+    // The store changed (the settings dialog's confirmation, the "倒制" button): what the windows show from
+    // it at start is shown anew. Everything else reads the store when it is used.
+    void OptionsChanged();
 
     void ShowTips();
     void RefreshTips();
