@@ -377,12 +377,20 @@ std::optional<std::string> FindEmbeddedLyricsField(std::string_view tail, long l
     return field;
 }
 
+namespace {
+
+std::string LyricsOfField(std::string_view field, bool repair) {
+    return repair ? RepairInfoText(EmbeddedLyricsText(field), true) : EmbeddedLyricsText(field);
+}
+
+}  // namespace
+
 std::optional<std::string> ReadEmbeddedLyrics(FileSystem& fs, const std::string& path, bool repair) {
     const auto tail = ReadAndPlace(fs, path);
     if (!tail) return std::nullopt;
     const auto field = FindEmbeddedLyricsField(std::string_view(tail->bytes), tail->fileSize);
     if (!field) return std::nullopt;
-    return repair ? RepairInfoText(EmbeddedLyricsText(*field), true) : EmbeddedLyricsText(*field);
+    return LyricsOfField(*field, repair);
 }
 
 std::optional<MediaInfoRecord> ReadMediaInfo(FileSystem& fs, const std::string& path, bool repair) {
@@ -397,7 +405,7 @@ std::optional<MediaInfoRecord> ReadMediaInfo(FileSystem& fs, const std::string& 
         record.comment = tag->comment;
     }
     if (const auto field = FindEmbeddedLyricsField(std::string_view(tail->bytes), tail->fileSize)) {
-        record.lyrics = repair ? RepairInfoText(EmbeddedLyricsText(*field), true) : EmbeddedLyricsText(*field);
+        record.lyrics = LyricsOfField(*field, repair);
     }
     return record;
 }

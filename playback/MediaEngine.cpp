@@ -133,8 +133,9 @@ bool MediaEngine::OpenMovie(const std::string& path, WindowId parent, bool filte
     const std::string type = DeviceTypeFor(path);
     // The AVI device decodes only the codecs of Video for Windows; the MPEG device goes through the
     // system's media filters, which play every AVI the system's own player plays.
-    if (type == "AviVideo" && filtersFirst)
+    if (type == "AviVideo" && filtersFirst) {
         return OpenMedia(path, parent, "MPEGVideo") || OpenMedia(path, parent, type);
+    }
     if (OpenMedia(path, parent, type)) return true;
     return type == "AviVideo" && OpenMedia(path, parent, "MPEGVideo");
 }

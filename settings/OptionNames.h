@@ -51,8 +51,7 @@ inline constexpr std::string_view kRepairMediaInfo = "L54";  // "使用“纠错
 inline constexpr std::string_view kDecoderWorkaround = "L55";  // "启用“解码倒制”"; a main-window button toggles it
 inline constexpr std::string_view kSaveListOnExit = "L56";     // "1": the queue becomes the default list on exit
 inline constexpr std::string_view kListWindowAtStart = "L57";  // "启动时打开列表窗口。位置："
-inline constexpr std::string_view kTimeLabelMode =
-    "L58";  // the time label: 0 elapsed, 1 remaining; its button writes it
+inline constexpr std::string_view kTimeLabelMode = "L58";      // the time label: 0 elapsed, 1 remaining
 inline constexpr std::string_view kShortcutButtons = "L59";    // "显示主窗体“快捷按钮”"
 inline constexpr std::string_view kNoVolumeFade = "L60";       // "关闭音量渐变功能。延时:"
 inline constexpr std::string_view kLyricsOffset = "L61";       // lyrics display offset in half seconds, -9..9

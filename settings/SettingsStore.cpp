@@ -65,8 +65,9 @@ constexpr bool kNone = false;
 //             setting is never changed.
 //  L52        the video window opens (empty, at its kept place) at start.
 //  L54        the "纠错" text correction of tag fields and embedded lyrics: RepairInfoText in Id3v1.h.
-//  L55        "解码倒制": video files try the system's DirectShow filters first (see DeviceOrder in
-//             MediaEngine.h); from the next file on. The main window's "倒制" button writes it at once.
+//  L55        "解码倒制": video files try the system's DirectShow filters first (see
+//             MediaEngine::OpenDispatch); from the next file on. The main window's "倒制" button writes
+//             it at once.
 //  L48..L72   the check-box array: the choices a first-time user is best served by.
 //  L25        decoder 2 (stable) until the user picks decoder 1.
 //  TOP..MovW  empty: the window places itself until it has been moved once.
@@ -101,8 +102,7 @@ constexpr std::array kOptions = std::to_array<Option>({
     {opt::kSongMenuLayout, Rule::Range, "0", kDefault, 0, 99},
     {opt::kAutoSongMenuType, Rule::Flag, "1", kDefault},
     {opt::kSongMenuUpperBound, Rule::Range, "32", kDefault, 0, 998},
-    {opt::kSongMenuLowerBound, Rule::Range, "130", kDefault, 33,
-     999},  // and above opt::kSongMenuUpperBound: see LoadSettings
+    {opt::kSongMenuLowerBound, Rule::Range, "130", kDefault, 33, 999},  // and above opt::kSongMenuUpperBound: see LoadSettings
     {opt::kColouredProgress, Rule::Flag, "0", kDefault},
     {opt::kSamePlayer, Rule::Flag, "1", kDefault},
     {opt::kVideoStartSize, Rule::Choice, "1", kNone, 0, 0, Bits({0, 1, 2})},

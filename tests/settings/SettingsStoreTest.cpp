@@ -63,7 +63,8 @@ const std::vector<LoadCase> kLoadCases = {
     // The song menu's bounds: the upper one (above 32, below 1000) first, then the lower one below it.
     {"L42", "32", "130"}, {"L42", "999", "999"}, {"L42", "1000", "130"}, {"L41", "999", "32"},
     // Beside the dialog's options.
-    {"ListWindowPlace", "2", "2"}, {"ListWindowPlace", "3", "0"}, {"LyricsTimingCorrection", "2", "0"},
+    {"ListWindowPlace", "1", "1"}, {"ListWindowPlace", "2", "2"}, {"ListWindowPlace", "3", "0"},
+    {"LyricsTimingCorrection", "2", "0"},
 };
 // clang-format on
 
@@ -98,7 +99,8 @@ TEST(Settings, LoadValidatesEachValueAndSaveWritesPlainNumbersAndThePath) {
     const auto& setup = n.reg.keys.at({RegistryRoot::CurrentUser, kSetup});
     EXPECT_EQ(std::tuple(setup.size(), setup.at("L55").data), std::tuple(size_t{1}, std::string("1")));
     n.reg.failWith = 5;
-    EXPECT_FALSE(WriteOptionNow(n.store, n.wrapper, "L58", "1"));
+    EXPECT_FALSE(WriteOptionNow(n.store, n.wrapper, "L58", "1") ||
+                 WriteOptionNow(n.store, n.wrapper, "NoSuchOption", "1"));
     EXPECT_EQ(n.store.Text("L58"), "0");
 }
 
@@ -234,7 +236,8 @@ TEST(WindowPlacement, KeptPlacesAndTheirValues) {
     EXPECT_EQ(PixelsToTwips(96, 0), 1440);  // a screen that tells no DPI counts as 96
 
     // The list window at start ("ListWindowPlace"): docked right or below, or where it was kept.
-    const WindowRect owner{100, 100, 560, 400}, right{560, 100, 1020, 400}, below{100, 400, 560, 700}, away{0, 0, 9, 9};
+    const WindowRect owner{100, 100, 560, 400}, right{560, 100, 1020, 400}, below{100, 400, 560, 700},
+        away{100, 100, 109, 109};
     for (const auto& [option, kept, dock] : {std::tuple{1, away, ListDock::Right},
                                              {2, right, ListDock::Below},
                                              {0, away, ListDock::None},
