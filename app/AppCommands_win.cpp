@@ -9,6 +9,7 @@
 
 #include "mediainfo/LyricsLookup.h"
 #include "ports/FileSystem.h"
+#include "settings/OptionNames.h"
 #include "ui/ControlIds.h"
 #include "ui/InfoEditorDialog_win.h"
 #include "ui/LyricsSettingsDialog_win.h"
@@ -125,7 +126,11 @@ void App::BuildCommands() {
     add({IDC_MAIN_MODE_NORMAL}, {}, [this] { player_.SetNormal(); });
     add({IDC_MAIN_MODE_LOOP}, {}, [this] { player_.ToggleLoop(); });
     add({IDC_MAIN_MODE_RANDOM}, {}, [this] { player_.SetRandom(); });
-    add({IDC_MAIN_TIME_MODE}, {}, [this] { player_.ToggleTimeMode(); });
+    add({IDC_MAIN_TIME_MODE}, {}, [this] {
+        player_.ToggleTimeMode();
+        WriteOptionNow(settings_, services_.registry, opt::kTimeLabelMode, player_.ShowsRemaining() ? "1" : "0");
+    });
+    add({IDC_MAIN_DECODER_WORKAROUND}, {}, [this] { ToggleDecoderWorkaround(); });
     add({IDC_MAIN_SEGMENT}, {}, [this] { player_.SegmentCommand(); });
     add({IDC_MAIN_SEGMENT_A}, {}, [this] { player_.SetA(); });
     add({IDC_MAIN_SEGMENT_B}, {}, [this] { player_.SetB(); });

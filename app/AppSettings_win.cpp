@@ -46,17 +46,7 @@ void App::OpenSettings(SettingsPageChoice page) {
     // A failed save has told the user why; the options in use stay as they were.
     if (!SaveSettings(edited, services_.registry, kVersionText, ProgramFolder())) return;
     settings_ = edited;
-    ApplySettings();
-}
-
-void App::ApplySettings() {
-    ShowTips();
-    playlist_.CreateInfoTip(settings_.IsOn(opt::kClassicListTips));
-    if (settings_.IsOn(opt::kMediaKeysAlways)) {
-        hotKeys_.Hold(window_.Handle());
-    } else {
-        hotKeys_.Release();
-    }
+    OptionsChanged();
 }
 
 }  // namespace lumora

@@ -72,7 +72,7 @@ App::App(AppServices services)
       lists_(services.prompts, services.files, settings_, queue_, filterWindow_),
       defaultList_(services.prompts, services.files, settings_, queue_, lists_, filterWindow_),
       library_(services.prompts, services.files, services.rawRegistry, settings_, queue_, lists_, copyWindow_),
-      lyrics_(services.files, *this) {
+      lyrics_(services.files, *this, settings_) {
     BuildCommands();
 }
 
@@ -98,6 +98,7 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
     };
     decoder2_.SetVideoWindow(reinterpret_cast<UINT_PTR>(video_.Handle()));
     decoder2_.SetHeadCheck([this](const std::string& path) { return FileHeadLooksSound(services_.files, path); });
+    decoder2_.SetFiltersFirst([this] { return settings_.IsOn(opt::kDecoderWorkaround); });
     video_.onClose = [this] { WriteSetupValues(PlaceValues(kVideoWindowPlace, video_.Place(), CurrentDpi())); };
     LoadSettings(settings_, services_.registry, ScreenInTwips());
     ApplyOsOverrides(settings_, osCode_);
@@ -106,6 +107,8 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
         window_.SetVolumePosition(level);
         player_.RestoreVolume(level);
     }
+    player_.RestoreTimeMode();
+    window_.ShowDecoderWorkaround(settings_.IsOn(opt::kDecoderWorkaround));
     ShowTips();
     playlist_.CreateInfoTip(settings_.IsOn(opt::kClassicListTips));
     SetMessageFilter([this](MSG& msg) { return FilterMessage(msg); });
@@ -117,6 +120,7 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
     RestorePositions();
     ShowWindow(main, SW_SHOW);
     if (settings_.IsOn(opt::kListWindowAtStart)) ShowWindow(playlist_.Handle(), SW_SHOWNOACTIVATE);
+    if (settings_.IsOn(opt::kVideoWindowAtStart)) video_.ShowAsIs();  // "启动时打开视频窗口"
     UpdateWindow(main);
 
     const long long startedMs = ThisProcessStartMs();
@@ -194,6 +198,35 @@ void App::ShowPlayback(const PlaybackTexts& texts) {
                                                            : Controls::Closed);
     RefreshTips();
     UpdateTimers();
+    screenSaver_.Update(player_.IsPlaying());
+}
+
+void App::KeepDisplayOn(bool on) {
+    // Only ES_CONTINUOUS clears what the thread asked for: the system's idle timers run again.
+    SetThreadExecutionState(on ? ES_CONTINUOUS | ES_DISPLAY_REQUIRED : ES_CONTINUOUS);
+    window_.RefuseScreenSaver(on);
+    video_.refuseScreenSaver = on;
+}
+
+void App::ToggleDecoderWorkaround() {
+    // "0" or "1" only, whatever the key held; from the next file on.
+    if (WriteOptionNow(settings_, services_.registry, opt::kDecoderWorkaround,
+                       settings_.IsOn(opt::kDecoderWorkaround) ? "0" : "1")) {
+        OptionsChanged();
+    }
+}
+
+void App::OptionsChanged() {
+    window_.ShowDecoderWorkaround(settings_.IsOn(opt::kDecoderWorkaround));
+    ShowTips();
+    playlist_.CreateInfoTip(settings_.IsOn(opt::kClassicListTips));
+    screenSaver_.Update(player_.IsPlaying());
+    UpdateTimers();
+    if (settings_.IsOn(opt::kMediaKeysAlways)) {
+        hotKeys_.Hold(window_.Handle());
+    } else {
+        hotKeys_.Release();
+    }
 }
 
 void App::ShowLyricsLines(std::string_view first, std::string_view second) {
@@ -215,7 +248,7 @@ void App::FileOpened(const std::string& path) {
     } else if (settings_.IsOn(opt::kAutoCloseLyricsWindow) && !player_.UsingDecoder1()) {
         ShowWindow(display_.Handle(), SW_HIDE);
     }
-    stream_.Opened(path, player_.LengthMs());
+    stream_.Opened(path, player_.LengthMs(), settings_.IsOn(opt::kRepairMediaInfo));
     // The system's media controls show the tag's title and artist; a file without a title shows its name.
     const Id3v1Tag tag = stream_.Tag().value_or(Id3v1Tag{});
     mediaControls_.ShowFile(tag.title.empty() ? path.substr(path.find_last_of('\\') + 1) : tag.title, tag.artist);
@@ -293,7 +326,7 @@ void App::OnTimer(unsigned id) {
     switch (static_cast<TimerId>(id)) {
         case TimerId::Progress:
             player_.ProgressTick();
-            if (const long long ms = player_.PositionMs(); ms >= 0) lyrics_.Tick(ms / 1000);
+            if (const long long ms = player_.PositionMs(); ms >= 0) lyrics_.Tick(ms);
             stream_.Progress(player_.PositionMs());
             display_.SetStreamTexts(stream_.Texts());
             window_.ShowTagLine(stream_.Texts().title);
@@ -329,7 +362,7 @@ void App::OnSlider(int id, SliderMove move, int pos) {
                lyrics_.HasLyrics()) {
         // "…移动“时间进度条”时显示歌词进度": the lines follow the pointer while it is dragged.
         const long long length = player_.LengthMs();
-        if (length > 0) lyrics_.Tick(length * pos / 1000 / 1000);
+        if (length > 0) lyrics_.Tick(length * pos / 1000);
     }
 }
 
@@ -370,7 +403,8 @@ std::string App::EntryInfo(int index) {
     const MediaEntry* entry = queue_.Queue().EntryAt(index);
     if (!entry) return {};
     // "文件列表框中直接截取媒体文件信息"
-    return ListInfoTipFor(services_.files, entry->path, entry->name, settings_.IsOn(opt::kListReadsMediaInfo));
+    return ListInfoTipFor(services_.files, entry->path, entry->name, settings_.IsOn(opt::kListReadsMediaInfo),
+                          settings_.IsOn(opt::kRepairMediaInfo));
 }
 
 // Places between runs.
@@ -393,7 +427,8 @@ void App::RestorePositions() {
     const auto fromRegistry = [&](std::string_view name) {
         return ParseDecimal(services_.registry.ReadValue(kSetupKeyPath, name));
     };
-    playlist_.Restore(KeptPlace(kPlaylistWindowPlace, fromRegistry, CurrentDpi(), monitors));
+    const auto listKept = KeptPlace(kPlaylistWindowPlace, fromRegistry, CurrentDpi(), monitors);
+    playlist_.Restore(listKept, StartListDock(settings_.Number(opt::kListWindowPlace), listKept, RectOf(main)));
     video_.Restore(KeptPlace(kVideoWindowPlace, fromSettings, CurrentDpi(), monitors));
 }
 
@@ -422,6 +457,7 @@ void App::Close() {
     SavePositions();
     hotKeys_.Release();
     engine_.CloseAll();
+    screenSaver_.Update(false);
     window_.Destroy();
     closed_ = true;
 }

@@ -20,6 +20,7 @@
 #include "playback/MediaEngine.h"
 #include "playback/Mp3Player.h"
 #include "playback/PlaybackController.h"
+#include "playback/ScreenSaverGuard.h"
 #include "playback/StreamPanelFeed.h"
 #include "playlist/DefaultList.h"
 #include "playlist/ListFileController.h"
@@ -55,7 +56,14 @@ struct AppServices {
     std::string portableRegistryFile;
 };
 
-class App final : QueueView, QueuePlayer, PlaybackView, LyricsView, MainWindowEvents, PlaylistCommands, VolumeControl {
+class App final : QueueView,
+                  QueuePlayer,
+                  PlaybackView,
+                  LyricsView,
+                  MainWindowEvents,
+                  PlaylistCommands,
+                  VolumeControl,
+                  DisplayPower {
 public:
     explicit App(AppServices services);
     ~App() override;
@@ -83,6 +91,9 @@ private:
     void FileClosed() override;
     // VolumeControl: the level goes to both decoders' own sound, which every system applies.
     void SetLevel(int level) override;
+    // DisplayPower: the thread's execution state keeps the display on from Windows 2000 on (it ends with
+    // the process), and the windows refuse the screen saver's command, which XP starts regardless.
+    void KeepDisplayOn(bool on) override;
     // LyricsView
     void ShowLyricsLines(std::string_view first, std::string_view second) override;
     // MainWindowEvents
@@ -117,11 +128,15 @@ private:
     void OpenInfoEditor();
     void AssignLyrics();
     void EditLyricsSettings();
-    // The settings dialog "功能与设置"; "确定" saves the options and applies those that show at once.
+    // The settings dialog "功能与设置"; "确定" saves the options, and those the windows took at start show at once.
     enum class SettingsPageChoice { First, FileTypes };
     void OpenSettings(SettingsPageChoice page);
-    void ApplySettings();
     void ApplyLyricsSettings(const LyricsDisplaySettings& settings);
+    // The main window's "倒制" button: "解码倒制" on or off, kept at once.
+    void ToggleDecoderWorkaround();
+    // The store changed (the settings dialog's confirmation, the "倒制" button): what the windows show from
+    // it at start is shown anew. Everything else reads the store when it is used.
+    void OptionsChanged();
 
     void ShowTips();
     void RefreshTips();
@@ -156,6 +171,7 @@ private:
     DefaultList defaultList_;
     MusicLibrary library_;
     LyricsDisplay lyrics_;
+    ScreenSaverGuard screenSaver_{settings_, *this};
     LyricsDisplaySettings lyricsSettings_;
     CommandTable commands_;
     TaskbarButton taskbar_;

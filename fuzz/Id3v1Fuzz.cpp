@@ -1,5 +1,7 @@
 // Any bytes as the end of a media file: the tags behind the audio are found in order without reading past
 // the end, and the ID3v1 reader gives trimmed text, which the tag line and the file list record show.
+#include <algorithm>
+
 #include "FuzzChecks.h"
 #include "mediainfo/Id3v1.h"
 #include "mediainfo/TrailingTags.h"
@@ -16,4 +18,10 @@ LUMORA_FUZZ(file) {
         Check(field.find('\0') == std::string::npos && (field.empty() || field.back() != ' '));
     }
     Check(BuildTagLine(tag).rfind("  标题：", 0) == 0 && !FileListRecord(tag).empty());
+    // "纠错" leaves no control character and no undecodable byte.
+    if (const auto fixed = ParseId3v1Tag(file, true); fixed) {
+        const std::string text = fixed->title + fixed->artist + fixed->album + fixed->comment;
+        Check(std::ranges::none_of(text, [](char c) { return c >= 0 && c < 0x20; }) &&
+              text.find("\xEF\xBF\xBD") == text.npos);
+    }
 }

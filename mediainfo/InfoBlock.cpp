@@ -377,19 +377,27 @@ std::optional<std::string> FindEmbeddedLyricsField(std::string_view tail, long l
     return field;
 }
 
-std::optional<std::string> ReadEmbeddedLyrics(FileSystem& fs, const std::string& path) {
+namespace {
+
+std::string LyricsOfField(std::string_view field, bool repair) {
+    return repair ? RepairInfoText(EmbeddedLyricsText(field), true) : EmbeddedLyricsText(field);
+}
+
+}  // namespace
+
+std::optional<std::string> ReadEmbeddedLyrics(FileSystem& fs, const std::string& path, bool repair) {
     const auto tail = ReadAndPlace(fs, path);
     if (!tail) return std::nullopt;
     const auto field = FindEmbeddedLyricsField(std::string_view(tail->bytes), tail->fileSize);
     if (!field) return std::nullopt;
-    return EmbeddedLyricsText(*field);
+    return LyricsOfField(*field, repair);
 }
 
-std::optional<MediaInfoRecord> ReadMediaInfo(FileSystem& fs, const std::string& path) {
+std::optional<MediaInfoRecord> ReadMediaInfo(FileSystem& fs, const std::string& path, bool repair) {
     const auto tail = ReadAndPlace(fs, path);
     if (!tail) return std::nullopt;
     MediaInfoRecord record;
-    if (const auto tag = ParseId3v1Tag(tail->bytes)) {
+    if (const auto tag = ParseId3v1Tag(tail->bytes, repair)) {
         record.title = tag->title;
         record.artist = tag->artist;
         record.album = tag->album;
@@ -397,7 +405,7 @@ std::optional<MediaInfoRecord> ReadMediaInfo(FileSystem& fs, const std::string& 
         record.comment = tag->comment;
     }
     if (const auto field = FindEmbeddedLyricsField(std::string_view(tail->bytes), tail->fileSize)) {
-        record.lyrics = EmbeddedLyricsText(*field);
+        record.lyrics = LyricsOfField(*field, repair);
     }
     return record;
 }

@@ -118,10 +118,11 @@ std::optional<std::string> FindEmbeddedLyricsField(std::string_view tail, long l
 
 // The embedded lyrics of a file (EmbeddedLyricsText of its field); empty optional when none. Reads only
 // the file's tail.
-std::optional<std::string> ReadEmbeddedLyrics(FileSystem& fs, const std::string& path);
+// `repair`: RepairInfoText (opt::kRepairMediaInfo).
+std::optional<std::string> ReadEmbeddedLyrics(FileSystem& fs, const std::string& path, bool repair = false);
 
 // What the editor shows for a file: its tag items (as the tag reader gives them) and embedded lyrics.
 // Empty items when the file has neither; empty optional when it cannot be read.
-std::optional<MediaInfoRecord> ReadMediaInfo(FileSystem& fs, const std::string& path);
+std::optional<MediaInfoRecord> ReadMediaInfo(FileSystem& fs, const std::string& path, bool repair = false);
 
 }  // namespace lumora

@@ -30,10 +30,10 @@ std::string ListInfoTip(std::string_view name, std::string_view record) {
     return tip;
 }
 
-std::string ListInfoTipFor(FileSystem& fs, const std::string& path, std::string_view name, bool readTags) {
+std::string ListInfoTipFor(FileSystem& fs, const std::string& path, std::string_view name, bool readTags, bool repair) {
     if (!readTags) return std::string(kFileLabel) + std::string(name);
     Id3v1Tag tag;
-    const bool found = ReadId3v1Tag(fs, path, tag);
+    const bool found = ReadId3v1Tag(fs, path, tag, repair);
     return ListInfoTip(name, FileListRecord(found ? std::optional<Id3v1Tag>(tag) : std::nullopt));
 }
 

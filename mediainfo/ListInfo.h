@@ -12,7 +12,8 @@ class FileSystem;
 std::string ListInfoTip(std::string_view name, std::string_view record);
 
 // Reads the entry's ID3v1 tag when `readTags` (opt::kListReadsMediaInfo: take the information
-// straight from the file); otherwise only the name is shown.
-std::string ListInfoTipFor(FileSystem& fs, const std::string& path, std::string_view name, bool readTags);
+// straight from the file); otherwise only the name is shown. `repair`: opt::kRepairMediaInfo.
+std::string ListInfoTipFor(FileSystem& fs, const std::string& path, std::string_view name, bool readTags,
+                           bool repair = false);
 
 }  // namespace lumora

@@ -1,9 +1,15 @@
 #include "mediainfo/LyricsDisplay.h"
 
+#include <algorithm>
+
+#include "settings/OptionNames.h"
+#include "settings/SettingsStore.h"
+
 namespace lumora {
 
 bool LyricsDisplay::Load(const std::string& mediaPath) {
-    const FoundLyrics found = LookupLyrics(fs_, mediaPath);
+    const FoundLyrics found = LookupLyrics(fs_, mediaPath, settings_.IsOn(opt::kLyricsTimingCorrection),
+                                           settings_.IsOn(opt::kRepairMediaInfo));
     lyrics_ = found.text.empty() ? TimedLyrics{} : BuildTimedLyrics(found.text);
     Show({});
     return HasLyrics();
@@ -14,8 +20,11 @@ void LyricsDisplay::Clear() {
     Show({});
 }
 
-void LyricsDisplay::Tick(long long elapsedSeconds) {
-    if (const auto lines = ChooseDisplayLines(lyrics_, elapsedSeconds, lineByteLimit_)) Show(*lines);
+void LyricsDisplay::Tick(long long elapsedMs) {
+    if (elapsedMs < 0) return;
+    const long long offsetMs = 500 * std::clamp(settings_.Number(opt::kLyricsOffset).value_or(0), -9LL, 9LL);
+    const long long shownSeconds = std::max(0LL, elapsedMs + offsetMs) / 1000;
+    if (const auto lines = ChooseDisplayLines(lyrics_, shownSeconds, lineByteLimit_)) Show(*lines);
 }
 
 void LyricsDisplay::SetLineByteLimit(int bytes) {

@@ -12,6 +12,7 @@
 namespace lumora {
 
 class FileSystem;
+class SettingsStore;
 
 class LyricsView {
 public:
@@ -24,7 +25,10 @@ public:
 
 class LyricsDisplay {
 public:
-    LyricsDisplay(FileSystem& fs, LyricsView& view) : fs_(fs), view_(view) {}
+    // Reads its options at every load and tick: the timing correction and "纠错" (opt::kLyricsTimingCorrection,
+    // opt::kRepairMediaInfo) for the lookup, the display offset (opt::kLyricsOffset) for the lines.
+    LyricsDisplay(FileSystem& fs, LyricsView& view, const SettingsStore& settings)
+        : fs_(fs), view_(view), settings_(settings) {}
 
     // A file starts: finds its lyrics and builds the timed list, replacing the last file's. The labels
     // are emptied. True when the file has lyrics (the opt::kAutoOpenLyricsWindow/opt::kAutoCloseLyricsWindow options
@@ -35,9 +39,10 @@ public:
     bool HasLyrics() const { return !lyrics_.Empty(); }
     // Where the lyrics came from, for the window's caption or a menu.
 
-    // The progress tick or the decoder's position event: `elapsedSeconds` is the whole seconds played.
-    // Shows the two lines when they differ from what is shown; otherwise does nothing.
-    void Tick(long long elapsedSeconds);
+    // The progress tick or the decoder's position event: `elapsedMs` played. The lines are those of the
+    // whole seconds of the played time plus the offset (half seconds; positive shows them earlier), not
+    // below 0. Shows the two lines when they differ from what is shown; otherwise does nothing.
+    void Tick(long long elapsedMs);
 
     // Gc1Long (ParseLineByteLimit of the stored value). Takes effect at the next tick.
     void SetLineByteLimit(int bytes);
@@ -47,6 +52,7 @@ private:
 
     FileSystem& fs_;
     LyricsView& view_;
+    const SettingsStore& settings_;
     TimedLyrics lyrics_;
     std::optional<DisplayLines> shown_;  // what the labels hold; empty before anything was shown
     int lineByteLimit_ = 0;

@@ -70,8 +70,8 @@ std::string OneStampPerLine(std::string_view text) {
     return std::string(text);
 }
 
-FoundLyrics LookupLyrics(FileSystem& fs, const std::string& mediaPath, bool correctTiming) {
-    if (auto embedded = ReadEmbeddedLyrics(fs, mediaPath)) {
+FoundLyrics LookupLyrics(FileSystem& fs, const std::string& mediaPath, bool correctTiming, bool repair) {
+    if (auto embedded = ReadEmbeddedLyrics(fs, mediaPath, repair)) {
         return {LyricsOrigin::Embedded, mediaPath, OneStampPerLine(*embedded)};
     }
 

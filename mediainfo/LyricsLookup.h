@@ -44,8 +44,9 @@ std::optional<std::string> LoadLyricsFile(FileSystem& fs, const std::string& pat
 // lines left out). A text without such lines comes back as it is.
 std::string OneStampPerLine(std::string_view text);
 
-// The lookup. `correctTiming` is the lyrics file readers' timing correction.
-FoundLyrics LookupLyrics(FileSystem& fs, const std::string& mediaPath, bool correctTiming = false);
+// The lookup. `correctTiming` is the lyrics file readers' timing correction; `repair` puts embedded lyrics
+// through RepairInfoText (opt::kRepairMediaInfo).
+FoundLyrics LookupLyrics(FileSystem& fs, const std::string& mediaPath, bool correctTiming = false, bool repair = false);
 
 enum class AssignResult {
     Assigned,

@@ -36,7 +36,8 @@ bool EngineDecoder::Open(const std::string& path) {
     ended_ = false;
     path_ = path;
     if (headCheck_ && !headCheck_(path)) return false;
-    switch (engine_.OpenDispatch(path, videoWindow_, false)) {
+    openedFiltersFirst_ = filtersFirst_ && filtersFirst_();
+    switch (engine_.OpenDispatch(path, videoWindow_, false, openedFiltersFirst_)) {
         case OpenResult::Playing:
             lengthMs_ = engine_.State().unitIsMs ? engine_.Length() : engine_.Commands().LengthMs(kMovieAlias);
             // The MPEG device takes some files it finds nothing in and "plays" them silently.
@@ -134,7 +135,7 @@ bool EngineDecoder::PlayRange(long long fromMs, long long toMs) {
     // The MPEG device under Wine does not play reliably again once it has reached the end of a range
     // or file (it stands still, sounding): a range played again starts on the file opened anew.
     if (std::exchange(ended_, false)) {
-        if (engine_.OpenDispatch(path_, videoWindow_, false) != OpenResult::Playing) return false;
+        if (engine_.OpenDispatch(path_, videoWindow_, false, openedFiltersFirst_) != OpenResult::Playing) return false;
         if (volume_ != 20) SetVolume(volume_);
     }
     rangeEndUnits_ = toMs < 0 ? -1 : ToUnits(toMs);

@@ -21,6 +21,9 @@ public:
     void SetVideoWindow(WindowId window) { videoWindow_ = window; }
     // Asked before a file goes to the system: false keeps it from there (see HeaderCheck.h).
     void SetHeadCheck(std::function<bool(const std::string&)> check) { headCheck_ = std::move(check); }
+    // Asked at every open: "解码倒制" (MediaEngine::OpenDispatch's `filtersFirst`), so a change counts from the
+    // next file on.
+    void SetFiltersFirst(std::function<bool()> on) { filtersFirst_ = std::move(on); }
 
     bool Open(const std::string& path) override;
     bool Pause() override;
@@ -59,6 +62,8 @@ private:
     long long lastPosition_ = -1;  // at the last Finished() question, in a range
     int stalledPolls_ = 0;         // questions since which it has not moved
     std::function<bool(const std::string&)> headCheck_;
+    std::function<bool()> filtersFirst_;
+    bool openedFiltersFirst_ = false;  // how the open file was opened: opened again the same way
 };
 
 }  // namespace lumora

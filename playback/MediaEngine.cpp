@@ -129,10 +129,13 @@ std::string DeviceTypeFor(std::string_view path) {
     return "MPEGVideo";
 }
 
-bool MediaEngine::OpenMedia(const std::string& path, WindowId parent) {
+bool MediaEngine::OpenMovie(const std::string& path, WindowId parent, bool filtersFirst) {
     const std::string type = DeviceTypeFor(path);
     // The AVI device decodes only the codecs of Video for Windows; the MPEG device goes through the
     // system's media filters, which play every AVI the system's own player plays.
+    if (type == "AviVideo" && filtersFirst) {
+        return OpenMedia(path, parent, "MPEGVideo") || OpenMedia(path, parent, type);
+    }
     if (OpenMedia(path, parent, type)) return true;
     return type == "AviVideo" && OpenMedia(path, parent, "MPEGVideo");
 }
@@ -279,6 +282,10 @@ bool IsWindowsMediaEnding(const std::string& lowerPath) {
     return false;
 }
 
+bool IsWindowsMediaVideo(const std::string& lowerPath) {
+    return lowerPath.ends_with(".wmv") || lowerPath.ends_with(".asf");
+}
+
 }  // namespace
 
 bool MediaEngine::OpenInMediaPlayer(const std::string& path, WindowId videoWindow) {
@@ -297,7 +304,7 @@ bool MediaEngine::OpenInMediaPlayer(const std::string& path, WindowId videoWindo
     return true;
 }
 
-OpenResult MediaEngine::OpenDispatch(const std::string& path, WindowId videoWindow, bool decoder1) {
+OpenResult MediaEngine::OpenDispatch(const std::string& path, WindowId videoWindow, bool decoder1, bool filtersFirst) {
     CloseAll();
     const std::string ending = Ending(path);
     if (IsMpegAudioName(path) && decoder1) return OpenResult::ForDecoder1;
@@ -312,13 +319,17 @@ OpenResult MediaEngine::OpenDispatch(const std::string& path, WindowId videoWind
         return OpenResult::Control;
     }
     if (ending == ".cda") return OpenResult::CdTrack;
-    if (IsWindowsMediaEnding(LowerAscii(path)) && OpenInMediaPlayer(path, videoWindow)) return OpenResult::Playing;
+    const std::string lower = LowerAscii(path);
+    const bool playerLast = filtersFirst && IsWindowsMediaVideo(lower);
+    if (IsWindowsMediaEnding(lower) && !playerLast && OpenInMediaPlayer(path, videoWindow)) return OpenResult::Playing;
     if (ending == ".bmp" || ending == ".jpg" || ending == ".dib" || ending == ".wmf" || ending == ".emf" ||
         ending == ".ico" || ending == ".cur") {
         kind_ = MediaKind::Picture;
         return OpenResult::Picture;
     }
-    if (!OpenMedia(path, videoWindow)) return OpenResult::CannotPlay;
+    if (!OpenMovie(path, videoWindow, filtersFirst)) {
+        return playerLast && OpenInMediaPlayer(path, videoWindow) ? OpenResult::Playing : OpenResult::CannotPlay;
+    }
     if (ending == ".mid" || ending == ".rmi" || ending == "midi" || ending == ".vob") {
         return Play("", "") ? OpenResult::Playing : OpenResult::CannotPlay;
     }

@@ -95,8 +95,8 @@ public:
     const EngineState& State() const { return state_; }
     MediaKind Kind() const { return kind_; }
 
-    // Device layer for the movie device.
-    bool OpenMedia(const std::string& path, WindowId parent);
+    // Device layer for the movie device: the device type by the ending. `filtersFirst`: see OpenDispatch.
+    bool OpenMovie(const std::string& path, WindowId parent, bool filtersFirst = false);
     bool OpenMedia(const std::string& path, WindowId parent, std::string_view deviceType);
     bool Play(std::string_view from, std::string_view to);
     bool Pause();
@@ -120,7 +120,13 @@ public:
 
     // The open dispatch: closes everything, then gives the file to the player its extension calls
     // for. `decoder1` says whether MPEG audio goes to the audio player.
-    OpenResult OpenDispatch(const std::string& path, WindowId videoWindow, bool decoder1);
+    // `filtersFirst` is "解码倒制" (opt::kDecoderWorkaround): the players of a video file are tried the other
+    // way round, the MPEG device first. That device goes through DirectShow, where the system's own filters
+    // decode the sound (AC3, DTS...) and draw external subtitles: an AVI tries it before the AVI device
+    // (Video for Windows, which knows only ACM sound and no subtitles), Windows Media video before the
+    // Media Player control (Media Foundation on newer systems, which loads no DirectShow filters). The
+    // usual player remains the fallback. Other files open as always.
+    OpenResult OpenDispatch(const std::string& path, WindowId videoWindow, bool decoder1, bool filtersFirst = false);
 
     // The picture's own size as the device reported it at open; 0 x 0 for audio.
     PixelRect Picture() const { return picture_; }

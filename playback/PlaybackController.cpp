@@ -360,6 +360,11 @@ void PlaybackController::ToggleTimeMode() {
     Show();
 }
 
+void PlaybackController::RestoreTimeMode() {
+    SetTimeMode(deps_.settings.Number(opt::kTimeLabelMode) == 1 ? TimeMode::Remaining : TimeMode::Elapsed);
+    Show();
+}
+
 void PlaybackController::SegmentCommand() {
     if (!choosingSegment_) {
         SetChoosingSegment(true);

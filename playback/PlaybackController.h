@@ -127,6 +127,9 @@ public:
     void ToggleLoop();
     void SetRandom();
     void ToggleTimeMode();
+    // The time label's mode kept between runs (opt::kTimeLabelMode, "1" remaining), applied at start.
+    void RestoreTimeMode();
+    bool ShowsRemaining() const { return timeMode_ == TimeMode::Remaining; }
 
     void SegmentCommand();  // start choosing, or cancel
     void SetA();

@@ -16,12 +16,12 @@ void StreamPanelFeed::Reset() {
     tag_.reset();
 }
 
-void StreamPanelFeed::Opened(const std::string& path, long long lengthMs) {
+void StreamPanelFeed::Opened(const std::string& path, long long lengthMs, bool repairTags) {
     Reset();
     // Only MPEG audio has stream facts; any file may end in a tag. Neither reads the whole of a large file.
     if (IsMpegAudioName(path)) facts_ = ReadMpegStreamFacts(fs_, path);
     if (facts_) RefreshStreamPanel(texts_, PropertiesOf(*facts_, 0));
-    if (Id3v1Tag tag; ReadId3v1Tag(fs_, path, tag)) tag_ = std::move(tag);
+    if (Id3v1Tag tag; ReadId3v1Tag(fs_, path, tag, repairTags)) tag_ = std::move(tag);
     ShowTagLine(texts_, tag_);
     if (lengthMs > 0) texts_.totalTime = TotalTimeText(PlaybackController::FormatTime(lengthMs));
 }

@@ -20,7 +20,8 @@ public:
     const StreamPanelTexts& Texts() const { return texts_; }
     // The ID3v1 tag of the file last opened; none when it has none.
     const std::optional<Id3v1Tag>& Tag() const { return tag_; }
-    void Opened(const std::string& path, long long lengthMs);
+    // `repairTags`: the tag's fields through RepairInfoText (opt::kRepairMediaInfo).
+    void Opened(const std::string& path, long long lengthMs, bool repairTags = false);
     void Progress(long long positionMs);
     void Reset();
 

@@ -51,6 +51,9 @@ TransportTips MakeTransportTips(const SettingsStore& settings, const PlayQueue& 
     t.segmentRange = t.segment;
     t.neighbours = "双击“文件列表”里的文件可直接播放";
     t.statusLine = "播放状态";
+    t.decoderWorkaround =
+        std::string("启用/关闭“解码倒制”：播放视频时没有声音、字幕外挂不起作用时使用，播放下一首时生效。\r\n当前：") +
+        (settings.IsOn(opt::kDecoderWorkaround) ? "已启用" : "未启用");
     return t;
 }
 

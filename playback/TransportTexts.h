@@ -15,6 +15,8 @@ inline constexpr std::string_view kBackLabel = "后退";
 inline constexpr std::string_view kForwardLabel = "前进";
 inline constexpr std::string_view kProgressTip = "播放进度";
 inline constexpr std::string_view kVolumeLabel = "音量";
+// The main window's button of "解码倒制" (opt::kDecoderWorkaround).
+inline constexpr std::string_view kDecoderWorkaroundCaption = "倒制";
 
 // What the main window shows before anything plays.
 struct MainDisplayTexts {
@@ -59,6 +61,7 @@ struct TransportTips {
     std::string segmentRange;
     std::string neighbours;
     std::string statusLine;
+    std::string decoderWorkaround;  // says whether it is on, and that it counts from the next file
     bool operator==(const TransportTips&) const = default;
 };
 

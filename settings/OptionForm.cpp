@@ -35,6 +35,7 @@ constexpr auto kItems = std::to_array<FormItem>({
     {opt::kListReadsMediaInfo, K::Check},
     {opt::kClassicListTips, K::Check},
     {opt::kListWindowAtStart, K::Check},
+    {opt::kListWindowPlace, K::Choice},
     {opt::kLibraryRenameBox, K::Check},
     {opt::kLibraryNameIsTitle, K::RadioPair},
     // Lyrics and display
@@ -42,6 +43,7 @@ constexpr auto kItems = std::to_array<FormItem>({
     {opt::kAutoCloseLyricsWindow, K::Check},
     {opt::kLyricsWhileSeeking, K::Check},
     {opt::kLyricsOffset, K::Slider},
+    {opt::kLyricsTimingCorrection, K::Check},
     {opt::kRepairMediaInfo, K::Check},
     {opt::kBubbles, K::Check},
     {opt::kColouredBubbles, K::Check},

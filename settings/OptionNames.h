@@ -74,6 +74,11 @@ inline constexpr std::string_view kMenuTextColour = "L1F";         // menu text 
 // Names of their own, not "L" numbers: the numbering's gaps stay empty.
 // "1": the media keys reach Lumora also while another program has the focus; off unless "1".
 inline constexpr std::string_view kMediaKeysAlways = "MediaKeysAlways";
+// The companion of "启动时打开列表窗口。位置：": where the list window opens at start. 0 where it was last
+// (F4L/F4T), 1 docked to the main window's right edge, 2 docked under it.
+inline constexpr std::string_view kListWindowPlace = "ListWindowPlace";
+// "1": the LRC and SMI readers' timing correction (CorrectLyricsSeconds) for the lyrics display.
+inline constexpr std::string_view kLyricsTimingCorrection = "LyricsTimingCorrection";
 
 // ---- Values the windows keep (twips), loaded with the options --------------------------------
 inline constexpr std::string_view kMainTop = "TOP";

@@ -57,8 +57,19 @@ constexpr bool kNone = false;
 //  L47        when the video is smaller than that: 0 full screen, 1 original size,
 //             2 leave the window alone. Initially 1.
 //  L53        volume fade delay, in steps of 50 ms, beside "关闭音量渐变功能。延时:". Initially 6.
-//  L58        the time label's mode, kept between runs: 0 elapsed, 1 remaining.
-//  L61        lyrics display offset, in half seconds (the fourth slider), -9..9. Initially 0.
+//  L58        the time label's mode, kept between runs: 0 elapsed, 1 remaining. Its button writes it at
+//             once; the stop command's return to elapsed is not written (it is no choice of the user's).
+//  L61        lyrics display offset, in half seconds (the fourth slider), -9..9. Initially 0. The lyrics
+//             show the line for the played time + offset x 0.5 s: a positive offset brings them earlier.
+//  L50        while a file plays (not paused), the display stays on: no screen saver, no display power-off.
+//             Through the thread's execution state (ended with the process, so a crash leaves nothing
+//             behind) and the refusal of the screen saver's system command; the user's screen saver
+//             setting is never changed.
+//  L52        the video window opens (empty, at its kept place) at start.
+//  L54        the "纠错" text correction of tag fields and embedded lyrics: RepairInfoText in Id3v1.h.
+//  L55        "解码倒制": video files try the system's DirectShow filters first (see
+//             MediaEngine::OpenDispatch); from the next file on. The main window's "倒制" button writes
+//             it at once.
 //  L48..L72   the check-box array: the choices a first-time user is best served by.
 //  L25        decoder 2 (stable) until the user picks decoder 1.
 //  TOP..MovW  empty: the window places itself until it has been moved once.
@@ -127,7 +138,10 @@ constexpr std::array kOptions = std::to_array<Option>({
     {opt::kHourlyChime, Rule::Flag, "0", kNone},
     {opt::kMenuBackColour, Rule::Colour, "16777215", kNone},
     {opt::kMenuTextColour, Rule::Colour, "0", kNone},
-    {opt::kMediaKeysAlways, Rule::Flag, "0", kNone},
+    // Beside the dialog's options, with names of their own.
+    {opt::kMediaKeysAlways, Rule::Flag, "0", kDefault},
+    {opt::kListWindowPlace, Rule::Choice, "0", kDefault, 0, 0, Bits({0, 1, 2})},
+    {opt::kLyricsTimingCorrection, Rule::Flag, "0", kDefault},
     // Loaded at start-up but written by the windows that own them.
     {opt::kMainTop, Rule::Top, "", kNone},
     {opt::kMainLeft, Rule::Left, "", kNone},
@@ -287,6 +301,15 @@ bool SaveSettings(const SettingsStore& store, RegistryWrapper& registry, std::st
         if (!registry.WriteValue(kSetupKeyPath, name, Normalised(store.Text(name)))) return false;
     }
     return true;
+}
+
+bool WriteOptionNow(SettingsStore& store, RegistryWrapper& registry, std::string_view name, std::string_view text) {
+    if (!store.Holds(name)) return false;
+    for (const auto key : kSetupKeyLevels) {
+        if (!registry.CreateKey(key)) return false;
+    }
+    if (!registry.WriteValue(kSetupKeyPath, name, text)) return false;
+    return store.SetText(name, text);
 }
 
 }  // namespace lumora

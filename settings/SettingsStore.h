@@ -73,4 +73,10 @@ bool LoadSettings(SettingsStore& store, RegistryWrapper& registry, ScreenExtent 
 bool SaveSettings(const SettingsStore& store, RegistryWrapper& registry, std::string_view versionText,
                   std::string_view programFolder);
 
+// A value that a window changes on its own and keeps at once (the main window's "倒制" button, the time
+// label's mode): into the store and, alone, into the setup key, the keys created first. The store changes
+// only for a name it holds, and only once the registry took the value; false otherwise (a registry
+// failure is shown).
+bool WriteOptionNow(SettingsStore& store, RegistryWrapper& registry, std::string_view name, std::string_view text);
+
 }  // namespace lumora

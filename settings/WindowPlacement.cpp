@@ -61,4 +61,26 @@ std::vector<std::pair<std::string_view, std::string>> PlaceValues(const Placemen
     return values;
 }
 
+ListDock StartListDock(std::optional<long long> placeOption, const std::optional<WindowRect>& kept,
+                       const WindowRect& owner) {
+    if (placeOption == 1) return ListDock::Right;
+    if (placeOption == 2) return ListDock::Below;
+    if (!kept) return ListDock::Right;
+    if (kept->left == owner.right && kept->top == owner.top) return ListDock::Right;
+    if (kept->left == owner.left && kept->top == owner.bottom) return ListDock::Below;
+    return ListDock::None;
+}
+
+WindowRect DockedListPlace(ListDock dock, const WindowRect& owner, const WindowRect& list) {
+    switch (dock) {
+        case ListDock::Right:
+            return {owner.right, owner.top, owner.right + list.Width(), owner.bottom};
+        case ListDock::Below:
+            return {owner.left, owner.bottom, owner.right, owner.bottom + list.Height()};
+        case ListDock::None:
+            break;
+    }
+    return list;
+}
+
 }  // namespace lumora

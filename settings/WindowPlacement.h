@@ -62,4 +62,16 @@ std::optional<WindowRect> KeptPlace(const PlacementNames& names, const ReadNumbe
 std::vector<std::pair<std::string_view, std::string>> PlaceValues(const PlacementNames& names, const WindowRect& place,
                                                                   ScreenDpi dpi);
 
+// The playlist window docks to an edge of the main window and follows it there.
+enum class ListDock { None, Right, Below };
+
+// How the playlist window starts, by opt::kListWindowPlace: 1 docked right, 2 docked below; 0 (or
+// anything else) where it was last, docked to the edge it was kept at, and docked right when no place
+// was kept. `kept` in pixels, `owner` the main window where it now is.
+ListDock StartListDock(std::optional<long long> placeOption, const std::optional<WindowRect>& kept,
+                       const WindowRect& owner);
+
+// The docked place of a list window of `list`'s size: right of the owner, its height; or under it, its width.
+WindowRect DockedListPlace(ListDock dock, const WindowRect& owner, const WindowRect& list);
+
 }  // namespace lumora

@@ -47,6 +47,7 @@ inline constexpr int IDC_MAIN_STATUS_LINE = 1038;
 inline constexpr int IDC_MAIN_TAG_LINE = 1039;  // title, artist, album, year and comment of the tag
 inline constexpr int IDC_MAIN_VOLUME_MIN = 1040;  // the volume slider's end labels
 inline constexpr int IDC_MAIN_VOLUME_MAX = 1041;
+inline constexpr int IDC_MAIN_DECODER_WORKAROUND = 1042;  // "倒制": toggles "解码倒制" and keeps it at once
 
 // Main window menu: 1200-1249.
 inline constexpr int IDM_OPEN_FILES = 1201;

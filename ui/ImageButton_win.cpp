@@ -15,10 +15,23 @@ HWND CreateImageButton(HWND parent, int id, const wchar_t* caption, int x, int y
     return button;
 }
 
+namespace {
+constexpr wchar_t kLatchedProperty[] = L"LumoraLatched";
+}  // namespace
+
+void SetImageButtonLatched(HWND button, bool latched) {
+    if (latched) {
+        SetPropW(button, kLatchedProperty, reinterpret_cast<HANDLE>(1));
+    } else {
+        RemovePropW(button, kLatchedProperty);
+    }
+    InvalidateRect(button, nullptr, TRUE);
+}
+
 void DrawImageButton(const DRAWITEMSTRUCT& item) {
     HDC dc = item.hDC;
     RECT r = item.rcItem;
-    const bool pressed = (item.itemState & ODS_SELECTED) != 0;
+    const bool pressed = (item.itemState & ODS_SELECTED) != 0 || GetPropW(item.hwndItem, kLatchedProperty) != nullptr;
     const bool disabled = (item.itemState & ODS_DISABLED) != 0;
     const bool focused = (item.itemState & ODS_FOCUS) != 0;
     const int dpi = WindowDpi(item.hwndItem);

@@ -6,6 +6,8 @@
 namespace lumora {
 
 HWND CreateImageButton(HWND parent, int id, const wchar_t* caption, int x, int y, int cx, int cy);
+// A button that stands for an option shows it: latched, it is drawn held down until released.
+void SetImageButtonLatched(HWND button, bool latched);
 // For WM_DRAWITEM of an image button.
 void DrawImageButton(const DRAWITEMSTRUCT& item);
 

@@ -146,6 +146,14 @@ LRESULT MainWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
         case WM_HOTKEY:
             events_->OnAppCommand(static_cast<int>(wp));
             return 0;
+        case WM_SYSCOMMAND:
+            // Sent to the foreground window; refused, the screen saver does not start. A display powering
+            // on (-1) is never refused.
+            if (refuseScreenSaver_ &&
+                ((wp & 0xFFF0) == SC_SCREENSAVE || ((wp & 0xFFF0) == SC_MONITORPOWER && lp != -1))) {
+                return 0;
+            }
+            break;
         case WM_CLOSE: events_->OnCloseRequest(); return 0;
         case WM_DESTROY: PostQuitMessage(0); return 0;
     }
@@ -198,7 +206,8 @@ void MainWindow::OnCreate() {
     Label(hwnd_, IDC_MAIN_SEGMENT_RANGE, Widen(t.segmentRange).c_str(), 384, 160, 70, 18, SS_RIGHT);
 
     Label(hwnd_, IDC_MAIN_PREVIOUS_LABEL, L"", 8, 184, 220, 18, SS_LEFTNOWORDWRAP | SS_ENDELLIPSIS);
-    Label(hwnd_, IDC_MAIN_NEXT_LABEL, L"", 232, 184, 148, 18, SS_LEFTNOWORDWRAP | SS_ENDELLIPSIS);
+    Label(hwnd_, IDC_MAIN_NEXT_LABEL, L"", 232, 184, 100, 18, SS_LEFTNOWORDWRAP | SS_ENDELLIPSIS);
+    CreateImageButton(hwnd_, IDC_MAIN_DECODER_WORKAROUND, Widen(kDecoderWorkaroundCaption).c_str(), 336, 181, 44, 22);
     CreateImageButton(hwnd_, IDC_MAIN_LIBRARY, L"音乐库", 384, 181, 70, 22);
     Label(hwnd_, IDC_MAIN_STATUS_LINE, Widen(t.statusLine).c_str(), 8, 206, kClientWidth - 16, 18);
 
@@ -411,6 +420,7 @@ void MainWindow::SetTips(const TransportTips& t) {
         {IDC_MAIN_VOLUME_MAX, &t.volumeLabel},
         {IDC_MAIN_SPEED_LABEL, &t.speed},
         {IDC_MAIN_STATUS_LINE, &t.statusLine},
+        {IDC_MAIN_DECODER_WORKAROUND, &t.decoderWorkaround},
     };
     for (const auto& [id, text] : tips) SetTip(id, *text);
     SetTip(IDC_MAIN_LIBRARY, "加载“我的音乐库”");
@@ -436,6 +446,10 @@ bool MainWindow::TakeDialogKey(const MSG& msg) {
         return true;
     }
     return false;
+}
+
+void MainWindow::ShowDecoderWorkaround(bool on) {
+    SetImageButtonLatched(GetDlgItem(hwnd_, IDC_MAIN_DECODER_WORKAROUND), on);
 }
 
 void MainWindow::BringToFront() {

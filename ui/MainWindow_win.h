@@ -63,6 +63,10 @@ public:
     // Only the texts, as the player's state changes them.
     void SetTips(const TransportTips& tips);
     void SetOpacity(int alpha);
+    // The "倒制" button held down while "解码倒制" is on.
+    void ShowDecoderWorkaround(bool on);
+    // While on, the screen saver's and the display power-off's system commands are refused.
+    void RefuseScreenSaver(bool on) { refuseScreenSaver_ = on; }
     void BringToFront();
     // The keys of a dialog, for the window and its controls: Tab and Shift+Tab move the focus between
     // the controls, Enter clicks the focused button. True when `msg` was such a key.
@@ -95,6 +99,7 @@ private:
     HWND focus_ = nullptr;
     // What each control shows now, by control id (status bar parts by -1 - part).
     std::map<int, std::string> shown_;
+    bool refuseScreenSaver_ = false;
 };
 
 }  // namespace lumora

@@ -59,6 +59,9 @@ constexpr std::string_view kMenuColourTip = "设置主界面右键菜单和下�
 constexpr std::string_view kBalloonPreview = "“气泡”试提示文本浏览";
 constexpr std::string_view kSongMenuWarning = "设置不当“选歌”菜单会超出屏幕。";
 
+// Where the list window opens at start, by the number kept for it.
+constexpr std::string_view kListPlaces[] = {"上次的位置", "主窗体右侧", "主窗体下方"};
+
 // The skins a user may choose, with the number each keeps in the store.
 struct Skin {
     int value;
@@ -102,7 +105,7 @@ std::vector<PageSpec> Pages() {
             {R::Check, opt::kSaveListOnExit, "退出时保存当前文件列表到“默认文件列表”"},
             {R::Check, opt::kListReadsMediaInfo, "“文件列表框中直接截取媒体文件信息”"},
             {R::Check, opt::kClassicListTips, "“文件列表框使用“经典”提示文本”"},
-            {R::Check, opt::kListWindowAtStart, "启动时打开列表窗口。位置："},
+            {R::Check, opt::kListWindowAtStart, "启动时打开列表窗口。位置：", {}, {}, {}, 0, opt::kListWindowPlace},
             {R::Check, opt::kLibraryRenameBox, "是否弹出“重新命名框”"},
             {R::Radio, opt::kLibraryNameIsTitle, "显示“文件名”", "显示“文件标题”", {}, {}, 12},
         }},
@@ -111,6 +114,7 @@ std::vector<PageSpec> Pages() {
             {R::Check, opt::kAutoCloseLyricsWindow, "当正在播放的媒体文件没有“歌词”时，自动关闭“音频\\歌词显示”窗口"},
             {R::Check, opt::kLyricsWhileSeeking, "当播放的媒体文件有“动态歌词”时，并且移动“时间进度条”时显示歌词进度"},
             {R::Slider, opt::kLyricsOffset, "歌词提前显示（半秒，负数为推后）：当前设置为："},
+            {R::Check, opt::kLyricsTimingCorrection, "读取LRC、SMI歌词文件时校正时间（时间轴拉长22%，每90秒减回1秒）"},
             {R::Check, opt::kRepairMediaInfo, "截取媒体文件信息时，使用“纠错”功能。（有时出现乱码）"},
             {R::Slider, opt::kRunningTextSpeed, "主界面滚动文字速度（最小值为1；最大值为100）：当前设置为："},
             {R::Check, opt::kColouredProgress, "进度滑道变色"},
@@ -229,7 +233,11 @@ public:
                     const short h = static_cast<short>(lines * kLineHeight + 2);
                     add(DialogTemplate::kButton, Id(r.option), r.text, x, y, std::min(textWidth, width), h,
                         BS_AUTOCHECKBOX | BS_MULTILINE | BS_TOP | WS_TABSTOP | WS_GROUP);
-                    if (!r.companion.empty()) {
+                    if (!r.companion.empty() && FindFormItem(r.companion)->kind == FormControl::Choice) {
+                        t.AddControl(WC_COMBOBOXW, static_cast<WORD>(Id(r.companion)), L"",
+                                     static_cast<short>(x + textWidth + 4), static_cast<short>(y - 2), 80, 80,
+                                     CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP);
+                    } else if (!r.companion.empty()) {
                         add(DialogTemplate::kEdit, Id(r.companion), "", static_cast<short>(x + textWidth + 4),
                             static_cast<short>(y - 1), 30, 12, ES_NUMBER | ES_AUTOHSCROLL | WS_BORDER | WS_TABSTOP);
                     }
@@ -324,7 +332,11 @@ public:
             if (!r.tip.empty()) AddTip(tips_, GetDlgItem(page, Id(r.option)), r.tip);
             if (!r.companion.empty()) {
                 const FormItem* c = FindFormItem(r.companion);
-                SetDlgItemTextW(page, Id(r.companion), Widen(std::to_string(ShownValue(*c, edited_))).c_str());
+                if (c->kind == FormControl::Choice) {
+                    FillList(GetDlgItem(page, Id(r.companion)), r.companion, ShownValue(*c, edited_));
+                } else {
+                    SetDlgItemTextW(page, Id(r.companion), Widen(std::to_string(ShownValue(*c, edited_))).c_str());
+                }
             }
         }
         FitRows();
@@ -467,6 +479,8 @@ private:
             for (const Skin& s : kSkins) addEntry(s.name, s.value);
         } else if (option == opt::kSongMenuLayout) {
             for (int i = 0; i <= 99; ++i) addEntry(SongMenuLayoutEntry(i), i);
+        } else if (option == opt::kListWindowPlace) {
+            for (int i = 0; i < 3; ++i) addEntry(kListPlaces[i], i);
         } else if (option == opt::kVideoScale) {
             for (int i = 0; i <= 19; ++i) addEntry(VideoScaleEntry(i), i);
         }

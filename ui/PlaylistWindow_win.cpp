@@ -18,7 +18,7 @@ namespace {
 
 using namespace ids;
 
-// The window snaps to the main window's right edge when dragged this close to it (at 96 DPI).
+// The window snaps to the main window's right or bottom edge when dragged this close to it (at 96 DPI).
 constexpr int kSnapPixels = 16;
 constexpr int kDefaultWidth = 300;
 constexpr int kInfoTipWidth = 400;
@@ -140,19 +140,25 @@ void PlaylistWindow::Toggle() {
 }
 
 void PlaylistWindow::FollowOwner() {
-    if (!hwnd_ || !docked_) return;
+    if (!hwnd_ || dock_ == ListDock::None) return;
     RECT o, r;
     GetWindowRect(owner_, &o);
     GetWindowRect(hwnd_, &r);
-    SetWindowPos(hwnd_, nullptr, o.right, o.top, r.right - r.left, o.bottom - o.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    const WindowRect at =
+        DockedListPlace(dock_, {o.left, o.top, o.right, o.bottom}, {r.left, r.top, r.right, r.bottom});
+    SetWindowPos(hwnd_, nullptr, static_cast<int>(at.left), static_cast<int>(at.top), static_cast<int>(at.Width()),
+                 static_cast<int>(at.Height()), SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void PlaylistWindow::OnMoving(RECT& r) {
     RECT o;
     GetWindowRect(owner_, &o);
     const int snap = Scaled(kSnapPixels, dpi_);
-    docked_ = std::abs(r.left - o.right) <= snap && std::abs(r.top - o.top) <= snap;
-    if (docked_) OffsetRect(&r, o.right - r.left, o.top - r.top);
+    const bool right = std::abs(r.left - o.right) <= snap && std::abs(r.top - o.top) <= snap;
+    const bool below = std::abs(r.left - o.left) <= snap && std::abs(r.top - o.bottom) <= snap;
+    dock_ = right ? ListDock::Right : below ? ListDock::Below : ListDock::None;
+    if (right) OffsetRect(&r, o.right - r.left, o.top - r.top);
+    if (below) OffsetRect(&r, o.left - r.left, o.bottom - r.top);
 }
 
 void PlaylistWindow::OnContextMenu(int x, int y) {
@@ -171,16 +177,10 @@ void PlaylistWindow::OnContextMenu(int x, int y) {
     TrackMenu(hwnd_, commands_->PlaylistMenu(), x, y);
 }
 
-void PlaylistWindow::Restore(const std::optional<WindowRect>& kept) {
-    if (!kept) {
-        FollowOwner();
-        return;
-    }
-    RECT o;
-    GetWindowRect(owner_, &o);
-    docked_ = kept->left == o.right && kept->top == o.top;
-    MoveToKeptPlace(hwnd_, *kept);
-    if (docked_) FollowOwner();
+void PlaylistWindow::Restore(const std::optional<WindowRect>& kept, ListDock dock) {
+    dock_ = dock;
+    if (kept) MoveToKeptPlace(hwnd_, *kept);
+    FollowOwner();
 }
 
 WindowRect PlaylistWindow::Place() const {

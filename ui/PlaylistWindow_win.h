@@ -1,6 +1,6 @@
 #pragma once
 // The playlist window "《Lumora》文件列表": one line an entry, docked to the main window's right
-// edge until the user drags it away, with its pop-up menu (play, remove, move, search).
+// or bottom edge until the user drags it away, with its pop-up menu (play, remove, move, search).
 #include <windows.h>
 
 #include <optional>
@@ -39,9 +39,9 @@ public:
     void Toggle();
     // Follows the main window while docked.
     void FollowOwner();
-    // A kept place (in pixels) puts the window there, docked only where it is at the owner's edge;
-    // without one it docks.
-    void Restore(const std::optional<WindowRect>& kept);
+    // A kept place (in pixels) gives the window its size and, undocked, its place; `dock` (StartListDock)
+    // the edge it docks to.
+    void Restore(const std::optional<WindowRect>& kept, ListDock dock);
     WindowRect Place() const;
 
     LRESULT OnMessage(UINT msg, WPARAM wp, LPARAM lp);
@@ -55,7 +55,7 @@ private:
     HWND owner_ = nullptr;
     HWND lines_ = nullptr;
     HWND infoTip_ = nullptr;
-    bool docked_ = true;
+    ListDock dock_ = ListDock::Right;
     int dpi_ = 96;  // the DPI its font and sizes are for
 };
 

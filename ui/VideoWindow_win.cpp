@@ -170,6 +170,13 @@ LRESULT VideoWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
             EndPaint(hwnd_, &ps);
             return 0;
         }
+        case WM_SYSCOMMAND:
+            // In front (full screen), it is the window the screen saver asks: refused as the main window does.
+            if (refuseScreenSaver &&
+                ((wp & 0xFFF0) == SC_SCREENSAVE || ((wp & 0xFFF0) == SC_MONITORPOWER && lp != -1))) {
+                return 0;
+            }
+            break;
         case WM_CLOSE:
             LeaveFullScreen();
             if (onClose) onClose();

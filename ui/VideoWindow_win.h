@@ -34,6 +34,8 @@ public:
     std::function<void(long width, long height)> onResize;
     // Called when the user closes the window (it only hides).
     std::function<void()> onClose;
+    // While set, the screen saver's and the display power-off's system commands are refused.
+    bool refuseScreenSaver = false;
 
     LRESULT OnMessage(UINT msg, WPARAM wp, LPARAM lp);
 

@@ -193,6 +193,22 @@ TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsCloseThenTheDefaultList) {
 
 // Twenty files selected in Explorer and opened: twenty starts at once, each with one file, given in no
 // particular order. One window takes them all as one queue, in name order, and plays the first.
+// The "倒制" button and the time label's mode are kept the moment they change (the process is then killed,
+// not closed), and the next start shows them; "ListWindowPlace" 2 docks the list under the main window.
+TEST_F(LumoraE2E, ButtonsKeepTheirOptionsAtOnceAndTheListDocksBelow) {
+    StoreOption("ListWindowPlace", "2");
+    ASSERT_TRUE(lumora_.Start(""));
+    Click(lumora_.main, IDC_MAIN_DECODER_WORKAROUND);
+    Click(lumora_.main, IDC_MAIN_TIME_MODE);
+    EXPECT_TRUE(WaitFor([] { return ReadOption("L55") == "1" && ReadOption("L58") == "1"; }));
+    RECT m, l;
+    EXPECT_TRUE(GetWindowRect(lumora_.main, &m) && GetWindowRect(lumora_.list, &l) && l.top == m.bottom &&
+                l.left == m.left);
+    lumora_.process.Kill();
+    ASSERT_TRUE(lumora_.Start(""));
+    EXPECT_TRUE(Shows(lumora_.main, IDC_MAIN_TIME_MODE, "←"));
+}
+
 TEST_F(LumoraE2E, TwentyStartsTogetherFillOneQueueInNameOrder) {
     const std::string mp3 = test::MpegFrames(400);
     std::vector<std::string> names, lines;

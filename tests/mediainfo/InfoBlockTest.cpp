@@ -167,6 +167,25 @@ std::string Written(const Id3v1Tag& tag) { return BuildInfoBlockBytes(tag, "").v
 
 using Tails = std::tuple<std::size_t, std::optional<std::size_t>, std::optional<std::size_t>, std::optional<std::size_t>>;
 
+// "纠错": what other programs leave in a tag or a lyrics block and shows as garbage goes, only when asked. A
+// field ends at its first zero byte; control characters, a half Chinese character cut by the field's end and
+// blanks (full-width too) around it go; lyrics keep their line breaks.
+TEST(Id3v1, RepairTakesOutWhatShowsAsGarbageOnlyWhenAsked) {
+    const auto pad = [](std::string s, std::size_t n, char c) { return s.resize(n, c), s; };
+    const std::string tag = "TAG" + pad(Gbk("歌名") + std::string("\0left", 5), 30, '\0') +
+                            pad("\x01mix\x1F", 30, ' ') + std::string(29, 'a') + "\xB8" +
+                            pad("2005x" + Gbk("　"), 34, '\0') + "\x0C";
+    const std::string a29(29, 'a');
+    EXPECT_EQ(ParseId3v1Tag(kAudio + tag), (Id3v1Tag{"歌名left", "\x01mix\x1F", a29 + "\xEF\xBF\xBD", "2005", "x　"}));
+    EXPECT_EQ(ParseId3v1Tag(kAudio + tag, true), (Id3v1Tag{"歌名", "mix", a29, "2005", "x"}));
+    test::FakeFileSystem fs;
+    fs.files[kPath] = kAudio;
+    ASSERT_EQ(WriteInfoBlock(fs, kPath, {}, BuildLyricsField("[00:01]a\x01z\r\n[00:02]c\x7F")),
+              InfoWriteResult::Written);
+    EXPECT_EQ(ReadMediaInfo(fs, kPath, true)->lyrics + "|" + ReadEmbeddedLyrics(fs, kPath).value(),
+              "[00:01]az\r\n[00:02]c|[00:01]a\x01z\r\n[00:02]c\x7F");
+}
+
 TEST(LocateTrailingTags, EndsTheAudioAtTheFirstTagBehindItWhichTheTagLineAndListTipShow) {
     const std::string& tag = kForeignTag;
     const std::string lyrics3v2 = "LYRICSBEGININD0000210000021LYRICS200";  // IND "10", size 21

@@ -66,20 +66,38 @@ public:
     Lines shown;
 };
 
-TEST_F(LyricsLookupTest, DisplayShowsOnlyChanges) {
+TEST_F(LyricsLookupTest, DisplayShowsOnlyChangesAtThePlayedTimeMovedByTheOffset) {
     RecordingLyricsView view;
-    LyricsDisplay display(fs, view);
+    SettingsStore settings;
+    LyricsDisplay display(fs, view, settings);
     fs.files["D:\\音乐\\歌.lrc"] = "[00:00]\n[00:10]一\n[00:20]二三四";
     EXPECT_TRUE(display.Load(kMedia));
-    for (long long at : {5, 6, 12, -1}) display.Tick(at);
+    for (long long at : {5000, 6000, 12000, -1}) display.Tick(at);
     EXPECT_EQ(view.shown, (Lines{"|", "|一", "一|二三四"}));
     display.SetLineByteLimit(4);
-    display.Tick(25);
+    display.Tick(25000);
     EXPECT_EQ(view.shown.back(), "二三\r\n四|二三\r\n四");
     fs.files.erase("D:\\音乐\\歌.lrc");
     EXPECT_FALSE(display.Load(kMedia));
-    display.Tick(30);
+    display.Tick(30000);
     EXPECT_EQ(view.shown.back(), "|");
+
+    // The offset (half seconds, positive earlier) is read at every tick, the timing correction at every load:
+    // with it, [00:10] is at 12 s and [01:30] at 108 s.
+    fs.files["D:\\音乐\\歌.lrc"] = "[00:00]\n[00:10]一\n[01:30]二";
+    const std::tuple<const char*, const char*, long long, const char*> cases[] = {
+        {"2", "0", 9000, "一"},   {"1", "0", 9000, ""},    {"-2", "0", 10999, ""},
+        {"-2", "0", 11000, "一"}, {"0", "1", 90000, "一"}, {"0", "1", 108000, "二"},
+    };
+    for (const auto& [offset, correction, at, first] : cases) {
+        settings.SetText("L61", offset);
+        settings.SetText("LyricsTimingCorrection", correction);
+        view.shown.clear();
+        display.Load(kMedia);
+        display.Tick(at);
+        EXPECT_EQ(view.shown.back().substr(0, view.shown.back().find('|')), first)
+            << offset << "/" << correction << "/" << at;
+    }
 }
 
 TEST(LyricsLook, SavedValuesLoadBackBadOnesKeepTheDefaultsAndThePictureChooserStoresTheChoice) {

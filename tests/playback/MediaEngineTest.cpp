@@ -74,7 +74,6 @@ TEST(MediaEngine, OpenDispatchByEndingAndInstalledControls) {
         {"D:\\a.mp3", true, true, true, OpenResult::ForDecoder1, MediaKind::None, ""},
         {"D:\\a.mp1", true, true, true, OpenResult::ForDecoder1, MediaKind::None, ""},
         {"D:\\a.mp3", false, true, true, OpenResult::Playing, MediaKind::Mci, "MPEGVideo"},
-        {"D:\\v.AVI", false, true, true, OpenResult::Playing, MediaKind::Mci, "AviVideo"},
         {"D:\\m.mid", false, true, true, OpenResult::Playing, MediaKind::Mci, "Sequencer"},
         {"D:\\avi", false, true, true, OpenResult::Playing, MediaKind::Mci, "MPEGVideo"},
         {"D:\\t.cda", false, true, true, OpenResult::CdTrack, MediaKind::None, ""},
@@ -100,18 +99,44 @@ TEST(MediaEngine, OpenDispatchByEndingAndInstalledControls) {
     RecordingMci mci;
     MediaEngine without(mci);  // no controls at all
     EXPECT_EQ(without.OpenDispatch("D:\\a.swf", 7, false), OpenResult::CannotPlay);
-    // An AVI the AVI device cannot decode goes to the MPEG device, through the system's media filters.
-    const auto open = [](const char* type) {
-        return "open C:\\SHORT~1\\v.avi type " + std::string(type) + " Alias movie1 parent 7 Style " + std::string(kChildStyle);
-    };
-    mci.errors[open("AviVideo")] = 275;
-    EXPECT_EQ(without.OpenDispatch("D:\\v.avi", 7, false), OpenResult::Playing);
-    EXPECT_NE(std::find(mci.sent.begin(), mci.sent.end(), open("MPEGVideo")), mci.sent.end());
-    mci.errors[open("MPEGVideo")] = 275;
-    EXPECT_EQ(without.OpenDispatch("D:\\v.avi", 7, false), OpenResult::CannotPlay);
     mci.errors = {{"play movie1 from 0 to 10001", 263}};
     EXPECT_EQ(without.OpenDispatch("D:\\v.avi", 7, false), OpenResult::CannotPlay);
     EXPECT_EQ(without.OpenDispatch("D:\\m.mid", 7, false), OpenResult::CannotPlay);
+}
+
+// AVI and Windows Media video try their players in turn while one refuses; "解码倒制" (asked at every open)
+// puts the MPEG device, the system's filters, first. Other files open as always.
+TEST(MediaEngine, VideoTriesItsPlayersInTurnTheSystemsFiltersFirstWithTheDecoderWorkaround) {
+    // The path, "解码倒制", the device types that refuse, the types tried in order, the kind playing (None: cannot).
+    const std::tuple<const char*, bool, Lines, Lines, MediaKind> cases[] = {
+        {"D:\\v.AVI", false, {}, {"AviVideo"}, MediaKind::Mci},
+        {"D:\\v.avi", false, {"AviVideo"}, {"AviVideo", "MPEGVideo"}, MediaKind::Mci},
+        {"D:\\v.avi", true, {}, {"MPEGVideo"}, MediaKind::Mci},
+        {"D:\\v.avi", true, {"MPEGVideo", "AviVideo"}, {"MPEGVideo", "AviVideo"}, MediaKind::None},
+        {"D:\\v.wmv", false, {}, {}, MediaKind::MediaPlayer},
+        {"D:\\v.WMV", true, {}, {"MPEGVideo"}, MediaKind::Mci},
+        {"D:\\v.asf", true, {"MPEGVideo"}, {"MPEGVideo"}, MediaKind::MediaPlayer},
+        {"D:\\a.wma", true, {}, {}, MediaKind::MediaPlayer},
+    };
+    for (const auto& [path, filtersFirst, refusing, tried, kind] : cases) {
+        RecordingMci mci;
+        for (const auto& type : refusing) {
+            mci.errors["open C:\\SHORT~1\\" + std::string(path).substr(3) + " type " + type +
+                       " Alias movie1 parent 7 Style " + std::string(kChildStyle)] = 275;
+        }
+        FakeControls controls(true, true);
+        MediaEngine e(mci);
+        e.SetControls(&controls);
+        EngineDecoder decoder(e, 7);
+        decoder.SetFiltersFirst([&] { return filtersFirst; });
+        EXPECT_EQ(decoder.Open(path), kind != MediaKind::None) << path;
+        Lines types;
+        for (const auto& c : mci.sent) {
+            if (c.starts_with("open "))
+                types.push_back(c.substr(c.find(" type ") + 6, c.find(" Alias") - c.find(" type ") - 6));
+        }
+        EXPECT_EQ(std::pair(types, e.Kind()), std::pair(tried, kind)) << path << filtersFirst;
+    }
 }
 
 TEST(MediaEngine, VideoAfterOpening) {

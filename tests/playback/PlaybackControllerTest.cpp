@@ -5,6 +5,7 @@
 #include <set>
 
 #include "playback/PlaybackController.h"
+#include "playback/ScreenSaverGuard.h"
 #include "playback/TransportTexts.h"
 #include "playlist/QueueController.h"
 #include "settings/SettingsStore.h"
@@ -223,6 +224,9 @@ TEST(TransportTips, FollowTheQueueTheOptionsAndThePlayer) {
     const TransportTips tips = MakeTransportTips(r.settings, r.queue.Queue(), r.last, true);
     EXPECT_EQ(tips.modeLoop + tips.time, "设置播放方式-“单曲\\全部循环”。当前播放方式为：随机显示正在播放文件的剩余时间”。");
     EXPECT_EQ(tips.volume + tips.volumeLabel, "显示播放音量 -- 7  （0为MIN；20为MAX）音量显示（0为最小；20为最大）");
+    r.settings.SetText("L55", "1");  // the "倒制" button says whether it is on
+    EXPECT_TRUE(
+        MakeTransportTips(r.settings, r.queue.Queue(), r.last, true).decoderWorkaround.ends_with("当前：已启用"));
     const TransportTips none = MakeTransportTips(r.settings, PlayQueue{}, PlaybackTexts{}, false);
     EXPECT_EQ(none.previous + none.back + none.modeNormal + none.time,
               "现在无文件播放无法后退设置播放方式-“正常”。当前播放方式为：正常“显示正在播放时间”。");
@@ -254,6 +258,33 @@ TEST(PlaybackController, WhatDecoder1RefusesGoesToDecoder2) {
     r.player.PlayEntry(1);
     EXPECT_EQ(r.audio.opened.size() + r.decoder.opened.size(), 2u);
     EXPECT_EQ(r.last.playCaption, "暂停");
+}
+
+// The time label's mode of the last run, at start.
+TEST(PlaybackController, TimeModeOfTheLastRun) {
+    Rig r(1);
+    r.settings.SetText("L58", "1");
+    r.player.RestoreTimeMode();
+    EXPECT_EQ(r.last.timeMode + std::to_string(r.player.ShowsRemaining()), "←1");
+}
+
+struct RecordingPower : DisplayPower {
+    void KeepDisplayOn(bool on) override { told.push_back(on); }
+    std::vector<bool> told;
+};
+
+// "L50": the display stays on only while a file plays; the port hears only changes, and the option counts from
+// the next update, also while playing.
+TEST(ScreenSaverGuard, KeepsTheDisplayOnWhilePlayingWithL50) {
+    SettingsStore settings;
+    RecordingPower power;
+    ScreenSaverGuard guard(settings, power);
+    for (const auto& [l50, playing] :
+         {std::pair{"1", false}, {"1", true}, {"1", true}, {"1", false}, {"0", true}, {"1", true}, {"", true}}) {
+        settings.SetText("L50", l50);
+        guard.Update(playing);
+    }
+    EXPECT_EQ(power.told, (std::vector<bool>{true, false, true, false}));
 }
 
 }  // namespace

@@ -41,6 +41,7 @@ struct LoadCase {
     std::string name, stored, loaded;
 };
 
+// clang-format off
 const std::vector<LoadCase> kLoadCases = {
     // Ranges: kept inside the closed range, the default outside it.
     {"L1", "0", "5"}, {"L1", "121", "5"}, {"L1", "120", "120"}, {"L1", "1", "1"}, {"L2", "0", "5"}, {"L30", "101", "15"},
@@ -61,7 +62,11 @@ const std::vector<LoadCase> kLoadCases = {
     {"MovTOP", "0", "0"}, {"MovH", "800", ""}, {"MovH", "801", "801"}, {"MovW", "15360", ""}, {"L1F", "red", "0"},
     // The song menu's bounds: the upper one (above 32, below 1000) first, then the lower one below it.
     {"L42", "32", "130"}, {"L42", "999", "999"}, {"L42", "1000", "130"}, {"L41", "999", "32"},
+    // Beside the dialog's options.
+    {"ListWindowPlace", "1", "1"}, {"ListWindowPlace", "2", "2"}, {"ListWindowPlace", "3", "0"},
+    {"LyricsTimingCorrection", "2", "0"},
 };
+// clang-format on
 
 TEST(Settings, LoadValidatesEachValueAndSaveWritesPlainNumbersAndThePath) {
     for (const auto& c : kLoadCases) {
@@ -88,6 +93,15 @@ TEST(Settings, LoadValidatesEachValueAndSaveWritesPlainNumbersAndThePath) {
     EXPECT_EQ(f.reg.Find(RegistryRoot::CurrentUser, kPlayer, "TavrinPlayer")->data, "");
     EXPECT_EQ(f.reg.Find(RegistryRoot::CurrentUser, kPlayer, "路径")->data, "C:\\L");
     EXPECT_EQ(f.reg.Find(RegistryRoot::CurrentUser, kSetup, "TOP"), nullptr);
+    // A window's own option ("倒制", the time label's mode) is kept at once, alone; a refused one is not taken.
+    Fixture n;
+    ASSERT_TRUE(WriteOptionNow(n.store, n.wrapper, "L55", "1") && n.store.Text("L55") == "1");
+    const auto& setup = n.reg.keys.at({RegistryRoot::CurrentUser, kSetup});
+    EXPECT_EQ(std::tuple(setup.size(), setup.at("L55").data), std::tuple(size_t{1}, std::string("1")));
+    n.reg.failWith = 5;
+    EXPECT_FALSE(WriteOptionNow(n.store, n.wrapper, "L58", "1") ||
+                 WriteOptionNow(n.store, n.wrapper, "NoSuchOption", "1"));
+    EXPECT_EQ(n.store.Text("L58"), "0");
 }
 
 TEST(RegistryWrapper, WritesCodePage936BytesAsBinaryReadsEveryTypeAndShowsFailures) {
@@ -220,6 +234,20 @@ TEST(WindowPlacement, KeptPlacesAndTheirValues) {
     EXPECT_EQ(PlaceValues(kMainWindowPlace, {144, 0, 500, 300}, {144, 96}), (Values{{"LEFT", "1440"}, {"TOP", "0"}}));
     EXPECT_EQ(TwipsToPixels(PixelsToTwips(300, 120), 120), 300);
     EXPECT_EQ(PixelsToTwips(96, 0), 1440);  // a screen that tells no DPI counts as 96
+
+    // The list window at start ("ListWindowPlace"): docked right or below, or where it was kept.
+    const WindowRect owner{100, 100, 560, 400}, right{560, 100, 1020, 400}, below{100, 400, 560, 700},
+        away{100, 100, 109, 109};
+    for (const auto& [option, kept, dock] : {std::tuple{1, away, ListDock::Right},
+                                             {2, right, ListDock::Below},
+                                             {0, away, ListDock::None},
+                                             {0, right, ListDock::Right},
+                                             {0, below, ListDock::Below}}) {
+        EXPECT_EQ(StartListDock(option, kept, owner), dock) << option;
+    }
+    EXPECT_EQ(StartListDock(0, std::nullopt, owner), ListDock::Right);
+    EXPECT_EQ(DockedListPlace(ListDock::Right, owner, below), right);
+    EXPECT_EQ(DockedListPlace(ListDock::Below, owner, right), below);
 }
 
 // A portable copy keeps its options in a file beside it: the next start (on any machine) loads what this
