@@ -131,7 +131,8 @@ std::vector<std::string> FileTypeItems() {
 IconChoice ParseIconText(std::string_view text) {
     const size_t comma = text.rfind(',');
     if (comma == std::string_view::npos) return {std::string(text), 0};
-    return {std::string(text.substr(0, comma)), std::atoi(std::string(text.substr(comma + 1)).c_str())};
+    // Other programs often quote the file.
+    return {std::string(Trim(text.substr(0, comma), "\"")), std::atoi(std::string(text.substr(comma + 1)).c_str())};
 }
 
 FileTypeRegistrar::FileTypeRegistrar(RegistryWrapper& registry, std::string programPath)

@@ -95,7 +95,7 @@ void FileTypesPage::OnInit(HWND page) {
     const struct {
         const wchar_t* caption;
         int width;
-    } columns[] = {{L"扩展名", 40}, {L"说明", 118}, {L"状态", 40}, {L"图标文件", 80}, {L"图标序列", 30}};
+    } columns[] = {{L"扩展名", 36}, {L"说明", 112}, {L"状态", 34}, {L"图标文件", 84}, {L"图标序列", 34}};
     for (int i = 0; i < static_cast<int>(std::size(columns)); ++i) {
         LVCOLUMNW column{};
         column.mask = LVCF_TEXT | LVCF_WIDTH;

@@ -103,7 +103,12 @@ void IconChooser::OnInit() {
     SetWindowTextW(hwnd_, Widen(kIconChooserTitle).c_str());
     AddFile(SystemIconLibrary());
     AddFile(programPath_);
-    ShowFile(AddFile(initial_.file.empty() ? programPath_ : initial_.file), initial_.index);
+    // The program's own icon is where everyone starts: the system's library is offered instead.
+    if (initial_.file.empty() || EqualsIgnoringAsciiCase(initial_.file, programPath_)) {
+        ShowFile(0, -1);
+    } else {
+        ShowFile(AddFile(initial_.file), initial_.index);
+    }
 }
 
 INT_PTR IconChooser::OnDialogMessage(UINT msg, WPARAM wp, LPARAM lp) {

@@ -1,8 +1,9 @@
 #pragma once
 // The icon chooser: the icons of an icon file, a program or a library, the system's icon library offered
 // first, and the chosen one's position as "图标序列：".
-#include <commctrl.h>
 #include <windows.h>
+// After windows.h, which it needs.
+#include <commctrl.h>
 
 #include <optional>
 #include <string>
