@@ -177,10 +177,15 @@ bool FileTypeRegistrar::RemoveFileType(std::string_view item) {
     const std::string key = Key(extension);
     const std::string handlerName = Handler(extension);
     if (const auto listing = registry_.ListKey(key)) {
-        // Without a saved handler ("Error"), the default is left empty.
+        // Without a saved handler ("Error"), the default is left empty. A saved empty one means the key had
+        // no handler of its own: the default goes, so that the machine's handler shows through again.
         const RegistryReadResult saved = registry_.ReadValueQuietly(key, kBackupValue);
+        const bool hadNone =
+            saved.error == regerr::kSuccess && saved.text.empty() && Holds(listing->values, kBackupValue);
         const std::string restored = saved.error == regerr::kSuccess ? saved.text : std::string();
-        if (!registry_.WriteString(key, "", restored)) return false;
+        if (hadNone ? Holds(listing->values, "") && !registry_.DeleteValue(key, "")
+                    : !registry_.WriteString(key, "", restored))
+            return false;
         if (Holds(listing->values, kBackupValue) && !registry_.DeleteValue(key, kBackupValue)) return false;
         const std::string openWith = key + std::string(kOpenWith);
         if (const auto programs = registry_.ListKey(openWith); programs && Holds(programs->values, handlerName)) {

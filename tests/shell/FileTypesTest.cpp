@@ -87,6 +87,7 @@ TEST_F(FileTypeRegistrarTest, RemovalLeavesTheUsersClassesAsBefore) {
     } cases[] = {
         {"no key", {}, false, false, "<none>"},
         {"foreign handler", {{"", "Foreign.mp3"}, {"Content Type", "audio/mpeg"}}, true, false, "Foreign.mp3"},
+        {"no default", {{"Content Type", "audio/mpeg"}}, true, false, "<none>"},
         {"no saved handler", {{"Content Type", "audio/mpeg"}}, true, true, ""},
     };
     for (const auto& c : cases) {
