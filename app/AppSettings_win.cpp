@@ -6,9 +6,11 @@
 #include "app/Version.h"
 #include "platform/FileSystem_win.h"
 #include "platform/ProcessRunner_win.h"
+#include "platform/ShellNotifier_win.h"
 #include "settings/OptionNames.h"
 #include "settings/RegistryWrapper.h"
 #include "settings/SettingsBackup.h"
+#include "ui/FileTypePages_win.h"
 #include "ui/OptionPages_win.h"
 #include "ui/Prompts_win.h"
 #include "ui/SettingsDialog_win.h"
@@ -20,6 +22,14 @@ void App::OpenSettings(SettingsPageChoice page) {
     SettingsStore edited = settings_;
     std::vector<std::unique_ptr<SettingsPage>> pages = MakeOptionPages(edited);
     const int fileTypesPage = static_cast<int>(pages.size());
+    // File types go to the machine's own registry for the user, a portable copy's too: the shell reads
+    // nothing else. The pages' boxes belong to the dialog.
+    WinPrompts pagePrompts;
+    WinShellNotifier notifier;
+    const std::string exe = ProgramPath();
+    pages.push_back(std::make_unique<FileTypesPage>(services_.systemRegistry, pagePrompts, exe, notifier));
+    pages.push_back(std::make_unique<FileIconPage>(services_.systemRegistry, pagePrompts, exe, notifier));
+    pages.push_back(std::make_unique<ShellMenuPage>(services_.systemRegistry, pagePrompts, exe, notifier));
     ToolActions tools;
     tools.backup = [this](HWND owner) {
         WinPrompts prompts(owner);
@@ -42,7 +52,7 @@ void App::OpenSettings(SettingsPageChoice page) {
     tools.inspectSoundCard = [](HWND owner) { ShowSoundCardInspector(owner); };
     pages.push_back(MakeToolsPage(std::move(tools)));
     SettingsDialog dialog(std::move(pages), page == SettingsPageChoice::FileTypes ? fileTypesPage : 0);
-    if (!dialog.Run(window_.Handle())) return;
+    if (!dialog.Run(window_.Handle(), [&](HWND open) { pagePrompts.SetOwner(open); })) return;
     // A failed save has told the user why; the options in use stay as they were.
     if (!SaveSettings(edited, services_.registry, kVersionText, ProgramFolder())) return;
     settings_ = edited;

@@ -226,16 +226,26 @@ std::string WinFileSystem::UserDataFolder() {
     return CreateFolder(folder) ? folder : std::string();
 }
 
-std::string ProgramFolder() {
+namespace {
+
+std::wstring ModulePath() {
     std::wstring path(MAX_PATH, L'\0');
     for (;;) {
         const DWORD n = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
         if (n < path.size()) {
             path.resize(n);
-            break;
+            return path;
         }
         path.resize(path.size() * 2);
     }
+}
+
+}  // namespace
+
+std::string ProgramPath() { return Narrow(ModulePath()); }
+
+std::string ProgramFolder() {
+    const std::wstring path = ModulePath();
     const size_t slash = path.find_last_of(L"\\/");
     return StripTrailingSlash(slash == std::wstring::npos ? std::wstring() : path.substr(0, slash));
 }

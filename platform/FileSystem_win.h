@@ -31,5 +31,7 @@ private:
 
 // The folder of the running program, without a trailing "\".
 std::string ProgramFolder();
+// Lumora.exe's full path.
+std::string ProgramPath();
 
 }  // namespace lumora

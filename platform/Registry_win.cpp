@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <vector>
 
 #include "platform/WinText_win.h"
@@ -89,6 +90,41 @@ long WinRegistry::WriteText(RegistryRoot root, const std::string& subKey, const 
     const std::wstring text = Widen(utf8);
     return RegSetValueExW(key.get(), Widen(name).c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
                           static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
+}
+
+long WinRegistry::WriteNumber(RegistryRoot root, const std::string& subKey, const std::string& name,
+                              std::uint32_t number) {
+    Key key;
+    if (long rc = key.Open(root, subKey, KEY_WRITE); rc != ERROR_SUCCESS) return rc;
+    const DWORD n = number;
+    return RegSetValueExW(key.get(), Widen(name).c_str(), 0, REG_DWORD, reinterpret_cast<const BYTE*>(&n), sizeof n);
+}
+
+long WinRegistry::ListKey(RegistryRoot root, const std::string& subKey, KeyListing& listing) {
+    Key key;
+    if (long rc = key.Open(root, subKey, KEY_READ); rc != ERROR_SUCCESS) return rc;
+    DWORD maxKey = 0, maxValue = 0;
+    if (long rc = RegQueryInfoKeyW(key.get(), nullptr, nullptr, nullptr, nullptr, &maxKey, nullptr, nullptr, &maxValue,
+                                   nullptr, nullptr, nullptr);
+        rc != ERROR_SUCCESS)
+        return rc;
+    listing = {};
+    std::wstring name(std::max(maxKey, maxValue) + 1, L'\0');
+    for (DWORD i = 0;; ++i) {
+        DWORD len = static_cast<DWORD>(name.size());
+        const long rc = RegEnumKeyExW(key.get(), i, name.data(), &len, nullptr, nullptr, nullptr, nullptr);
+        if (rc == ERROR_NO_MORE_ITEMS) break;
+        if (rc != ERROR_SUCCESS) return rc;
+        listing.subKeys.push_back(Narrow(std::wstring_view(name.data(), len)));
+    }
+    for (DWORD i = 0;; ++i) {
+        DWORD len = static_cast<DWORD>(name.size());
+        const long rc = RegEnumValueW(key.get(), i, name.data(), &len, nullptr, nullptr, nullptr, nullptr);
+        if (rc == ERROR_NO_MORE_ITEMS) break;
+        if (rc != ERROR_SUCCESS) return rc;
+        listing.values.push_back(Narrow(std::wstring_view(name.data(), len)));
+    }
+    return ERROR_SUCCESS;
 }
 
 long WinRegistry::Read(RegistryRoot root, const std::string& subKey, const std::string& name, RegistryValue& value) {

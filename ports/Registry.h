@@ -2,8 +2,10 @@
 // Port: the raw registry, one call per Win32 operation. Results are Win32 error numbers
 // (0 = success), the same numbers on every Windows version, so the texts the user sees
 // are chosen in portable code.
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace lumora {
 
@@ -32,6 +34,13 @@ struct RegistryValue {
     Kind kind = Kind::Binary;
     // Binary and Other: the stored bytes. Text: UTF-8. Number: decimal text of a DWORD.
     std::string data;
+    bool operator==(const RegistryValue&) const = default;
+};
+
+// What a key holds: the names of its direct sub-keys and of its values (the default value as "").
+struct KeyListing {
+    std::vector<std::string> subKeys;
+    std::vector<std::string> values;
 };
 
 class Registry {
@@ -44,7 +53,12 @@ public:
     // A string value (REG_SZ), for registrations that other programs read as text.
     virtual long WriteText(RegistryRoot root, const std::string& subKey, const std::string& name,
                            std::string_view utf8) = 0;
+    // A number value (REG_DWORD), for registrations the shell reads as flags.
+    virtual long WriteNumber(RegistryRoot root, const std::string& subKey, const std::string& name,
+                             std::uint32_t number) = 0;
     virtual long Read(RegistryRoot root, const std::string& subKey, const std::string& name, RegistryValue& value) = 0;
+    // What the key holds, so that a caller can remove a key it emptied and keep one that holds more.
+    virtual long ListKey(RegistryRoot root, const std::string& subKey, KeyListing& listing) = 0;
     virtual long DeleteValue(RegistryRoot root, const std::string& subKey, const std::string& name) = 0;
     // Deletes the key with everything below it, children first.
     virtual long DeleteKey(RegistryRoot root, const std::string& subKey) = 0;

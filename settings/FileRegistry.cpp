@@ -134,6 +134,11 @@ long FileRegistry::WriteText(RegistryRoot root, const std::string& subKey, const
     return Write(root, subKey, name, {RegistryValue::Kind::Text, std::string(utf8)});
 }
 
+long FileRegistry::WriteNumber(RegistryRoot root, const std::string& subKey, const std::string& name,
+                               std::uint32_t number) {
+    return Write(root, subKey, name, {RegistryValue::Kind::Number, std::to_string(number)});
+}
+
 long FileRegistry::Write(RegistryRoot root, const std::string& subKey, const std::string& name, RegistryValue value) {
     if (HasLineBreak(name)) return regerr::kInvalidParameter;
     if (!Reload()) return regerr::kAccessDenied;
@@ -158,6 +163,27 @@ long FileRegistry::Read(RegistryRoot root, const std::string& subKey, const std:
         if (SameName(n, name)) return value = v, regerr::kSuccess;
     }
     return regerr::kFileNotFound;
+}
+
+long FileRegistry::ListKey(RegistryRoot root, const std::string& subKey, KeyListing& listing) {
+    const std::string path = FullPath(root, subKey);
+    listing = {};
+    bool found = false;
+    for (const Key& key : keys_) {
+        if (!Within(key.path, path)) continue;
+        found = true;
+        if (key.path.size() == path.size()) {
+            for (const auto& value : key.values) listing.values.push_back(value.first);
+            continue;
+        }
+        // A key made as "A\B\C" holds "A\B" too: the child is the next name down.
+        const std::string_view below = std::string_view(key.path).substr(path.size() + 1);
+        const std::string child(below.substr(0, below.find('\\')));
+        if (std::none_of(listing.subKeys.begin(), listing.subKeys.end(),
+                         [&](const auto& k) { return SameName(k, child); }))
+            listing.subKeys.push_back(child);
+    }
+    return found ? regerr::kSuccess : regerr::kFileNotFound;
 }
 
 long FileRegistry::DeleteValue(RegistryRoot root, const std::string& subKey, const std::string& name) {

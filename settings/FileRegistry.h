@@ -29,7 +29,10 @@ public:
                      std::string_view bytes) override;
     long WriteText(RegistryRoot root, const std::string& subKey, const std::string& name,
                    std::string_view utf8) override;
+    long WriteNumber(RegistryRoot root, const std::string& subKey, const std::string& name,
+                     std::uint32_t number) override;
     long Read(RegistryRoot root, const std::string& subKey, const std::string& name, RegistryValue& value) override;
+    long ListKey(RegistryRoot root, const std::string& subKey, KeyListing& listing) override;
     long DeleteValue(RegistryRoot root, const std::string& subKey, const std::string& name) override;
     long DeleteKey(RegistryRoot root, const std::string& subKey) override;
 

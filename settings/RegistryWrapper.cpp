@@ -94,6 +94,13 @@ bool RegistryWrapper::WriteString(std::string_view fullPath, std::string_view na
     return rc == regerr::kSuccess || Fail(rc, kValueErrorTitle);
 }
 
+bool RegistryWrapper::WriteNumber(std::string_view fullPath, std::string_view name, std::uint32_t number) {
+    const auto path = SplitKeyPath(fullPath);
+    if (!path) return Fail(regerr::kBadKey, kValueErrorTitle);
+    const long rc = registry_.WriteNumber(path->root, path->subKey, std::string(name), number);
+    return rc == regerr::kSuccess || Fail(rc, kValueErrorTitle);
+}
+
 RegistryReadResult RegistryWrapper::ReadValueQuietly(std::string_view fullPath, std::string_view name) {
     const auto path = SplitKeyPath(fullPath);
     if (!path) return {regerr::kBadKey, {}};
@@ -114,6 +121,13 @@ std::string RegistryWrapper::ReadValue(std::string_view fullPath, std::string_vi
     auto result = ReadValueQuietly(fullPath, name);
     if (result.error != regerr::kSuccess) Fail(result.error, kValueErrorTitle);
     return std::move(result.text);
+}
+
+std::optional<KeyListing> RegistryWrapper::ListKey(std::string_view fullPath) {
+    const auto path = SplitKeyPath(fullPath);
+    KeyListing listing;
+    if (!path || registry_.ListKey(path->root, path->subKey, listing) != regerr::kSuccess) return std::nullopt;
+    return listing;
 }
 
 bool RegistryWrapper::DeleteValue(std::string_view fullPath, std::string_view name) {

@@ -3,6 +3,7 @@
 // text such as "HKEY_LOCAL_MACHINE\SOFTWARE\Tavrinsoft", values kept as REG_BINARY holding
 // the text's code page 936 bytes with no terminator. Failures are shown to the user in a
 // message box and the operation is abandoned.
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -44,10 +45,14 @@ public:
     bool WriteValue(std::string_view fullPath, std::string_view name, std::string_view text);
     // A string value (REG_SZ) instead of the options' binary text: COM and the shell read these.
     bool WriteString(std::string_view fullPath, std::string_view name, std::string_view text);
+    // A number value (REG_DWORD): the shell's flags.
+    bool WriteNumber(std::string_view fullPath, std::string_view name, std::uint32_t number);
     // The value's text; empty when the key or the value is missing, or on a failure (reported).
     std::string ReadValue(std::string_view fullPath, std::string_view name);
     // As ReadValue, but tells the caller about a failure instead of showing it.
     RegistryReadResult ReadValueQuietly(std::string_view fullPath, std::string_view name);
+    // What the key holds; empty optional, quietly, when it is missing or cannot be read.
+    std::optional<KeyListing> ListKey(std::string_view fullPath);
     bool DeleteValue(std::string_view fullPath, std::string_view name);
     bool DeleteKey(std::string_view fullPath);
 

@@ -19,7 +19,14 @@ public:
                    std::string_view utf8) override {
         return system_.WriteText(root, subKey, name, utf8);
     }
+    long WriteNumber(RegistryRoot root, const std::string& subKey, const std::string& name,
+                     std::uint32_t number) override {
+        return system_.WriteNumber(root, subKey, name, number);
+    }
     long Read(RegistryRoot root, const std::string& subKey, const std::string& name, RegistryValue& value) override;
+    long ListKey(RegistryRoot root, const std::string& subKey, KeyListing& listing) override {
+        return system_.ListKey(root, subKey, listing);
+    }
     long DeleteValue(RegistryRoot root, const std::string& subKey, const std::string& name) override {
         return system_.DeleteValue(root, subKey, name);
     }

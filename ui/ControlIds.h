@@ -160,6 +160,30 @@ inline constexpr int IDC_SOUND_FUNCTIONS_HEADING = 1878;
 inline constexpr int IDC_SOUND_FUNCTIONS = 1879;
 inline constexpr int IDC_SOUND_AGAIN = 1880;  // runs the inspection again; IDCANCEL closes
 
+// The file-type, icon and context-menu pages: 1800-1849.
+inline constexpr char kFileTypesPageTitle[] = "文件类型注册";
+inline constexpr char kFileIconPageTitle[] = "注册文件图标设置";
+inline constexpr char kShellMenuPageTitle[] = "右键菜单设置";
+inline constexpr int IDC_FILETYPES_LIST = 1801;  // one row per extension, checked when Lumora opens it
+inline constexpr int IDC_FILETYPES_ALL = 1802;
+inline constexpr int IDC_FILETYPES_NONE = 1803;
+inline constexpr int IDC_FILETYPES_DEFAULT_APPS = 1804;  // hidden where the system has no Default Apps
+inline constexpr int IDC_FILEICON_PREVIEW = 1811;
+inline constexpr int IDC_FILEICON_FILE = 1812;
+inline constexpr int IDC_FILEICON_INDEX = 1813;
+inline constexpr int IDC_FILEICON_CHOOSE = 1814;
+inline constexpr int IDC_SHELLMENU_FOLDER = 1821;
+inline constexpr int IDC_SHELLMENU_FOLDER_NOTE = 1822;
+inline constexpr int IDC_SHELLMENU_DRIVE = 1823;
+inline constexpr int IDC_SHELLMENU_DRIVE_NOTE = 1824;
+
+// Icon chooser: 1850-1869.
+inline constexpr char kIconChooserTitle[] = "选择图标";
+inline constexpr int IDC_ICONS_FILE = 1851;  // the files offered, the system's icon library first
+inline constexpr int IDC_ICONS_BROWSE = 1852;
+inline constexpr int IDC_ICONS_LIST = 1853;  // one item per icon, its index as the item's data
+inline constexpr int IDC_ICONS_INDEX = 1854;
+
 // Splash window: 1300-1349.
 inline constexpr int IDC_SPLASH_OS = 1301;
 

@@ -94,6 +94,7 @@ void SettingsDialog::FitTabs() {
 
 void SettingsDialog::OnInit() {
     SetWindowTextW(hwnd_, Widen(kSettingsTitle).c_str());
+    if (onOpen_) onOpen_(hwnd_);
     HWND tabs = GetDlgItem(hwnd_, IDC_SET_TABS);
     for (size_t i = 0; i < pages_.size(); ++i) {
         std::wstring title = pages_[i]->Title();
@@ -178,7 +179,8 @@ INT_PTR SettingsDialog::OnDialogMessage(UINT msg, WPARAM wp, LPARAM lp) {
     return FALSE;
 }
 
-bool SettingsDialog::Run(HWND owner) {
+bool SettingsDialog::Run(HWND owner, const std::function<void(HWND)>& onOpen) {
+    onOpen_ = onOpen;
     constexpr short tabWidth = SettingsPage::kWidth + 2 * kTabFrame;
     constexpr short tabHeight = SettingsPage::kHeight + kTabHeader + 2 * kTabFrame;
     constexpr short width = tabWidth + 2 * kMargin;

@@ -4,6 +4,7 @@
 // "取消" and Esc leave everything as it was.
 #include <windows.h>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -17,8 +18,9 @@ public:
     SettingsDialog(std::vector<std::unique_ptr<SettingsPage>> pages, int firstPage);
     ~SettingsDialog();
 
-    // Modal over `owner`; true when every page confirmed.
-    bool Run(HWND owner);
+    // Modal over `owner`; true when every page confirmed. `onOpen` gets the dialog's window as it opens
+    // (the owner of the boxes its pages show).
+    bool Run(HWND owner, const std::function<void(HWND)>& onOpen = nullptr);
 
     INT_PTR OnDialogMessage(UINT msg, WPARAM wp, LPARAM lp);
 
@@ -36,6 +38,7 @@ private:
     std::vector<std::unique_ptr<PageHost>> hosts_;
     int current_ = 0;
     HHOOK hook_ = nullptr;
+    std::function<void(HWND)> onOpen_;
 };
 
 }  // namespace lumora

@@ -2,6 +2,7 @@
 // In-memory stand-ins for the ports, for unit tests of the portable code.
 #include <algorithm>
 #include <cctype>
+#include <cstdint>
 #include <deque>
 #include <map>
 #include <optional>
@@ -83,6 +84,9 @@ public:
     long WriteText(RegistryRoot root, const std::string& subKey, const std::string& name, std::string_view utf8) override {
         return Write(root, subKey, name, {RegistryValue::Kind::Text, std::string(utf8)});
     }
+    long WriteNumber(RegistryRoot root, const std::string& subKey, const std::string& name, std::uint32_t n) override {
+        return Write(root, subKey, name, {RegistryValue::Kind::Number, std::to_string(n)});
+    }
     long Write(RegistryRoot root, const std::string& subKey, const std::string& name, RegistryValue value) {
         log.push_back("write " + name);
         if (root == RegistryRoot::LocalMachine) return regerr::kAccessDenied;
@@ -98,6 +102,26 @@ public:
         if (!found) return regerr::kFileNotFound;
         value = *found;
         return regerr::kSuccess;
+    }
+    // A key made as "A\B" holds "A" too, as in the registry.
+    long ListKey(RegistryRoot root, const std::string& subKey, KeyListing& listing) override {
+        listing = {};
+        bool found = false;
+        for (const auto& [key, values] : keys) {
+            const std::string& path = key.second;
+            if (key.first != root || path.rfind(subKey, 0) != 0 ||
+                (path.size() > subKey.size() && path[subKey.size()] != '\\'))
+                continue;
+            found = true;
+            for (const auto& v : values)
+                if (path.size() == subKey.size()) listing.values.push_back(v.first);
+            if (path.size() > subKey.size())
+                listing.subKeys.push_back(
+                    path.substr(subKey.size() + 1, path.find('\\', subKey.size() + 1) - subKey.size() - 1));
+        }
+        std::sort(listing.subKeys.begin(), listing.subKeys.end());
+        listing.subKeys.erase(std::unique(listing.subKeys.begin(), listing.subKeys.end()), listing.subKeys.end());
+        return failWith ? failWith : found ? regerr::kSuccess : regerr::kFileNotFound;
     }
     long DeleteValue(RegistryRoot root, const std::string& subKey, const std::string& name) override {
         log.push_back("delete " + name);
