@@ -378,9 +378,9 @@ public:
                     return Answer(result, Brush(Colour(opt::kBalloonBackColour)));
                 }
                 if (id == IDC_SET_SONG_MENU_WARNING) {
-                    SetTextColor(dc, RGB(200, 0, 0));
-                    SetBkMode(dc, TRANSPARENT);
-                    return Answer(result, GetSysColorBrush(COLOR_BTNFACE));
+                    HBRUSH panel = Theme::PaintPanel(dc);
+                    SetTextColor(dc, Theme::kAccent);
+                    return Answer(result, panel);
                 }
                 return false;
             }

@@ -7,6 +7,7 @@
 #include "platform/WinText_win.h"
 #include "ui/ControlIds.h"
 #include "ui/DialogTemplate_win.h"
+#include "ui/Theme_win.h"
 
 namespace lumora {
 namespace {
@@ -40,10 +41,25 @@ public:
         if (msg == WM_INITDIALOG) {
             SetWindowLongPtrW(hwnd_, GWL_EXSTYLE, GetWindowLongPtrW(hwnd_, GWL_EXSTYLE) | WS_EX_CONTROLPARENT);
             page_.OnInit(hwnd_);
+            // Lumora's panel look on every page: check boxes and radio buttons drawn without visual styles,
+            // whose text would not take the panel's colours.
+            for (HWND c = GetWindow(hwnd_, GW_CHILD); c; c = GetWindow(c, GW_HWNDNEXT)) {
+                const LONG_PTR type = GetWindowLongPtrW(c, GWL_STYLE) & BS_TYPEMASK;
+                wchar_t cls[16] = {};
+                GetClassNameW(c, cls, 16);
+                if (lstrcmpiW(cls, L"Button") == 0 && type >= BS_CHECKBOX && type <= BS_AUTORADIOBUTTON &&
+                    type != BS_GROUPBOX && type != BS_USERBUTTON) {
+                    Theme::PlainCheckBox(c);
+                }
+            }
             return FALSE;
         }
         INT_PTR result = FALSE;
-        return page_.OnMessage(hwnd_, msg, wp, lp, result) ? result : FALSE;
+        if (page_.OnMessage(hwnd_, msg, wp, lp, result)) return result;
+        if (msg == WM_CTLCOLORDLG || msg == WM_CTLCOLORSTATIC || msg == WM_CTLCOLORBTN) {
+            return reinterpret_cast<INT_PTR>(Theme::PaintPanel(reinterpret_cast<HDC>(wp)));
+        }
+        return FALSE;
     }
     SettingsPage& page_;
 };

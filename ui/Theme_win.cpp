@@ -61,15 +61,17 @@ HFONT Theme::UiFont(int dpi) { return SharedFont(-12, FW_NORMAL, dpi); }
 HFONT Theme::BigFont(int dpi) { return SharedFont(-20, FW_BOLD, dpi); }
 
 void Theme::PlainCheckBoxes(HWND dialog, std::initializer_list<int> ids) {
+    for (int id : ids) PlainCheckBox(GetDlgItem(dialog, id));
+}
+
+void Theme::PlainCheckBox(HWND button) {
     // uxtheme.dll comes with XP; looked up all the same, as every call newer than Windows 2000.
     using SetWindowThemeFn = HRESULT(WINAPI*)(HWND, LPCWSTR, LPCWSTR);
     static const HMODULE uxtheme = LoadLibraryW(L"uxtheme.dll");  // kept for the program's life
     static const auto setWindowTheme =
         uxtheme ? reinterpret_cast<SetWindowThemeFn>(reinterpret_cast<void*>(GetProcAddress(uxtheme, "SetWindowTheme")))
                 : nullptr;
-    for (int id : ids) {
-        if (setWindowTheme) setWindowTheme(GetDlgItem(dialog, id), L"", L"");
-    }
+    if (setWindowTheme) setWindowTheme(button, L"", L"");
 }
 
 void Theme::SliderThumb(HWND slider, int dpi) { SendMessageW(slider, TBM_SETTHUMBLENGTH, Scaled(20, dpi), 0); }

@@ -30,6 +30,7 @@ public:
     // Check boxes on Lumora's dark panels are drawn without visual styles: a themed one draws its text in
     // the theme's dark colour whatever WM_CTLCOLORSTATIC sets.
     static void PlainCheckBoxes(HWND dialog, std::initializer_list<int> ids);
+    static void PlainCheckBox(HWND button);
     // A slider's thumb at the dialog's DPI (the slider has TBS_FIXEDLENGTH): its own stays small.
     static void SliderThumb(HWND slider, int dpi);
 };
