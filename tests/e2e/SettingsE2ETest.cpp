@@ -1,9 +1,15 @@
 // The settings dialog "功能与设置" driven from outside: what it shows, what "确定" saves, what "取消" leaves.
 #include <commctrl.h>
 
+#include <algorithm>
+#include <map>
+#include <vector>
+
 #include "e2e/Driver.h"
+#include "platform/Registry_win.h"
 #include "settings/OptionForm.h"
 #include "settings/OptionNames.h"
+#include "shell/FileTypes.h"
 
 namespace lumora::e2e {
 namespace {
@@ -19,11 +25,103 @@ HWND PageControl(HWND dialog, int id) {
     return nullptr;
 }
 
+// Every key and value below `path`, with each value's type and bytes.
+using Tree = std::map<std::wstring, std::wstring>;
+void Snapshot(const std::wstring& path, Tree& tree) {
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return;
+    tree[path] = L"key";
+    DWORD maxKey = 0, maxName = 0, maxData = 0;
+    RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, nullptr, &maxKey, nullptr, nullptr, &maxName, &maxData, nullptr,
+                     nullptr);
+    std::vector<wchar_t> name(std::max(maxKey, maxName) + 1);
+    std::vector<BYTE> data(maxData + 2);
+    for (DWORD i = 0;; ++i) {
+        DWORD n = static_cast<DWORD>(name.size()), type = 0, size = static_cast<DWORD>(data.size());
+        if (RegEnumValueW(key, i, name.data(), &n, nullptr, &type, data.data(), &size) != ERROR_SUCCESS) break;
+        tree[path + L"|" + std::wstring(name.data(), n)] =
+            std::to_wstring(type) + L":" + std::wstring(data.begin(), data.begin() + size);
+    }
+    std::vector<std::wstring> children;
+    for (DWORD i = 0;; ++i) {
+        DWORD n = static_cast<DWORD>(name.size());
+        if (RegEnumKeyExW(key, i, name.data(), &n, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) break;
+        children.emplace_back(name.data(), n);
+    }
+    RegCloseKey(key);
+    for (const auto& child : children) Snapshot(path + L"\\" + child, tree);
+}
+
+Tree UserClasses() {
+    Tree tree;
+    for (const wchar_t* path : {L"Software\\Classes", L"Software\\RegisteredApplications",
+                                L"Software\\Tavrinsoft\\TavrinPlayer\\Capabilities"})
+        Snapshot(path, tree);
+    return tree;
+}
+
 void Check(HWND dialog, std::string_view option, int part, bool on) {
     SendMessageW(PageControl(dialog, FormControlId(option, part)), BM_SETCHECK, on ? BST_CHECKED : BST_UNCHECKED, 0);
 }
 
+// Checks or clears a row of the file types' list (its check box is the row's state image).
+void CheckRow(HWND list, int row, bool on) {
+    AskInto(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row), sizeof(LVITEMW), [&](char*) {
+        LVITEMW item{};
+        item.stateMask = LVIS_STATEIMAGEMASK;
+        item.state = INDEXTOSTATEIMAGEMASK(on ? 2 : 1);
+        return std::string(reinterpret_cast<const char*>(&item), sizeof item);
+    });
+}
+
 }  // namespace
+
+// "Lumora set" opens the file types; what they register reaches the shell as REG_SZ and REG_DWORD values,
+// and taking it back leaves the user's classes as they were.
+TEST_F(SessionTest, SetOpensTheFileTypesWhoseRegistrationIsTakenBackWithoutATrace) {
+    ASSERT_TRUE(lumora_.Start("set"));
+    HWND dialog = WaitForBox(kSettingsTitle);
+    ASSERT_NE(dialog, nullptr);
+    HWND list = PageControl(dialog, IDC_FILETYPES_LIST);
+    ASSERT_TRUE(list && IsWindowVisible(list));  // the page shown first
+    // Windows always has the user's classes key; a fresh Wine prefix may not, and it stays once made.
+    WinRegistry registry;
+    registry.CreateKey(RegistryRoot::CurrentUser, "Software\\Classes");
+    const Tree before = UserClasses();
+    const auto items = FileTypeItems();
+    const int mp3 = static_cast<int>(std::find(items.begin(), items.end(), ".mp3") - items.begin());
+    CheckRow(list, mp3, true);
+    SendMessageW(PageControl(dialog, IDC_SHELLMENU_FOLDER), BM_SETCHECK, BST_CHECKED, 0);
+    Click(dialog, IDOK);
+    ASSERT_TRUE(WaitFor([&] { return !IsWindow(dialog); }));
+
+    const auto read = [&](const char* key, const char* name) {
+        RegistryValue value;
+        registry.Read(RegistryRoot::CurrentUser, std::string("Software\\Classes\\") + key, name, value);
+        return value;
+    };
+    using Kind = RegistryValue::Kind;
+    EXPECT_EQ(read(".mp3", ""), (RegistryValue{Kind::Text, "ZEV_.mp3"}));
+    EXPECT_EQ(read("ZEV_.mp3", "BrowserFlags"), (RegistryValue{Kind::Number, "8"}));
+    const RegistryValue command = read("ZEV_.mp3\\shell\\open\\command", "");
+    EXPECT_EQ(command.kind, Kind::Text);
+    EXPECT_TRUE(command.data.starts_with("\"") && command.data.ends_with("\\Lumora.exe\" %1")) << command.data;
+    EXPECT_EQ(read("Directory\\shell\\ZEV-PLAYER\\command", ""), command);
+    EXPECT_EQ(read("Directory\\shell\\ZEV-PLAYER", "MultiSelectModel"), (RegistryValue{Kind::Text, "Player"}));
+    EXPECT_NE(UserClasses(), before);
+
+    dialog = OpenBox(lumora_.main, IDM_SETTINGS_FILE_TYPES, kSettingsTitle);
+    ASSERT_NE(dialog, nullptr);
+    list = PageControl(dialog, IDC_FILETYPES_LIST);
+    EXPECT_EQ(SendMessageW(list, LVM_GETITEMSTATE, static_cast<WPARAM>(mp3), LVIS_STATEIMAGEMASK),
+              INDEXTOSTATEIMAGEMASK(2));
+    EXPECT_EQ(SendMessageW(PageControl(dialog, IDC_SHELLMENU_FOLDER), BM_GETCHECK, 0, 0), BST_CHECKED);
+    CheckRow(list, mp3, false);
+    SendMessageW(PageControl(dialog, IDC_SHELLMENU_FOLDER), BM_SETCHECK, BST_UNCHECKED, 0);
+    Click(dialog, IDOK);
+    ASSERT_TRUE(WaitFor([&] { return !IsWindow(dialog); }));
+    EXPECT_EQ(UserClasses(), before);
+}
 
 TEST_F(SessionTest, SettingsShowTheStoredOptionsAndSaveThemOnlyOnConfirmation) {
     StoreOption("L1", "05");
