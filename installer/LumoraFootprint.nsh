@@ -27,7 +27,76 @@
     DeleteRegKey ${ROOT} "Software\Classes\Interface\{F14B28A2-3ACE-444D-8F47-9C5DC79E411D}"
 !macroend
 
+; The file types and verbs the user registered in Lumora's settings (shell/FileTypes.cpp, FileTypeItems):
+; each extension gets its earlier handler back from "filebak", as Lumora's own removal does, and the keys
+; Lumora made go when nothing else is left in them.
+!define LUMORA_FILE_TYPES ".avi;.mpg;.dat;.mpeg;.mp3;.mp2;.mp1;.wav;.aif;.aifc;.aiff;.mv1;.mov;.mpa;.snd;.mpm;.mpv;.enc;.mid;.rmi;.midi;.vob;.wma;.wax;.wmv;.wvx;.asf;.asx;.wmx;.wmp;.wpl;.qt;.au;.swf;.spl;.mpga;.bmp;.dib;.jpg;.wmf;.emf;.gif;.ico;.cur;.rm;.rmvb;.ra;.cda;.qlb;"
+
+; A key without sub-keys and values: DeleteRegKey /ifempty alone would drop its values too. (A key's
+; default value is listed with an empty name; only a key with no value at all sets the error flag.)
+!macro LumoraRemoveKeyIfBare KEY
+    ClearErrors
+    EnumRegValue $2 HKCU "${KEY}" 0
+    IfErrors 0 +2
+        DeleteRegKey /ifempty HKCU "${KEY}"
+!macroend
+
+; $R1: the extension. Uses $0-$2.
+Function un.LumoraRemoveFileType
+    StrCpy $0 "Software\Classes\$R1"
+    ReadRegStr $1 HKCU $0 ""
+    StrCmp $1 "ZEV_$R1" 0 handlerDone
+    ClearErrors
+    ReadRegStr $2 HKCU $0 "filebak"
+    IfErrors 0 +3
+        WriteRegStr HKCU $0 "" ""
+        Goto handlerDone
+    StrCmp $2 "" 0 +3
+        DeleteRegValue HKCU $0 ""
+        Goto handlerDone
+    WriteRegStr HKCU $0 "" $2
+handlerDone:
+    DeleteRegValue HKCU $0 "filebak"
+    DeleteRegValue HKCU "$0\OpenWithProgids" "ZEV_$R1"
+    !insertmacro LumoraRemoveKeyIfBare "$0\OpenWithProgids"
+    !insertmacro LumoraRemoveKeyIfBare $0
+    DeleteRegKey HKCU "Software\Classes\ZEV_$R1"
+FunctionEnd
+
+
+Function un.LumoraRemoveFileTypes
+    StrCpy $R0 "${LUMORA_FILE_TYPES}"
+next:
+    StrCmp $R0 "" done
+    StrCpy $R1 ""
+    ; Cut the first extension off the list.
+    StrCpy $R2 0
+scan:
+    StrCpy $R3 $R0 1 $R2
+    StrCmp $R3 ";" cut
+    IntOp $R2 $R2 + 1
+    Goto scan
+cut:
+    StrCpy $R1 $R0 $R2
+    IntOp $R2 $R2 + 1
+    StrCpy $R0 $R0 "" $R2
+    Call un.LumoraRemoveFileType
+    Goto next
+done:
+    ; The folder and drive verbs.
+    DeleteRegKey HKCU "Software\Classes\Directory\shell\ZEV-PLAYER"
+    !insertmacro LumoraRemoveKeyIfBare "Software\Classes\Directory\shell"
+    !insertmacro LumoraRemoveKeyIfBare "Software\Classes\Directory"
+    DeleteRegKey HKCU "Software\Classes\Drive\shell\ZEV-PLAYER"
+    !insertmacro LumoraRemoveKeyIfBare "Software\Classes\Drive\shell"
+    !insertmacro LumoraRemoveKeyIfBare "Software\Classes\Drive"
+    ; Lumora among the capable applications (its Capabilities go with the settings key).
+    DeleteRegValue HKCU "Software\RegisteredApplications" "Lumora"
+    !insertmacro LumoraRemoveKeyIfBare "Software\RegisteredApplications"
+FunctionEnd
+
 !macro LumoraRemoveUserData
+    Call un.LumoraRemoveFileTypes
     ; Options, window places and the setup key's values.
     DeleteRegKey HKCU "${LUMORA_SETTINGS_KEY}"
     DeleteRegKey /ifempty HKCU "Software\Tavrinsoft"

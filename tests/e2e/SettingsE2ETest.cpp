@@ -123,6 +123,25 @@ TEST_F(SessionTest, SetOpensTheFileTypesWhoseRegistrationIsTakenBackWithoutATrac
     EXPECT_EQ(UserClasses(), before);
 }
 
+// The installed program (tests/installer/run-round-trip.sh): the user chooses ".mp3" and the folder verb
+// from the installer's last page and closes Lumora; the uninstaller must then take them away too.
+TEST(Installed, ChoosesFileTypesAndClosesCleanly) {
+    Session lumora;
+    ASSERT_TRUE(lumora.Start("set"));
+    HWND dialog = WaitForBox(kSettingsTitle);
+    ASSERT_NE(dialog, nullptr);
+    const auto items = FileTypeItems();
+    CheckRow(PageControl(dialog, IDC_FILETYPES_LIST),
+             static_cast<int>(std::find(items.begin(), items.end(), ".mp3") - items.begin()), true);
+    SendMessageW(PageControl(dialog, IDC_SHELLMENU_FOLDER), BM_SETCHECK, BST_CHECKED, 0);
+    Click(dialog, IDOK);
+    ASSERT_TRUE(WaitFor([&] { return !IsWindow(dialog); }));
+    RegistryValue value;
+    EXPECT_EQ(WinRegistry().Read(RegistryRoot::CurrentUser, "Software\\Classes\\.mp3", "", value), 0);
+    PostMessageW(lumora.main, WM_CLOSE, 0, 0);
+    EXPECT_EQ(lumora.process.ExitCode(), 0u);
+}
+
 TEST_F(SessionTest, SettingsShowTheStoredOptionsAndSaveThemOnlyOnConfirmation) {
     StoreOption("L1", "05");
     StoreOption("L53", "006");

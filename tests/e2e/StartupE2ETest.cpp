@@ -306,12 +306,5 @@ TEST_F(LumoraE2E, APortableCopyKeepsEverythingInItsOwnFolder) {
     lumora_.process.Kill();
 }
 
-TEST(Installed, StartsAndClosesCleanly) {
-    Session lumora;
-    ASSERT_TRUE(lumora.Start(""));
-    PostMessageW(lumora.main, WM_CLOSE, 0, 0);
-    EXPECT_EQ(lumora.process.ExitCode(), 0u);
-}
-
 }  // namespace
 }  // namespace lumora::e2e

@@ -68,6 +68,8 @@ EOF
 IFS=';' read -r appdata localappdata < <(wine cmd /c 'echo %APPDATA%;%LOCALAPPDATA%' 2>/dev/null | tr -d '\r')
 profile=$(unix "${appdata%\\AppData\\*}")
 windows=$(unix 'C:\windows')
+# Windows always has the user's classes key; a fresh Wine prefix may not, and it stays once made.
+wine reg add 'HKCU\Software\Classes' /f >/dev/null 2>&1
 snapshot before
 
 wine "$setup" /S
@@ -81,12 +83,14 @@ check "its version" is "$(value "$uninstall" DisplayVersion)" "$version"
 check "its folder" is "$(value "$uninstall" InstallLocation)" "$folder"
 check "its silent uninstall" is "$(value "$uninstall" QuietUninstallString)" "\"$folder\\Uninstall.exe\" /S"
 
-# The installed program, started plainly and closed as its close button does: it registers its
-# balloon-tip component and keeps its settings, which the uninstaller must then take away.
+# The installed program, started as the installer's last page starts it to choose file types, and closed
+# as its close button does: it registers its balloon-tip component, ".mp3" and the folder verb, and keeps
+# its settings, all of which the uninstaller must then take away.
 check "the installed Lumora starts and closes" env LUMORA_EXE="$folder\\Lumora.exe" \
     wine "$build/tests/lumora_e2e_tests.exe" --gtest_filter=Installed.* --gtest_brief=1
 registered() { key 'HKCU\Software\Classes\TT.Tooltip' || key 'HKLM\Software\Classes\TT.Tooltip'; }
 check "it registered its balloon-tip component" registered
+check "and the folder verb" key 'HKCU\Software\Classes\Directory\shell\ZEV-PLAYER\command'
 
 # The uninstaller copies itself to the temporary folder and returns at once; the copy is done when
 # the prefix's last process has ended.
@@ -99,6 +103,8 @@ check "no settings" no_key 'HKCU\Software\Tavrinsoft'
 check "no data folder" test ! -e "$(unix "$appdata\\Lumora")"
 check "no component registration" no_key 'HKCU\Software\Classes\TT.Tooltip'
 check "no component registration in the machine's classes" no_key 'HKLM\Software\Classes\TT.Tooltip'
+check "no file type" no_key 'HKCU\Software\Classes\ZEV_.mp3'
+check "no folder verb" no_key 'HKCU\Software\Classes\Directory\shell\ZEV-PLAYER'
 snapshot after
 check "nothing else left in the registry, the profile or the Windows directory" diff "$work/before.txt" "$work/after.txt"
 
