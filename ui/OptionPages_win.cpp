@@ -37,7 +37,7 @@ enum class Row {
     Heading,  // a line that heads the rows below it
 };
 
-struct RowSpec {
+struct RowLayout {
     Row kind;
     std::string_view option;
     std::string_view text;
@@ -48,9 +48,9 @@ struct RowSpec {
     std::string_view companion = {};
 };
 
-struct PageSpec {
+struct PageRows {
     const wchar_t* title;
-    std::vector<RowSpec> rows;
+    std::vector<RowLayout> rows;
 };
 
 constexpr std::string_view kNextFileNote = "在播放中切换时，播放下一首才生效。";
@@ -72,7 +72,7 @@ constexpr Skin kSkins[] = {
 };
 
 // clang-format off
-std::vector<PageSpec> Pages() {
+std::vector<PageRows> Pages() {
     using R = Row;
     return {
         {L"播放", {
@@ -213,9 +213,9 @@ bool Answer(INT_PTR& result, T value) {
 
 class OptionPage final : public SettingsPage {
 public:
-    OptionPage(PageSpec spec, SettingsStore& edited) : spec_(std::move(spec)), edited_(edited) {}
+    OptionPage(PageRows layout, SettingsStore& edited) : layout_(std::move(layout)), edited_(edited) {}
 
-    std::wstring Title() const override { return spec_.title; }
+    std::wstring Title() const override { return layout_.title; }
 
     void Layout(DialogTemplate& t) override {
         short y = 6;
@@ -223,7 +223,7 @@ public:
                              DWORD style) {
             t.AddControl(atom, static_cast<WORD>(id), Widen(text), x, yy, cx, cy, style);
         };
-        for (const RowSpec& r : spec_.rows) {
+        for (const RowLayout& r : layout_.rows) {
             const short x = static_cast<short>(kLeft + r.indent);
             const short width = static_cast<short>(kWidth - x - kLeft);
             switch (r.kind) {
@@ -324,7 +324,7 @@ public:
     void OnInit(HWND page) override {
         page_ = page;
         tips_ = MakeTips(page);
-        for (const RowSpec& r : spec_.rows) {
+        for (const RowLayout& r : layout_.rows) {
             if (r.option.empty()) continue;
             const FormItem* item = FindFormItem(r.option);
             if (!item) continue;
@@ -346,7 +346,7 @@ public:
     bool OnMessage(HWND page, UINT msg, WPARAM wp, LPARAM lp, INT_PTR& result) override {
         switch (msg) {
             case WM_HSCROLL:
-                for (const RowSpec& r : spec_.rows) {
+                for (const RowLayout& r : layout_.rows) {
                     if (r.kind == Row::Slider && reinterpret_cast<HWND>(lp) == GetDlgItem(page, Id(r.option))) {
                         ShowSliderLabel(r, SendMessageW(reinterpret_cast<HWND>(lp), TBM_GETPOS, 0, 0));
                     }
@@ -354,7 +354,7 @@ public:
                 return Answer(result, TRUE);
             case WM_COMMAND: {
                 const int id = LOWORD(wp);
-                for (const RowSpec& r : spec_.rows) {
+                for (const RowLayout& r : layout_.rows) {
                     if (r.kind == Row::Colour && (id == Id(r.option) || id == Id(r.option, 3)) &&
                         HIWORD(wp) == BN_CLICKED) {
                         PickColour(r.option);
@@ -367,7 +367,7 @@ public:
             case WM_CTLCOLORSTATIC: {
                 const int id = GetDlgCtrlID(reinterpret_cast<HWND>(lp));
                 auto dc = reinterpret_cast<HDC>(wp);
-                for (const RowSpec& r : spec_.rows) {
+                for (const RowLayout& r : layout_.rows) {
                     if (r.kind == Row::Colour && id == Id(r.option, 3)) {
                         return Answer(result, Brush(Colour(r.option)));
                     }
@@ -393,7 +393,7 @@ public:
     }
 
     bool Confirm(HWND page) override {
-        for (const RowSpec& r : spec_.rows) {
+        for (const RowLayout& r : layout_.rows) {
             if (r.option.empty()) continue;
             if (!Take(page, r.option, r.kind == Row::Radio)) return false;
             if (!r.companion.empty() && !Take(page, r.companion, false)) return false;
@@ -406,7 +406,7 @@ private:
     // the layout's estimate of a caption's width leaves a gap with most fonts.
     void FitRows() {
         const int checkBox = GetSystemMetrics(SM_CXMENUCHECK) + 8;
-        for (const RowSpec& r : spec_.rows) {
+        for (const RowLayout& r : layout_.rows) {
             if (r.kind == Row::Check && !r.companion.empty()) {
                 PlaceAfter(GetDlgItem(page_, Id(r.option)), checkBox, GetDlgItem(page_, Id(r.companion)));
             } else if (r.kind == Row::Choice) {
@@ -440,7 +440,7 @@ private:
         SetWindowPos(second, nullptr, a.left + width + 4, b.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     }
 
-    void Show(const RowSpec& r, const FormItem& item) {
+    void Show(const RowLayout& r, const FormItem& item) {
         const long long value = ShownValue(item, edited_);
         HWND control = GetDlgItem(page_, Id(r.option));
         switch (item.kind) {
@@ -486,7 +486,7 @@ private:
         }
     }
 
-    void ShowSliderLabel(const RowSpec& r, LRESULT value) {
+    void ShowSliderLabel(const RowLayout& r, LRESULT value) {
         SetDlgItemTextW(page_, Id(r.option, 3), Widen(std::string(r.text) + std::to_string(value)).c_str());
     }
 
@@ -594,7 +594,7 @@ private:
         }
     }
 
-    PageSpec spec_;
+    PageRows layout_;
     SettingsStore& edited_;
     HWND page_ = nullptr;
     HWND tips_ = nullptr;
@@ -649,7 +649,7 @@ private:
 
 std::vector<std::unique_ptr<SettingsPage>> MakeOptionPages(SettingsStore& edited) {
     std::vector<std::unique_ptr<SettingsPage>> pages;
-    for (PageSpec& spec : Pages()) pages.push_back(std::make_unique<OptionPage>(std::move(spec), edited));
+    for (PageRows& rows : Pages()) pages.push_back(std::make_unique<OptionPage>(std::move(rows), edited));
     return pages;
 }
 
