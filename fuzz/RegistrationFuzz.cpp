@@ -24,6 +24,7 @@ LUMORA_FUZZ(input) {
     const auto text = [](const std::string& t) { return RegistryValue{RegistryValue::Kind::Text, t}; };
     p.reg.Put(RegistryRoot::CurrentUser, "Software\\Classes\\.mp3", "", text(handler));
     if (first != std::string_view::npos) p.reg.Put(RegistryRoot::CurrentUser, "Software\\Classes\\.mp3", "filebak", text(saved));
+    p.reg.CreateKey(RegistryRoot::CurrentUser, "Software\\Classes\\ZEV_.mp3");  // a sub-key's parent exists
     p.reg.Put(RegistryRoot::CurrentUser, "Software\\Classes\\ZEV_.mp3\\DefaultIcon", "", text(rest));
     FileTypeRegistrar registrar(p.wrapper, "C:\\Lumora\\Lumora.exe");
     const FileTypeState state = registrar.RefreshFileTypeItem(".mp3");
