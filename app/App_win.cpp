@@ -158,6 +158,9 @@ void App::ShowTips() {
     if (settings_.Text(opt::kDefaultBalloonColours) == "0") {
         colours.emplace(static_cast<std::uint32_t>(settings_.Number(opt::kBalloonBackColour).value_or(0xE1FFFF)),
                         static_cast<std::uint32_t>(settings_.Number(opt::kBalloonTextColour).value_or(0)));
+    } else {
+        // The tips' own colours, the system's: also after the user's colours were switched off.
+        colours.emplace(GetSysColor(COLOR_INFOBK), GetSysColor(COLOR_INFOTEXT));
     }
     window_.ShowTips(MakeTransportTips(settings_, queue_.Queue(), player_.Texts(), player_.FilePlays()), colours,
                      settings_.IsOn(opt::kBalloonHelp));

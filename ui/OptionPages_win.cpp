@@ -329,7 +329,8 @@ public:
             const FormItem* item = FindFormItem(r.option);
             if (!item) continue;
             Show(r, *item);
-            if (!r.tip.empty()) AddTip(tips_, GetDlgItem(page, Id(r.option)), r.tip);
+            // "“显示“气泡”式帮助提示文本”" governs these tips too.
+            if (!r.tip.empty() && edited_.IsOn(opt::kBalloonHelp)) AddTip(tips_, GetDlgItem(page, Id(r.option)), r.tip);
             if (!r.companion.empty()) {
                 const FormItem* c = FindFormItem(r.companion);
                 if (c->kind == FormControl::Choice) {
