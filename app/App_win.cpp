@@ -108,11 +108,8 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
         player_.RestoreVolume(level);
     }
     player_.RestoreTimeMode();
-    window_.ShowDecoderWorkaround(settings_.IsOn(opt::kDecoderWorkaround));
-    ShowTips();
-    playlist_.CreateInfoTip(settings_.IsOn(opt::kClassicListTips));
+    OptionsChanged();  // what the windows take from the options
     SetMessageFilter([this](MSG& msg) { return FilterMessage(msg); });
-    if (settings_.IsOn(opt::kMediaKeysAlways)) hotKeys_.Hold(main);
     mediaControls_.Attach(main);
 
     queue_.Clear();
@@ -220,6 +217,13 @@ void App::ToggleDecoderWorkaround() {
 }
 
 void App::OptionsChanged() {
+    // "“主窗体”在最前面" and "“列表/音频显示框”在最前面".
+    const auto keepOnTop = [](HWND window, bool on) {
+        SetWindowPos(window, on ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    };
+    keepOnTop(window_.Handle(), settings_.IsOn(opt::kMainWindowTopmost));
+    keepOnTop(playlist_.Handle(), settings_.IsOn(opt::kListWindowTopmost));
+    keepOnTop(display_.Handle(), settings_.IsOn(opt::kListWindowTopmost));
     window_.ShowDecoderWorkaround(settings_.IsOn(opt::kDecoderWorkaround));
     ShowTips();
     playlist_.CreateInfoTip(settings_.IsOn(opt::kClassicListTips));

@@ -149,7 +149,10 @@ TEST(Installed, ChoosesFileTypesAndClosesCleanly) {
 TEST_F(SessionTest, SettingsShowTheStoredOptionsAndSaveThemOnlyOnConfirmation) {
     StoreOption("L1", "05");
     StoreOption("L53", "006");
+    StoreOption("L26", "1");
     ASSERT_TRUE(lumora_.Start(""));
+    const auto topmost = [&] { return (GetWindowLongW(lumora_.main, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; };
+    EXPECT_TRUE(topmost());
     HWND dialog = OpenBox(lumora_.main, IDM_SETTINGS, kSettingsTitle);
     ASSERT_NE(dialog, nullptr);
     const int back = FormControlId(opt::kBackSeconds);
@@ -190,8 +193,10 @@ TEST_F(SessionTest, SettingsShowTheStoredOptionsAndSaveThemOnlyOnConfirmation) {
     Check(dialog, opt::kFilterLists, 0, false);
     Check(dialog, opt::kDecoder, 1, false);  // the radio pair: decoder 1
     Check(dialog, opt::kDecoder, 0, true);
+    Check(dialog, opt::kMainWindowTopmost, 0, false);
     Click(dialog, IDOK);
     ASSERT_TRUE(WaitFor([&] { return !IsWindow(dialog); }));
+    EXPECT_FALSE(topmost());  // at once
     EXPECT_EQ(ReadOption("L1"), "12");
     EXPECT_EQ(ReadOption("L13"), "0");
     EXPECT_EQ(ReadOption("L25"), "0");
