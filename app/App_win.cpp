@@ -213,7 +213,8 @@ void App::ToggleDecoderWorkaround() {
     // "0" or "1" only, whatever the key held; from the next file on.
     if (WriteOptionNow(settings_, services_.registry, opt::kDecoderWorkaround,
                        settings_.IsOn(opt::kDecoderWorkaround) ? "0" : "1")) {
-        OptionsChanged();
+        window_.ShowDecoderWorkaround(settings_.IsOn(opt::kDecoderWorkaround));
+        RefreshTips();  // the button's tip tells the state
     }
 }
 
@@ -236,7 +237,7 @@ void App::OptionsChanged() {
         hotKeys_.Release();
     }
     if (settings_.IsOn(opt::kTrayIcon)) {
-        tray_.Show(window_.Handle(), TrayTip());
+        if (!tray_.Shown()) tray_.Show(window_.Handle(), TrayTip());
     } else if (tray_.Shown()) {
         tray_.Remove();
         if (!IsWindowVisible(window_.Handle())) ShowMainWindow();  // never left without a way back

@@ -20,6 +20,7 @@
 #include "ui/Prompts_win.h"
 #include "ui/SoundCardWindow_win.h"
 #include "ui/Theme_win.h"
+#include "ui/TipGuard_win.h"
 
 namespace lumora {
 namespace {
@@ -181,25 +182,6 @@ short LinesFor(std::string_view text, short width) {
 
 int Id(std::string_view option, int part = 0) { return FormControlId(option, part); }
 
-HWND MakeTips(HWND page) {
-    HWND tips = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP, 0, 0, 0, 0, page,
-                                nullptr, GetModuleHandleW(nullptr), nullptr);
-    SendMessageW(tips, TTM_SETMAXTIPWIDTH, 0, 400);
-    return tips;
-}
-
-void AddTip(HWND tips, HWND control, std::string_view text) {
-    if (!control) return;
-    std::wstring wide = Widen(text);
-    TOOLINFOW ti{};
-    ti.cbSize = sizeof ti;
-    ti.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-    ti.hwnd = GetParent(control);
-    ti.uId = reinterpret_cast<UINT_PTR>(control);
-    ti.lpszText = wide.data();
-    SendMessageW(tips, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&ti));
-}
-
 // A handled message: `value` is the dialog procedure's answer.
 template <typename T>
 bool Answer(INT_PTR& result, T value) {
@@ -323,14 +305,15 @@ public:
 
     void OnInit(HWND page) override {
         page_ = page;
-        tips_ = MakeTips(page);
+        tips_ = MakeControlTips(page);
         for (const RowLayout& r : layout_.rows) {
             if (r.option.empty()) continue;
             const FormItem* item = FindFormItem(r.option);
             if (!item) continue;
             Show(r, *item);
             // "“显示“气泡”式帮助提示文本”" governs these tips too.
-            if (!r.tip.empty() && edited_.IsOn(opt::kBalloonHelp)) AddTip(tips_, GetDlgItem(page, Id(r.option)), r.tip);
+            if (!r.tip.empty() && edited_.IsOn(opt::kBalloonHelp))
+                AddControlTip(tips_, GetDlgItem(page, Id(r.option)), r.tip);
             if (!r.companion.empty()) {
                 const FormItem* c = FindFormItem(r.companion);
                 if (c->kind == FormControl::Choice) {
@@ -428,7 +411,7 @@ private:
         MapWindowPoints(nullptr, page_, reinterpret_cast<POINT*>(&b), 2);
         int width = a.right - a.left;
         if (extra >= 0) {
-            const std::wstring text = WindowText(first);
+            const std::wstring text = WindowTextOf(first);
             HDC dc = GetDC(first);
             HGDIOBJ old = SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(first, WM_GETFONT, 0, 0)));
             SIZE size{};
@@ -521,7 +504,7 @@ private:
             case FormControl::Number: {
                 const long long floor =
                     option == opt::kSongMenuLowerBound ? edited_.Number(opt::kSongMenuUpperBound).value_or(-1) : -1;
-                const auto typed = TypedNumber(*item, Narrow(WindowText(control)), floor);
+                const auto typed = TypedNumber(*item, Narrow(WindowTextOf(control)), floor);
                 if (!typed) {
                     WinPrompts(page).ShowMessage(
                         NumberRangeMessage(std::max(FormBounds(*item).low, floor + 1), FormBounds(*item).high),
@@ -538,12 +521,6 @@ private:
         }
         edited_.SetText(option, StoredText(*item, value));
         return true;
-    }
-
-    static std::wstring WindowText(HWND control) {
-        std::wstring text(static_cast<size_t>(GetWindowTextLengthW(control)) + 1, L'\0');
-        text.resize(static_cast<size_t>(GetWindowTextW(control, text.data(), static_cast<int>(text.size()))));
-        return text;
     }
 
     COLORREF Colour(std::string_view option) const {
@@ -617,8 +594,8 @@ public:
                      BS_PUSHBUTTON | WS_TABSTOP | WS_GROUP);
     }
     void OnInit(HWND page) override {
-        tips_ = MakeTips(page);
-        AddTip(tips_, GetDlgItem(page, IDC_SET_SOUND_CARD), kSoundCardButtonTip);
+        tips_ = MakeControlTips(page);
+        AddControlTip(tips_, GetDlgItem(page, IDC_SET_SOUND_CARD), kSoundCardButtonTip);
     }
     bool OnMessage(HWND page, UINT msg, WPARAM wp, LPARAM, INT_PTR& result) override {
         if (msg != WM_COMMAND || HIWORD(wp) != BN_CLICKED) return false;

@@ -67,24 +67,10 @@ private:
         SetWindowTextW(hwnd_, Widen(kSoundCardTitle).c_str());
         prompts_.SetOwner(hwnd_);
         // One standard tip for both lists; it goes with the dialog, its owner.
-        HWND tip = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
-                                   CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, hwnd_, nullptr,
-                                   GetModuleHandleW(nullptr), nullptr);
-        GuardTip(tip);
-        AddTip(tip, IDC_SOUND_FORMATS, kSoundCardFormatsTip);
-        AddTip(tip, IDC_SOUND_FUNCTIONS, kSoundCardFunctionsTip);
+        HWND tip = MakeControlTips(hwnd_);
+        AddControlTip(tip, GetDlgItem(hwnd_, IDC_SOUND_FORMATS), kSoundCardFormatsTip);
+        AddControlTip(tip, GetDlgItem(hwnd_, IDC_SOUND_FUNCTIONS), kSoundCardFunctionsTip);
         Show(first_);
-    }
-
-    void AddTip(HWND tip, int id, std::string_view text) {
-        const std::wstring wide = Widen(text);
-        TOOLINFOW info{};
-        info.cbSize = TTTOOLINFOW_V2_SIZE;
-        info.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-        info.hwnd = hwnd_;
-        info.uId = reinterpret_cast<UINT_PTR>(GetDlgItem(hwnd_, id));
-        info.lpszText = const_cast<wchar_t*>(wide.c_str());
-        SendMessageW(tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&info));
     }
 
     void Show(const SoundCardReport& r) {

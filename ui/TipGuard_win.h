@@ -5,6 +5,11 @@
 #include <windows.h>
 #include <commctrl.h>
 
+#include <string>
+#include <string_view>
+
+#include "platform/WinText_win.h"
+
 namespace lumora {
 
 inline constexpr wchar_t kTipGuardProp[] = L"Lumora.TipGuard";
@@ -54,6 +59,29 @@ inline void GuardTip(HWND tip) {
     const LONG_PTR old = GetWindowLongPtrW(tip, GWLP_WNDPROC);
     SetPropW(tip, kTipGuardProp, reinterpret_cast<HANDLE>(old));
     SetWindowLongPtrW(tip, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(TipGuardProc));
+}
+
+// A standard tip window for a dialog's controls, guarded as above; it goes with its owner.
+inline HWND MakeControlTips(HWND owner) {
+    HWND tips = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
+                                CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, owner, nullptr,
+                                GetModuleHandleW(nullptr), nullptr);
+    SendMessageW(tips, TTM_SETMAXTIPWIDTH, 0, 400);  // long explanations wrap
+    GuardTip(tips);
+    return tips;
+}
+
+// `text` as the tip of `control`, a child of a dialog.
+inline void AddControlTip(HWND tips, HWND control, std::string_view text) {
+    if (!control) return;
+    std::wstring wide = Widen(text);
+    TOOLINFOW info{};
+    info.cbSize = TTTOOLINFOW_V2_SIZE;
+    info.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+    info.hwnd = GetParent(control);
+    info.uId = reinterpret_cast<UINT_PTR>(control);
+    info.lpszText = wide.data();
+    SendMessageW(tips, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&info));
 }
 
 }  // namespace lumora
