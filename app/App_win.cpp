@@ -21,7 +21,6 @@
 #include "settings/RegistryWrapper.h"
 #include "settings/WindowPlacement.h"
 #include "ui/ControlIds.h"
-#include "ui/Menu_win.h"
 #include "ui/Prompts_win.h"
 #include "ui/WindowClass_win.h"
 
@@ -236,12 +235,6 @@ void App::OptionsChanged() {
     } else {
         hotKeys_.Release();
     }
-    if (settings_.IsOn(opt::kTrayIcon)) {
-        if (!tray_.Shown()) tray_.Show(window_.Handle(), TrayTip());
-    } else if (tray_.Shown()) {
-        tray_.Remove();
-        if (!IsWindowVisible(window_.Handle())) ShowMainWindow();  // never left without a way back
-    }
 }
 
 void App::ShowLyricsLines(std::string_view first, std::string_view second) {
@@ -256,7 +249,6 @@ void App::FileClosed() {
 
 void App::FileOpened(const std::string& path) {
     displayClosedByUser_ = false;
-    tray_.SetTip(TrayTip());
     UpdateTimers();
     // "当正在播放的媒体文件装有“歌词”时，自动打开…" / "…没有“歌词”时，自动关闭“音频\歌词显示”窗口"
     if (lyrics_.Load(path)) {
@@ -388,39 +380,7 @@ void App::OnMoved() { playlist_.FollowOwner(); }
 
 void App::OnCloseRequest() { Close(); }
 
-void App::OnTaskbarButton() {
-    taskbar_.Attach(window_.Handle());
-    if (tray_.Shown()) tray_.Show(window_.Handle(), TrayTip());  // Explorer restarted: the icon comes back
-}
-
-// "“最小化到任务拦”": minimised, the main window lives on as the notification-area icon only.
-void App::OnMinimized() {
-    if (settings_.IsOn(opt::kTrayIcon) && tray_.Shown()) ShowWindow(window_.Handle(), SW_HIDE);
-}
-
-void App::OnTrayIcon(UINT mouseMessage) {
-    if (mouseMessage == WM_LBUTTONUP || mouseMessage == WM_LBUTTONDBLCLK) {
-        ShowMainWindow();
-    } else if (mouseMessage == WM_RBUTTONUP) {
-        // The menu closes when the user clicks elsewhere only if its window is in front.
-        SetForegroundWindow(window_.Handle());
-        POINT at{};
-        GetCursorPos(&at);
-        TrackMenu(window_.Handle(), TrayMenu(), at.x, at.y);
-        PostMessageW(window_.Handle(), WM_NULL, 0, 0);
-    }
-}
-
-void App::ShowMainWindow() {
-    HWND main = window_.Handle();
-    ShowWindow(main, IsIconic(main) || !IsWindowVisible(main) ? SW_RESTORE : SW_SHOW);
-    SetForegroundWindow(main);
-}
-
-std::wstring App::TrayTip() {
-    const MediaEntry* playing = queue_.Queue().CurrentEntry();
-    return Widen(playing ? std::string(ids::kMainTitle) + " - " + playing->name : std::string(ids::kMainTitle));
-}
+void App::OnTaskbarButton() { taskbar_.Attach(window_.Handle()); }
 
 void App::OpenArgument(const std::string& argument) {
     const auto path = ResolveArgument(argument, services_.files);
@@ -504,7 +464,6 @@ void App::Close() {
     defaultList_.SaveDefaultListOnExit();  // only when "L56" asks for it
     SavePositions();
     hotKeys_.Release();
-    tray_.Remove();
     engine_.CloseAll();
     screenSaver_.Update(false);
     window_.Destroy();

@@ -33,7 +33,6 @@
 #include "ui/PlaylistWindow_win.h"
 #include "ui/ProgressWindow_win.h"
 #include "ui/TaskbarButton_win.h"
-#include "ui/TrayIcon_win.h"
 #include "ui/VideoWindow_win.h"
 
 namespace lumora {
@@ -108,12 +107,6 @@ private:
     void OnCloseRequest() override;
     bool OnAppCommand(int appCommand) override;
     void OnTaskbarButton() override;
-    void OnMinimized() override;
-    void OnTrayIcon(UINT mouseMessage) override;
-    // The main window back from the notification area or from its button, in front.
-    void ShowMainWindow();
-    std::wstring TrayTip();
-    std::vector<MenuLine> TrayMenu();
     // PlaylistCommands
     std::vector<MenuLine> PlaylistMenu() override;
     void RunCommand(int id) override;
@@ -183,7 +176,6 @@ private:
     CommandTable commands_;
     TaskbarButton taskbar_;
     MediaHotKeys hotKeys_;
-    TrayIcon tray_;
     SystemMediaControls mediaControls_;
     std::string osCode_;
     unsigned runningTimers_ = 0;  // a bit for each TimerId that runs

@@ -72,12 +72,7 @@ inline constexpr int IDM_LYRICS_SETTINGS = 1218;
 inline constexpr int IDM_VOLUME_UP = 1219;
 inline constexpr int IDM_VOLUME_DOWN = 1220;
 inline constexpr int IDM_SETTINGS = 1221;
-inline constexpr int IDM_SETTINGS_FILE_TYPES = 1222;
-// The notification-area icon's menu.
-inline constexpr int IDM_TRAY_PLAY_PAUSE = 1223;
-inline constexpr int IDM_TRAY_PREVIOUS = 1224;
-inline constexpr int IDM_TRAY_NEXT = 1225;
-inline constexpr int IDM_TRAY_SHOW = 1226;  // the dialog opened on its file types ("set")
+inline constexpr int IDM_SETTINGS_FILE_TYPES = 1222;  // the dialog opened on its file types ("set")
 
 // Playlist window: 1100-1149; its menu 1250-1299.
 inline constexpr int IDC_PLAYLIST_LINES = 1101;

@@ -12,7 +12,6 @@
 #include "ui/ImageButton_win.h"
 #include "ui/Menu_win.h"
 #include "ui/Theme_win.h"
-#include "ui/TrayIcon_win.h"
 #include "ui/WindowClass_win.h"
 
 namespace lumora {
@@ -113,12 +112,6 @@ LRESULT MainWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
         case WM_DROPFILES: OnDropFiles(reinterpret_cast<HDROP>(wp)); return 0;
         case WM_CONTEXTMENU: OnContextMenu(static_cast<short>(LOWORD(lp)), static_cast<short>(HIWORD(lp))); return 0;
         case WM_MOVE: events_->OnMoved(); return 0;
-        case WM_SIZE:
-            if (wp == SIZE_MINIMIZED) events_->OnMinimized();
-            break;
-        case kWmTrayIcon:
-            events_->OnTrayIcon(static_cast<UINT>(lp));
-            return 0;
         case WM_DRAWITEM: DrawImageButton(*reinterpret_cast<DRAWITEMSTRUCT*>(lp)); return TRUE;
         case WM_CTLCOLORSTATIC: {
             HDC dc = reinterpret_cast<HDC>(wp);

@@ -42,10 +42,6 @@ public:
     virtual bool OnAppCommand(int appCommand) = 0;
     // The taskbar made the window's button, also again after Explorer restarted.
     virtual void OnTaskbarButton() = 0;
-    // The window was minimised.
-    virtual void OnMinimized() = 0;
-    // The mouse on the notification-area icon (WM_LBUTTONUP, WM_RBUTTONUP...).
-    virtual void OnTrayIcon(UINT mouseMessage) = 0;
 };
 
 class MainWindow final : public WindowBase<MainWindow> {

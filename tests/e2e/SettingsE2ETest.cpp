@@ -10,7 +10,6 @@
 #include "settings/OptionForm.h"
 #include "settings/OptionNames.h"
 #include "shell/FileTypes.h"
-#include "ui/TrayIcon_win.h"
 
 namespace lumora::e2e {
 namespace {
@@ -126,17 +125,6 @@ TEST_F(SessionTest, SetOpensTheFileTypesWhoseRegistrationIsTakenBackWithoutATrac
     Click(dialog, IDOK);
     ASSERT_TRUE(WaitFor([&] { return !IsWindow(dialog); }));
     EXPECT_EQ(UserClasses(), before);
-}
-
-// "“最小化到任务拦”": minimised, the main window hides behind its notification-area icon, and a click on the
-// icon brings it back.
-TEST_F(SessionTest, WithTheTrayIconTheMinimisedMainWindowWaitsBehindIt) {
-    StoreOption("L11", "1");
-    ASSERT_TRUE(lumora_.Start(""));
-    ShowWindow(lumora_.main, SW_MINIMIZE);
-    EXPECT_TRUE(WaitFor([&] { return !IsWindowVisible(lumora_.main); }));
-    PostMessageW(lumora_.main, kWmTrayIcon, 1, WM_LBUTTONUP);
-    EXPECT_TRUE(WaitFor([&] { return IsWindowVisible(lumora_.main) && !IsIconic(lumora_.main); }));
 }
 
 // The installed program (tests/installer/run-round-trip.sh): the user chooses ".mp3" and the folder verb
