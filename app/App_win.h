@@ -137,6 +137,9 @@ private:
     // The store changed (the settings dialog's confirmation, the "倒制" button): what the windows show from
     // it at start is shown anew. Everything else reads the store when it is used.
     void OptionsChanged();
+    // The song menu "选歌" under its button, or at the pointer when its menu entry chose it.
+    void ShowSongMenu(bool fromButton);
+    void ShowSongBlocks();
 
     void ShowTips();
     void RefreshTips();
@@ -181,6 +184,8 @@ private:
     unsigned runningTimers_ = 0;  // a bit for each TimerId that runs
     bool displayClosedByUser_ = false;  // until the next file opens
     bool closed_ = false;
+    // Flat menus ("使用XP菜单…") come at once when switched on, and stay until the next start.
+    MenuLook menuLook_;
 };
 
 }  // namespace lumora

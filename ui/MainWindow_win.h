@@ -15,6 +15,8 @@
 #include "playback/PlaybackController.h"
 #include "playback/TransportTexts.h"
 #include "playlist/PlayQueue.h"
+#include "ui/Menu_win.h"
+#include "ui/SongBlockView_win.h"
 #include "ui/TooltipClient_win.h"
 #include "ui/WindowBase_win.h"
 
@@ -68,6 +70,13 @@ public:
     // While on, the screen saver's and the display power-off's system commands are refused.
     void RefuseScreenSaver(bool on) { refuseScreenSaver_ = on; }
     void BringToFront();
+    // How its right-click menu looks.
+    void SetMenuLook(const MenuLook& look) { menuLook_ = look; }
+    // The block view of the song choice under the controls, shown or hidden; the window grows to hold it.
+    void ShowSongBlocks(bool on);
+    void SetSongBlocks(const std::vector<std::string>& lines, int current) { blocks_.SetEntries(lines, current); }
+    // Where the song menu opens from its button: the button's lower left corner on the screen.
+    POINT SongMenuPoint() const;
     // The keys of a dialog, for the window and its controls: Tab and Shift+Tab move the focus between
     // the controls, Enter clicks the focused button. True when `msg` was such a key.
     bool TakeDialogKey(const MSG& msg);
@@ -100,6 +109,8 @@ private:
     // What each control shows now, by control id (status bar parts by -1 - part).
     std::map<int, std::string> shown_;
     bool refuseScreenSaver_ = false;
+    MenuLook menuLook_;
+    SongBlockView blocks_;
 };
 
 }  // namespace lumora

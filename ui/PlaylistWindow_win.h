@@ -9,6 +9,7 @@
 
 #include "app/Commands.h"
 #include "settings/WindowPlacement.h"
+#include "ui/Menu_win.h"
 #include "ui/WindowBase_win.h"
 
 namespace lumora {
@@ -43,6 +44,8 @@ public:
     // the edge it docks to.
     void Restore(const std::optional<WindowRect>& kept, ListDock dock);
     WindowRect Place() const;
+    // How its right-click menu looks.
+    void SetMenuLook(const MenuLook& look) { menuLook_ = look; }
 
     LRESULT OnMessage(UINT msg, WPARAM wp, LPARAM lp);
 
@@ -57,6 +60,7 @@ private:
     HWND infoTip_ = nullptr;
     ListDock dock_ = ListDock::Right;
     int dpi_ = 96;  // the DPI its font and sizes are for
+    MenuLook menuLook_;
 };
 
 }  // namespace lumora
