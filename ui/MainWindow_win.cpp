@@ -251,8 +251,9 @@ void MainWindow::Layout() {
     int bottom96 = 0;  // under the lowest control
     for (const auto& [id, r96] : layout96_) {
         HWND control = GetDlgItem(hwnd_, id);
-        if (id != IDC_MAIN_SONG_BLOCKS || IsWindowVisible(control))
-            bottom96 = std::max(bottom96, static_cast<int>(r96.bottom));
+        // (the style, not IsWindowVisible: the window itself may not show yet)
+        const bool shown = (GetWindowLongW(control, GWL_STYLE) & WS_VISIBLE) != 0;
+        if (id != IDC_MAIN_SONG_BLOCKS || shown) bottom96 = std::max(bottom96, static_cast<int>(r96.bottom));
         const RECT r = Scaled(r96, dpi_);
         SetWindowPos(control, nullptr, r.left, r.top, r.right - r.left, r.bottom - r.top,
                      SWP_NOZORDER | SWP_NOACTIVATE);
@@ -466,7 +467,7 @@ void MainWindow::ShowDecoderWorkaround(bool on) {
 
 void MainWindow::ShowSongBlocks(bool on) {
     HWND view = blocks_.Handle();
-    if (!view || on == (IsWindowVisible(view) != FALSE)) return;
+    if (!view || on == ((GetWindowLongW(view, GWL_STYLE) & WS_VISIBLE) != 0)) return;
     ShowWindow(view, on ? SW_SHOWNA : SW_HIDE);
     Layout();
     events_->OnMoved();  // the docked list follows the new height

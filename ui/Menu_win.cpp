@@ -184,7 +184,7 @@ void PopupMenu::AddSeparator(HMENU menu) {
     Line& line = lines_.emplace_back();
     line.separator = true;
     line.menu = this;
-    AppendMenuW(menu, MF_OWNERDRAW | MF_DISABLED, 0, reinterpret_cast<LPCWSTR>(&line));
+    AppendMenuW(menu, MF_OWNERDRAW | MF_SEPARATOR, 0, reinterpret_cast<LPCWSTR>(&line));
 }
 
 void PopupMenu::Track(HWND owner, int x, int y) { TrackPopupMenu(root_, TPM_RIGHTBUTTON, x, y, 0, owner, nullptr); }

@@ -136,6 +136,14 @@ TEST_F(SongMenuE2E, BlockViewPlaysTheClickedBlock) {
     Open();
     HWND blocks = GetDlgItem(lumora_.main, IDC_MAIN_SONG_BLOCKS);
     ASSERT_TRUE(WaitFor([&] { return IsWindowVisible(blocks) != FALSE; }));
+    // Inside the window, above its status bar.
+    RECT view{}, status{}, client{};
+    GetWindowRect(blocks, &view);
+    GetWindowRect(GetDlgItem(lumora_.main, IDC_MAIN_STATUS), &status);
+    GetClientRect(lumora_.main, &client);
+    MapWindowPoints(lumora_.main, nullptr, reinterpret_cast<POINT*>(&client), 2);
+    EXPECT_LE(view.bottom, status.top);
+    EXPECT_GE(view.top, client.top);
     // The second block of the first row (blocks of 34 by 20 pixels, 4 apart, at 96 DPI).
     PostMessageW(blocks, WM_LBUTTONUP, 0, MAKELPARAM(4 + 38 + 17, 4 + 10));
     EXPECT_TRUE(lumora_.WaitForTitle("02.wav"));
