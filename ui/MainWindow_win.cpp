@@ -113,9 +113,11 @@ LRESULT MainWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
         case WM_CONTEXTMENU: OnContextMenu(static_cast<short>(LOWORD(lp)), static_cast<short>(HIWORD(lp))); return 0;
         case WM_MOVE: events_->OnMoved(); return 0;
         case WM_MEASUREITEM:
-            return FlatMenuMessage(msg, lp);
+        case WM_MENUCHAR:
+            if (const auto result = FlatMenuMessage(msg, wp, lp)) return *result;
+            break;
         case WM_DRAWITEM:
-            if (!FlatMenuMessage(msg, lp)) DrawImageButton(*reinterpret_cast<DRAWITEMSTRUCT*>(lp));
+            if (!FlatMenuMessage(msg, wp, lp)) DrawImageButton(*reinterpret_cast<DRAWITEMSTRUCT*>(lp));
             return TRUE;
         case WM_CTLCOLORSTATIC: {
             HDC dc = reinterpret_cast<HDC>(wp);

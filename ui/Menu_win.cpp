@@ -120,6 +120,12 @@ void Draw(const DRAWITEMSTRUCT& d) {
     }
 }
 
+// One character in capitals (CharUpperW takes a single character in the pointer's low word).
+wchar_t Upper(wchar_t c) {
+    return static_cast<wchar_t>(
+        reinterpret_cast<UINT_PTR>(CharUpperW(reinterpret_cast<LPWSTR>(static_cast<UINT_PTR>(c)))));
+}
+
 // The monitor's work area at a point of the screen.
 RECT WorkAreaAt(int x, int y) {
     MONITORINFO info{};
@@ -189,20 +195,38 @@ void PopupMenu::AddSeparator(HMENU menu) {
 
 void PopupMenu::Track(HWND owner, int x, int y) { TrackPopupMenu(root_, TPM_RIGHTBUTTON, x, y, 0, owner, nullptr); }
 
-bool FlatMenuMessage(UINT msg, LPARAM lp) {
+std::optional<LRESULT> FlatMenuMessage(UINT msg, WPARAM wp, LPARAM lp) {
     if (msg == WM_MEASUREITEM) {
         auto& m = *reinterpret_cast<MEASUREITEMSTRUCT*>(lp);
-        if (m.CtlType != ODT_MENU || !m.itemData) return false;
+        if (m.CtlType != ODT_MENU || !m.itemData) return std::nullopt;
         Measure(m);
-        return true;
+        return TRUE;
     }
     if (msg == WM_DRAWITEM) {
         const auto& d = *reinterpret_cast<const DRAWITEMSTRUCT*>(lp);
-        if (d.CtlType != ODT_MENU || !d.itemData) return false;
+        if (d.CtlType != ODT_MENU || !d.itemData) return std::nullopt;
         Draw(d);
-        return true;
+        return TRUE;
     }
-    return false;
+    if (msg != WM_MENUCHAR) return std::nullopt;
+    // The system cannot read an owner-drawn line's text: the line whose "&" key was typed is found here.
+    HMENU menu = reinterpret_cast<HMENU>(lp);
+    const wchar_t typed = Upper(static_cast<wchar_t>(LOWORD(wp)));
+    for (int i = 0, count = GetMenuItemCount(menu); i < count; ++i) {
+        MENUITEMINFOW info{};
+        info.cbSize = sizeof info;
+        info.fMask = MIIM_FTYPE | MIIM_DATA | MIIM_SUBMENU;
+        if (!GetMenuItemInfoW(menu, static_cast<UINT>(i), TRUE, &info) || !(info.fType & MFT_OWNERDRAW) ||
+            !info.dwItemData) {
+            continue;
+        }
+        const std::wstring& text = reinterpret_cast<const PopupMenu::Line*>(info.dwItemData)->text;
+        const size_t amp = text.find(L'&');
+        if (amp + 1 < text.size() && Upper(text[amp + 1]) == typed) {
+            return MAKELRESULT(i, info.hSubMenu ? MNC_SELECT : MNC_EXECUTE);
+        }
+    }
+    return MAKELRESULT(0, MNC_IGNORE);
 }
 
 void TrackMenu(HWND owner, const std::vector<MenuLine>& lines, int x, int y, const MenuLook& look) {

@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <deque>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -61,7 +62,8 @@ void TrackMenu(HWND owner, const std::vector<MenuLine>& lines, int x, int y, con
 void TrackSongMenu(HWND owner, const std::vector<std::string>& lines, int current, int firstCommand, int x, int y,
                    const MenuLook& look, const SongMenuOptions& options);
 
-// The owner's WM_MEASUREITEM and WM_DRAWITEM for the lines of a flat menu; false for anything else.
-bool FlatMenuMessage(UINT msg, LPARAM lp);
+// The owner's WM_MEASUREITEM, WM_DRAWITEM and WM_MENUCHAR (a line's "&" key) for the lines of a flat
+// menu: the message's result; nothing for other messages and other controls' items.
+std::optional<LRESULT> FlatMenuMessage(UINT msg, WPARAM wp, LPARAM lp);
 
 }  // namespace lumora

@@ -69,7 +69,9 @@ LRESULT PlaylistWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
             return 0;
         case WM_MEASUREITEM:
         case WM_DRAWITEM:
-            return FlatMenuMessage(msg, lp);
+        case WM_MENUCHAR:
+            if (const auto result = FlatMenuMessage(msg, wp, lp)) return *result;
+            break;
         case WM_CONTEXTMENU: OnContextMenu(static_cast<short>(LOWORD(lp)), static_cast<short>(HIWORD(lp))); return 0;
         case WM_DROPFILES: return SendMessageW(owner_, WM_DROPFILES, wp, lp);
         // A top-level window's media keys would go to the shell: the main window answers them.

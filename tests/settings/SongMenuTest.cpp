@@ -43,12 +43,17 @@ TEST(SongMenu, LayoutByCountBoundsAndWorkArea) {
         {5, 2, true, 0, 4, 40, 8,          T::Blocks, 2, 16, 1, 1, false},
         {500, 50, false, 32, 130, 60, 20,  T::Columns, 50, 0, 500, 10, false},
         {10, 3, false, 32, 130, 40, 8,     T::Columns, 3, 0, 10, 4, false},
+        {40, 10, false, 32, 130, 40, 4,    T::Columns, 10, 0, 40, 4, false},  // just as wide as the screen
         // columns wider than the work area become blocks
         {300, 10, false, 32, 130, 40, 8,   T::Blocks, 10, 50, 6, 1, false},
         {300, 0, true, 400, 500, 30, 3,    T::Blocks, 30, 30, 10, 1, false},
+        {200, 17, true, 32, 130, 40, 8,    T::Blocks, 17, 34, 6, 1, false},   // two columns of 17
+        {999, 60, true, 32, 130, 80, 8,    T::Blocks, 60, 60, 17, 1, false},  // one column of 60
         // a short column would make more blocks than the screen holds: the columns grow
         {999, 1, false, 32, 130, 30, 4,    T::Blocks, 3, 12, 84, 3, false},
         {0, 0, true, 32, 130, 40, 8,       T::Plain, 40, 0, 0, 0, false},
+        {1, 0, true, 32, 130, 40, 8,       T::Plain, 40, 0, 1, 1, false},
+        {10, 0, true, 32, 130, 40, 0,      T::Plain, 40, 0, 10, 1, false},  // no room at all: still one column
     };
     // clang-format on
     for (const Case& c : cases) {
@@ -61,12 +66,12 @@ TEST(SongMenu, LayoutByCountBoundsAndWorkArea) {
         EXPECT_EQ(static_cast<int>(layout.items.size()), c.menuLines);
         EXPECT_EQ(Columns(layout.items), c.columns);
         EXPECT_EQ(layout.cut, c.cut);
-        EXPECT_LE(Columns(layout.items), c.screenColumns);
+        EXPECT_LE(Columns(layout.items), std::max(c.screenColumns, 1));
         // Every entry once, in order, through the blocks' sub-menus, none of them wider than the screen.
         int next = 1;
         for (const SongMenuItem& item : layout.items) {
             const auto lines = item.block ? BlockLines(layout, item) : std::vector<SongMenuItem>{item};
-            EXPECT_LE(Columns(lines), c.screenColumns);
+            EXPECT_LE(Columns(lines), std::max(c.screenColumns, 1));
             for (const SongMenuItem& line : lines) {
                 EXPECT_FALSE(line.block);
                 EXPECT_EQ(line.first, next++);
@@ -112,15 +117,20 @@ TEST(SongMenu, MenuColoursAndTheBlockView) {
     const MenuColours own = ChooseMenuColours(store, 0x102030, 0xF0F0F0, 0x405060);
     EXPECT_EQ(std::tuple(own.background, own.text, own.highlight), std::tuple(0x0000FFu, 0xFFFFFFu, 0x3F3FFFu));
     store.SetText(opt::kMenuTextColour, "-2147483643");  // a system colour: the skin's text instead
-    EXPECT_EQ(ChooseMenuColours(store, 0x102030, 0xF0F0F0, 0x405060).text, 0xF0F0F0u);
+    store.SetText(opt::kMenuBackColour, "16777216");     // no colour at all
+    const MenuColours odd = ChooseMenuColours(store, 0x102030, 0xF0F0F0, 0x405060);
+    EXPECT_EQ(std::tuple(odd.background, odd.text), std::tuple(0x102030u, 0xF0F0F0u));
     EXPECT_EQ(BlendColour(0x000000, 0xC86432, 50), 0x643219u);
     EXPECT_EQ(BlendColour(0x123456, 0xFFFFFF, 0), 0x123456u);
 
     // Blocks of ten a row, three rows a page: the page follows the playing entry.
     EXPECT_EQ(RowToShow(35, 10, 3, 0), 1);
-    EXPECT_EQ(RowToShow(25, 10, 3, 0), 0);
+    EXPECT_EQ(RowToShow(30, 10, 3, 0), 0);
+    EXPECT_EQ(RowToShow(35, 10, 3, 2), 2);
     EXPECT_EQ(RowToShow(5, 10, 3, 2), 0);
     EXPECT_EQ(RowToShow(0, 10, 3, 2), 2);
+    EXPECT_EQ(RowToShow(5, 0, 3, 2), 2);
+    EXPECT_EQ(BlockAt(0, 3, 10, 20), 4);
     EXPECT_EQ(BlockAt(1, 4, 10, 20), 15);
     EXPECT_EQ(BlockAt(1, 9, 10, 20), 20);
     EXPECT_EQ(BlockAt(2, 0, 10, 20), std::nullopt);
