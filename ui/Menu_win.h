@@ -55,7 +55,7 @@ private:
     std::deque<Line> lines_;       // stable addresses: each line's item data points at its Line
 };
 
-void TrackMenu(HWND owner, const std::vector<MenuLine>& lines, int x, int y, const MenuLook& look);
+void TrackMenu(HWND owner, const std::vector<MenuLine>& lines, int x, int y, const MenuLook& look = {});
 
 // The song menu: `lines` are the queue's list lines, `current` the playing entry (1-based, 0 for none);
 // entry n sends `firstCommand` + n - 1. "列表试" (`layout.barBreaks` off) draws it flat whatever `look` says.
