@@ -80,6 +80,7 @@ bool MainWindow::Create(MainWindowEvents& events) {
                     kClientWidth, kClientHeight, nullptr, nullptr, GetModuleHandleW(nullptr), this);
     if (!hwnd_) return false;
     tipsAttached_ = tips_.Attach(hwnd_);
+    if (tipsAttached_) blocks_.tips = &tips_;
     return true;
 }
 
@@ -256,7 +257,8 @@ void MainWindow::Layout() {
         // (the style, not IsWindowVisible: the window itself may not show yet)
         const bool shown = (GetWindowLongW(control, GWL_STYLE) & WS_VISIBLE) != 0;
         if (id != IDC_MAIN_SONG_BLOCKS || shown) bottom96 = std::max(bottom96, static_cast<int>(r96.bottom));
-        const RECT r = Scaled(r96, dpi_);
+        RECT r = Scaled(r96, dpi_);
+        if (id == IDC_MAIN_SONG_BLOCKS && !shown) r.right = r.left, r.bottom = r.top;  // no room while hidden
         SetWindowPos(control, nullptr, r.left, r.top, r.right - r.left, r.bottom - r.top,
                      SWP_NOZORDER | SWP_NOACTIVATE);
         HFONT font = id == IDC_MAIN_TITLE ? Theme::BigFont(dpi_) : Theme::UiFont(dpi_);
@@ -438,7 +440,8 @@ void MainWindow::SetTips(const TransportTips& t) {
     };
     for (const auto& [id, text] : tips) SetTip(id, *text);
     SetTip(IDC_MAIN_LIBRARY, "加载“我的音乐库”");
-    SetTip(IDC_MAIN_SONG_MENU, "从当前列表中选一首播放");
+    // The block view's tip names the block under the pointer; this one waits for the first.
+    for (const int id : {IDC_MAIN_SONG_MENU, IDC_MAIN_SONG_BLOCKS}) SetTip(id, "从当前列表中选一首播放");
     SetTip(IDC_MAIN_TAG_LINE, "当前文件的标签信息：标题、歌手、专集、年代和其他");
 }
 

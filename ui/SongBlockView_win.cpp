@@ -49,9 +49,7 @@ bool SongBlockView::Create(HWND parent, int id) {
     if (!EnsureWindowClass(kClass, WndProc, Theme::DisplayBrush(), IDC_HAND)) return false;
     CreateWindowExW(0, kClass, L"", WS_CHILD | WS_VSCROLL | WS_CLIPSIBLINGS, 0, 0, 0, 0, parent,
                     reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), this);
-    if (!hwnd_) return false;
-    tipsAttached_ = tips_.Attach(parent);
-    return true;
+    return hwnd_ != nullptr;
 }
 
 void SongBlockView::SetEntries(const std::vector<std::string>& lines, int current) {
@@ -107,7 +105,7 @@ int SongBlockView::EntryAt(int x, int y) const {
 void SongBlockView::Hover(int entry) {
     if (entry == hot_) return;
     hot_ = entry;
-    if (tipsAttached_ && entry > 0) tips_.Set(hwnd_, lines_[static_cast<size_t>(entry - 1)]);
+    if (tips && entry > 0) tips->Set(hwnd_, lines_[static_cast<size_t>(entry - 1)]);
     InvalidateRect(hwnd_, nullptr, FALSE);
 }
 

@@ -21,6 +21,8 @@ public:
     void SetEntries(const std::vector<std::string>& lines, int current);
     // A block was clicked: its entry, 1-based.
     std::function<void(int)> onChoose;
+    // The balloon help of the window the view is in: the view's tip names the entry under the pointer.
+    TooltipClient* tips = nullptr;
 
     LRESULT OnMessage(UINT msg, WPARAM wp, LPARAM lp);
 
@@ -39,8 +41,6 @@ private:
     int top_ = 0;  // the top row shown
     int hot_ = 0;  // the entry under the pointer
     bool tracking_ = false;
-    TooltipClient tips_;
-    bool tipsAttached_ = false;
 };
 
 }  // namespace lumora
