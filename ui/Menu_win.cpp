@@ -256,6 +256,10 @@ void TrackMenu(HWND owner, const std::vector<MenuLine>& lines, int x, int y, con
     popup.Track(owner, x, y);
 }
 
+int SongMenuLineHeight(bool flat, int dpi) {
+    return flat ? Scaled(kLineHeight, dpi) : GetSystemMetrics(SM_CYMENUSIZE) + 2;
+}
+
 void TrackSongMenu(HWND owner, const std::vector<std::string>& lines, int current, int firstCommand, int x, int y,
                    const MenuLook& look, const SongMenuOptions& options) {
     MenuLook songLook = look;
@@ -277,7 +281,7 @@ void TrackSongMenu(HWND owner, const std::vector<std::string>& lines, int curren
         ReleaseDC(nullptr, dc);
     }
     const RECT work = WorkAreaAt(x, y);
-    const int lineHeight = songLook.flat ? Scaled(kLineHeight, dpi) : GetSystemMetrics(SM_CYMENUSIZE) + 2;
+    const int lineHeight = SongMenuLineHeight(songLook.flat, dpi);
     const int columnWidth = widest + Scaled(kCheckArea + kArrowArea, dpi) + 2 * GetSystemMetrics(SM_CXEDGE);
     const SongMenuScreen screen{(work.bottom - work.top - 2 * GetSystemMetrics(SM_CYEDGE) - 4) / lineHeight,
                                 (work.right - work.left) / std::max(columnWidth, 1)};

@@ -62,6 +62,9 @@ void TrackMenu(HWND owner, const std::vector<MenuLine>& lines, int x, int y, con
 void TrackSongMenu(HWND owner, const std::vector<std::string>& lines, int current, int firstCommand, int x, int y,
                    const MenuLook& look, const SongMenuOptions& options);
 
+// The height of a song menu's line, flat or the system's, at `dpi`: the work area holds as many.
+int SongMenuLineHeight(bool flat, int dpi);
+
 // The owner's WM_MEASUREITEM, WM_DRAWITEM and WM_MENUCHAR (a line's "&" key) for the lines of a flat
 // menu: the message's result; nothing for other messages and other controls' items.
 std::optional<LRESULT> FlatMenuMessage(UINT msg, WPARAM wp, LPARAM lp);

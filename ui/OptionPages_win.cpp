@@ -17,6 +17,7 @@
 #include "settings/SettingsStore.h"
 #include "ui/ControlIds.h"
 #include "ui/Dpi_win.h"
+#include "ui/Menu_win.h"
 #include "ui/Prompts_win.h"
 #include "ui/SoundCardWindow_win.h"
 #include "ui/Theme_win.h"
@@ -563,8 +564,11 @@ private:
             const bool autoType = IsDlgButtonChecked(page_, Id(opt::kAutoSongMenuType)) == BST_CHECKED;
             RECT work{};
             SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
-            const bool overflows = SongMenuOverflows(at == CB_ERR ? 0 : static_cast<int>(at), autoType,
-                                                     work.bottom - work.top, GetSystemMetrics(SM_CYMENUSIZE));
+            // The song menu's lines are as high as its look makes them.
+            const bool flat = edited_.IsOn(opt::kXpMenus) || edited_.IsOn(opt::kFlatSongMenu);
+            const bool overflows =
+                SongMenuOverflows(at == CB_ERR ? 0 : static_cast<int>(at), autoType, work.bottom - work.top,
+                                  SongMenuLineHeight(flat, WindowDpi(page_)));
             ShowWindow(warning, overflows ? SW_SHOW : SW_HIDE);
         }
         if (HWND delay = GetDlgItem(page_, Id(opt::kVolumeFadeDelay))) {
