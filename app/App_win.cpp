@@ -22,6 +22,7 @@
 #include "settings/WindowPlacement.h"
 #include "ui/ControlIds.h"
 #include "ui/Prompts_win.h"
+#include "ui/Theme_win.h"
 #include "ui/WindowClass_win.h"
 
 namespace lumora {
@@ -226,6 +227,7 @@ void App::OptionsChanged() {
     keepOnTop(playlist_.Handle(), settings_.IsOn(opt::kListWindowTopmost));
     keepOnTop(display_.Handle(), settings_.IsOn(opt::kListWindowTopmost));
     window_.ShowDecoderWorkaround(settings_.IsOn(opt::kDecoderWorkaround));
+    ApplyLooks();
     ShowTips();
     playlist_.CreateInfoTip(settings_.IsOn(opt::kClassicListTips));
     screenSaver_.Update(player_.IsPlaying());
@@ -235,6 +237,23 @@ void App::OptionsChanged() {
     } else {
         hotKeys_.Release();
     }
+}
+
+void App::ApplyLooks() {
+    const SkinLook look = LookWithUserColours(Theme::BuiltInLook(SkinFor(settings_.Number(opt::kSkin))), settings_,
+                                              [](int index) { return static_cast<SkinColour>(GetSysColor(index)); });
+    if (Theme::Apply(look)) {
+        window_.Restyle();
+        playlist_.Restyle();
+        display_.Restyle();
+    }
+    window_.ShowQuickButtons(settings_.IsOn(opt::kShortcutButtons));
+    window_.SetRunningTextSpeed(settings_.Number(opt::kRunningTextSpeed));
+    window_.SetColouredProgress(settings_.IsOn(opt::kColouredProgress));
+}
+
+void App::ChooseSkin(int value) {
+    if (WriteOptionNow(settings_, services_.registry, opt::kSkin, std::to_string(value))) ApplyLooks();
 }
 
 void App::ShowLyricsLines(std::string_view first, std::string_view second) {

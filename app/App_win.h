@@ -137,6 +137,10 @@ private:
     // The store changed (the settings dialog's confirmation, the "倒制" button): what the windows show from
     // it at start is shown anew. Everything else reads the store when it is used.
     void OptionsChanged();
+    // The skin and the looks of the options, in every window; unchanged looks are not drawn again.
+    void ApplyLooks();
+    // A skin chosen from the menu: kept at once, shown at once.
+    void ChooseSkin(int value);
 
     void ShowTips();
     void RefreshTips();

@@ -7,6 +7,7 @@
 #include "platform/WinText_win.h"
 #include "ui/ControlIds.h"
 #include "ui/Dpi_win.h"
+#include "ui/SkinPaint_win.h"
 #include "ui/Theme_win.h"
 #include "ui/WindowClass_win.h"
 
@@ -81,6 +82,14 @@ void AudioDisplayWindow::LayOutPanel() {
     PlaceLyrics();
 }
 
+void AudioDisplayWindow::Restyle() {
+    if (!hwnd_) return;
+    SetClassLongPtrW(hwnd_, GCLP_HBRBACKGROUND, reinterpret_cast<LONG_PTR>(Theme::DisplayBrush()));
+    Theme::Caption(hwnd_);
+    LayOutPanel();  // the fonts in the skin's weights
+    RedrawWindow(hwnd_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_FRAME);
+}
+
 void AudioDisplayWindow::SetLyrics(const std::string& current, const std::string& next) {
     if (!hwnd_) return;
     SetDlgItemTextW(hwnd_, ids::IDC_LYRICS_CURRENT, Widen(current).c_str());
@@ -150,6 +159,7 @@ bool AudioDisplayWindow::Create(HWND owner) {
                             Scaled(kHeight, WindowDpi(owner)), owner, nullptr, GetModuleHandleW(nullptr), this);
     if (!hwnd_) return false;
     dpi_ = WindowDpi(hwnd_);
+    Theme::Caption(hwnd_);
     for (int id : kPanelIds) {
         CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_NOPREFIX | SS_LEFTNOWORDWRAP, 0, 0, 0, 0, hwnd_,
                         reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
@@ -233,19 +243,19 @@ void AudioDisplayWindow::Paint(HDC dc) {
     const int gap = Scaled(3, dpi_);
     const int foot = Scaled(4, dpi_);  // room under the bars
     const int width = (client.right - client.left - gap) / kSpectrumBands - gap;
-    HBRUSH bar = CreateSolidBrush(Theme::kDisplayText);
-    HBRUSH cap = CreateSolidBrush(Theme::kAccent);
+    const SkinLook& skin = Theme::Look();
+    // Bars glow towards the accent at their top; the peaks are the accent itself.
+    const SkinGradient bar{BlendColour(skin.displayText, skin.accent, 450), skin.displayText};
+    HBRUSH cap = Theme::SolidBrush(skin.accent);
     for (int b = 0; b < kSpectrumBands; ++b) {
         const int height =
             static_cast<int>(bands_[static_cast<size_t>(b)] * static_cast<float>(client.bottom - 2 * foot));
         const int x = client.left + gap + b * (width + gap);
         RECT r{x, client.bottom - foot - height, x + width, client.bottom - foot};
-        FillRect(mem, &r, bar);
+        FillGradient(mem, r, bar);
         RECT top{x, r.top - gap, x + width, r.top};
         FillRect(mem, &top, cap);
     }
-    DeleteObject(bar);
-    DeleteObject(cap);
     BitBlt(dc, client.left, 0, client.right - client.left, client.bottom, mem, client.left, 0, SRCCOPY);
     SelectObject(mem, old);
     DeleteObject(bitmap);

@@ -36,6 +36,8 @@ public:
 
     // How the two lyrics lines look.
     void SetLyricsLook(const LyricsLook& look);
+    // The current skin (ui/Theme_win.h).
+    void Restyle();
     // The two lyrics lines (each may hold several lines joined by CR LF); both labels are
     // measured and placed anew after every change.
     void SetLyrics(const std::string& current, const std::string& next);

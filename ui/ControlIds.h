@@ -184,6 +184,17 @@ inline constexpr int IDC_ICONS_BROWSE = 1852;
 inline constexpr int IDC_ICONS_LIST = 1853;  // one item per icon, its index as the item's data
 inline constexpr int IDC_ICONS_INDEX = 1854;
 
+// Skins and looks: the main window's quick buttons 1900-1929, the skin menu's commands 1960-1969.
+inline constexpr int IDC_QUICK_LYRICS = 1901;
+inline constexpr int IDC_QUICK_INFO = 1902;
+inline constexpr int IDC_QUICK_FOLDER = 1903;
+inline constexpr int IDC_QUICK_SETTINGS = 1904;
+inline constexpr int IDC_QUICK_SKIN = 1905;  // the skin menu under it
+inline constexpr int kScrollTimerId = 1920;  // the main window's running text
+// One command per skin, in the order of SkinChoices() (common/SkinDescription.h).
+inline constexpr int IDM_SKIN_FIRST = 1960;
+inline constexpr char kSkinMenuText[] = "界面";  // the skin menu and its quick button
+
 // Splash window: 1300-1349.
 inline constexpr int IDC_SPLASH_OS = 1301;
 

@@ -4,6 +4,8 @@
 #include <windows.h>
 // (shellapi.h needs windows.h first)
 #include <shellapi.h>
+// (commctrl.h too)
+#include <commctrl.h>
 
 #include <cstdint>
 #include <map>
@@ -12,9 +14,11 @@
 #include <vector>
 
 #include "app/Commands.h"
+#include "common/SkinDescription.h"
 #include "playback/PlaybackController.h"
 #include "playback/TransportTexts.h"
 #include "playlist/PlayQueue.h"
+#include "ui/SkinPaint_win.h"
 #include "ui/TooltipClient_win.h"
 #include "ui/WindowBase_win.h"
 
@@ -68,6 +72,16 @@ public:
     // While on, the screen saver's and the display power-off's system commands are refused.
     void RefuseScreenSaver(bool on) { refuseScreenSaver_ = on; }
     void BringToFront();
+    // The current skin (ui/Theme_win.h): drawn anew, fonts and all.
+    void Restyle();
+    // "显示主窗体“快捷按钮”": the row of quick buttons under the status line, the window as tall as it needs.
+    void ShowQuickButtons(bool on);
+    // "L30": the running text's speed.
+    void SetRunningTextSpeed(std::optional<long long> speed);
+    // "进度滑道变色": the played part of the progress track changes colour as the file plays.
+    void SetColouredProgress(bool on);
+    // A menu under the control `id` (a quick button's).
+    void ShowMenuUnder(int id, const std::vector<MenuLine>& lines);
     // The keys of a dialog, for the window and its controls: Tab and Shift+Tab move the focus between
     // the controls, Enter clicks the focused button. True when `msg` was such a key.
     bool TakeDialogKey(const MSG& msg);
@@ -83,6 +97,13 @@ private:
     void OnContextMenu(int x, int y);
     void SetText(int id, const std::string& text);
     void SetTip(int id, const std::string& text);
+    void PaintBackdrop(HDC dc, const RECT& client) const;
+    LRESULT ColourControl(HDC dc, HWND control, bool button);
+    // The tag line runs when it does not fit; these measure, move and draw it.
+    void MeasureTagLine(bool newText);
+    void UpdateScrollTimer();
+    void DrawTagLine(const DRAWITEMSTRUCT& item);
+    LRESULT DrawSlider(NMCUSTOMDRAW& draw);
 
     MainWindowEvents* events_ = nullptr;
     HWND status_ = nullptr;
@@ -100,6 +121,12 @@ private:
     // What each control shows now, by control id (status bar parts by -1 - part).
     std::map<int, std::string> shown_;
     bool refuseScreenSaver_ = false;
+    Backdrop backdrop_;
+    RunningText runningText_;
+    ScrollPace pace_ = RunningTextPace(std::nullopt);
+    bool scrolling_ = false;  // the running text's timer runs
+    bool colouredProgress_ = false;
+    bool quickButtons_ = true;
 };
 
 }  // namespace lumora

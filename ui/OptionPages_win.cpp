@@ -10,6 +10,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "common/SkinDescription.h"
 #include "platform/WinText_win.h"
 #include "playback/VideoSizing.h"
 #include "settings/OptionForm.h"
@@ -63,14 +64,9 @@ constexpr std::string_view kSongMenuWarning = "设置不当“选歌”菜单会
 // Where the list window opens at start, by the number kept for it.
 constexpr std::string_view kListPlaces[] = {"上次的位置", "主窗体右侧", "主窗体下方"};
 
-// The skins a user may choose, with the number each keeps in the store.
-struct Skin {
-    int value;
-    std::string_view name;
-};
-constexpr Skin kSkins[] = {
-    {0, "界面1：黄色旋风"}, {1, "界面2：蓝色海洋"}, {2, "界面3：夜空"}, {5, "界面4：青竹"}, {6, "界面5：银灰"},
-};
+// The colour buttons of the balloons, and of the windows' own background and text.
+constexpr std::string_view kBackColourButton = "背景颜色...";
+constexpr std::string_view kTextColourButton = "文字颜色...";
 
 // clang-format off
 std::vector<PageRows> Pages() {
@@ -132,7 +128,9 @@ std::vector<PageRows> Pages() {
             {R::Check, opt::kXpMenus, "使用XP菜单（Win98/ME不适合使用此功能）取消时必须重启此软件"},
             {R::Check, opt::kNoWindowFades, "关闭“窗口”渐变效果。"},
             {R::Check, opt::kBackgroundColours, "“背景”", {}, {}, "打开设置“背景”选项。"},
+            {R::Colour, opt::kBackColour, kBackColourButton, {}, {}, {}, 12},
             {R::Check, opt::kPanelTextColours, "“字颜色”", {}, {}, "打开“设置面板的颜色”选项。"},
+            {R::Colour, opt::kPanelTextColour, kTextColourButton, {}, {}, {}, 12},
             {R::Check, opt::kMenuColours, "“菜单”", {}, {}, "打开设置“菜单”选项。"},
             {R::Colour, opt::kMenuBackColour, "“字颜色1”", {}, {}, kMenuColourTip, 12},
             {R::Colour, opt::kMenuTextColour, "“字颜色2”", {}, {}, kMenuColourTip, 12},
@@ -141,8 +139,8 @@ std::vector<PageRows> Pages() {
             {R::Check, opt::kBalloonHelp, "“显示“气泡”式帮助提示文本”"},
             {R::Check, opt::kInfoBalloons, "“显示“气泡”式信息提示文本”"},
             {R::Check, opt::kDefaultBalloonColours, "“气泡”提示文本，使用默认颜色"},
-            {R::Colour, opt::kBalloonBackColour, "背景颜色...", {}, {}, {}, 12},
-            {R::Colour, opt::kBalloonTextColour, "文字颜色...", {}, {}, {}, 12},
+            {R::Colour, opt::kBalloonBackColour, kBackColourButton, {}, {}, {}, 12},
+            {R::Colour, opt::kBalloonTextColour, kTextColourButton, {}, {}, {}, 12},
             {R::Check, opt::kStartupInfoBalloon, "启动提示软件信息(气泡提示)"},
             {R::Check, opt::kPlayInfoBalloon, "播放信息(气泡提示)"},
             {R::Check, opt::kHourlyChime, "整点报时(气泡提示)"},
@@ -363,7 +361,7 @@ public:
                 }
                 if (id == IDC_SET_SONG_MENU_WARNING) {
                     HBRUSH panel = Theme::PaintPanel(dc);
-                    SetTextColor(dc, Theme::kAccent);
+                    SetTextColor(dc, Theme::Accent());
                     return Answer(result, panel);
                 }
                 return false;
@@ -460,7 +458,7 @@ private:
             if (data == value) SendMessageW(list, CB_SETCURSEL, static_cast<WPARAM>(at), 0);
         };
         if (option == opt::kSkin) {
-            for (const Skin& s : kSkins) addEntry(s.name, s.value);
+            for (const SkinChoice& s : SkinChoices()) addEntry(s.name, s.value);
         } else if (option == opt::kSongMenuLayout) {
             for (int i = 0; i <= 99; ++i) addEntry(SongMenuLayoutEntry(i), i);
         } else if (option == opt::kListWindowPlace) {
@@ -566,6 +564,13 @@ private:
             const bool overflows = SongMenuOverflows(at == CB_ERR ? 0 : static_cast<int>(at), autoType,
                                                      work.bottom - work.top, GetSystemMetrics(SM_CYMENUSIZE));
             ShowWindow(warning, overflows ? SW_SHOW : SW_HIDE);
+        }
+        // The windows' own colours count only while their check box is on.
+        for (const auto& [check, colour] : {std::pair{opt::kBackgroundColours, opt::kBackColour},
+                                            std::pair{opt::kPanelTextColours, opt::kPanelTextColour}}) {
+            if (!GetDlgItem(page_, Id(colour))) continue;
+            const bool on = IsDlgButtonChecked(page_, Id(check)) == BST_CHECKED;
+            for (int id : {Id(colour), Id(colour, 3)}) EnableWindow(GetDlgItem(page_, id), on);
         }
         if (HWND delay = GetDlgItem(page_, Id(opt::kVolumeFadeDelay))) {
             EnableWindow(delay, IsDlgButtonChecked(page_, Id(opt::kNoVolumeFade)) != BST_CHECKED);

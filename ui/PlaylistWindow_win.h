@@ -43,6 +43,8 @@ public:
     // the edge it docks to.
     void Restore(const std::optional<WindowRect>& kept, ListDock dock);
     WindowRect Place() const;
+    // The current skin (ui/Theme_win.h).
+    void Restyle();
 
     LRESULT OnMessage(UINT msg, WPARAM wp, LPARAM lp);
 
@@ -50,6 +52,7 @@ private:
     void OnContextMenu(int x, int y);
     void OnMoving(RECT& r);
     void UpdateInfoTip();
+    void DrawLine(const DRAWITEMSTRUCT& item) const;
 
     PlaylistCommands* commands_ = nullptr;
     HWND owner_ = nullptr;

@@ -42,7 +42,7 @@ public:
                 HBRUSH brush = Theme::PaintPanel(dc);
                 const int id = GetDlgCtrlID(reinterpret_cast<HWND>(lp));
                 if (id == IDC_SOUND_FORMATS_HEADING || id == IDC_SOUND_FUNCTIONS_HEADING) {
-                    SetTextColor(dc, Theme::kAccent);
+                    SetTextColor(dc, Theme::Accent());
                 }
                 return reinterpret_cast<INT_PTR>(brush);
             }
