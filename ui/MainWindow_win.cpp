@@ -234,9 +234,9 @@ void MainWindow::OnCreate() {
     Label(hwnd_, IDC_MAIN_SEGMENT_A, Widen(t.segmentA).c_str(), 360, 123, 94, 16);
     Label(hwnd_, IDC_MAIN_SEGMENT_B, Widen(t.segmentB).c_str(), 360, 139, 94, 16);
 
-    Label(hwnd_, IDC_MAIN_VOLUME_LABEL, Widen(kVolumeLabel).c_str(), 8, 160, 30, 18);
-    Label(hwnd_, IDC_MAIN_VOLUME_MIN, L"MIN", 38, 160, 22, 18);
-    Slider(hwnd_, IDC_MAIN_VOLUME, 60, 156, 104, 24, 0, 20, 20);
+    Label(hwnd_, IDC_MAIN_VOLUME_LABEL, Widen(kVolumeLabel).c_str(), 8, 160, 28, 18);
+    Label(hwnd_, IDC_MAIN_VOLUME_MIN, L"MIN", 36, 160, 27, 18);
+    Slider(hwnd_, IDC_MAIN_VOLUME, 63, 156, 101, 24, 0, 20, 20);
     Label(hwnd_, IDC_MAIN_VOLUME_MAX, L"MAX", 164, 160, 28, 18);
     Label(hwnd_, IDC_MAIN_SPEED_LABEL, L"速度", 196, 160, 30, 18);
     HWND speed = Slider(hwnd_, IDC_MAIN_SPEED, 226, 156, 150, 24, 1, 200, 100);
