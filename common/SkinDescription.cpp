@@ -5,6 +5,7 @@
 #include <variant>
 
 #include "common/Text.h"
+#include "mediainfo/LyricsLook.h"
 #include "settings/OptionNames.h"
 #include "settings/SettingsStore.h"
 
@@ -165,6 +166,15 @@ SkinLook LookWithUserColours(SkinLook look, const SettingsStore& store,
         if (const auto text = StoredColour(store, opt::kPanelTextColour, systemColour)) look.text = *text;
     }
     return look;
+}
+
+LyricsColours LyricsColoursFor(const LyricsLook& lyrics, const SkinLook& skin) {
+    const LyricsLook defaults;
+    const auto own = [](SkinColour user, SkinColour byDefault, SkinColour skins) {
+        return user == byDefault ? skins : user;
+    };
+    return {own(lyrics.background, defaults.background, skin.display.to),
+            own(lyrics.current, defaults.current, skin.accent), own(lyrics.next, defaults.next, skin.displayText)};
 }
 
 SkinColour BlendColour(SkinColour a, SkinColour b, int permille) {

@@ -17,6 +17,7 @@
 namespace lumora {
 
 class SettingsStore;
+struct LyricsLook;
 
 // A colour as Windows keeps it (COLORREF): red in the low byte, then green, then blue.
 using SkinColour = std::uint32_t;
@@ -84,6 +85,15 @@ const SkinChoice& SkinFor(std::optional<long long> value);
 // (a stored 0x80000000 + index).
 SkinLook LookWithUserColours(SkinLook look, const SettingsStore& store,
                              const std::function<SkinColour(int index)>& systemColour);
+
+// The lyrics lines' colours: each one the user's own (the lyrics settings), or the skin's while it is still
+// the lyrics' default: the display behind, the accent for the line sung, the display's text for the next.
+struct LyricsColours {
+    SkinColour background = 0;
+    SkinColour current = 0;
+    SkinColour next = 0;
+};
+LyricsColours LyricsColoursFor(const LyricsLook& lyrics, const SkinLook& skin);
 
 // `a` to `b` by `permille` (0 = a, 1000 = b).
 SkinColour BlendColour(SkinColour a, SkinColour b, int permille);

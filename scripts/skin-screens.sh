@@ -52,8 +52,11 @@ for skin in "$@"; do
             wine explorer /desktop=LumoraSkins,2000x1400 "$exe" "$arg" &
             pid=$!
             sleep 14
+            # The windows at the top left; the dialog in the middle of the desktop.
+            crop="$((dpi * 17 / 2)):$((dpi * 11 / 2)):0:0"
+            [ "$what" = main ] || crop="$((dpi * 11)):$((dpi * 17 / 2)):$((1000 - dpi * 11 / 2)):$((700 - dpi * 17 / 4))"
             ffmpeg -loglevel error -y -f x11grab -video_size 2000x1400 -i "$DISPLAY" -frames:v 1 \
-                -vf "crop=$((dpi * 17 / 2)):$((dpi * 11 / 2)):0:0" "$png"
+                -vf "crop=$crop" "$png"
             kill "$pid" 2>/dev/null || true
             wineserver -k 2>/dev/null || true
         ' _ "$dpi" "$build/Lumora.exe" "$song" "$png" "$skin" "$what"

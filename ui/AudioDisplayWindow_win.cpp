@@ -50,7 +50,8 @@ void AudioDisplayWindow::SetLyricsLook(const LyricsLook& look) {
     if (background_) DeleteObject(background_);
     currentFont_ = LyricsFont(look.currentPoints);
     nextFont_ = LyricsFont(look.nextPoints);
-    background_ = CreateSolidBrush(look.background);
+    colours_ = LyricsColoursFor(look, Theme::Look());
+    background_ = CreateSolidBrush(colours_.background);
     if (picture_) {
         picture_->Release();
         picture_ = nullptr;
@@ -86,7 +87,7 @@ void AudioDisplayWindow::Restyle() {
     if (!hwnd_) return;
     SetClassLongPtrW(hwnd_, GCLP_HBRBACKGROUND, reinterpret_cast<LONG_PTR>(Theme::DisplayBrush()));
     Theme::Caption(hwnd_);
-    LayOutPanel();  // the fonts in the skin's weights
+    SetLyricsLook(look_);  // the lyrics' colours and the fonts in the skin's
     RedrawWindow(hwnd_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_FRAME);
 }
 
@@ -277,8 +278,8 @@ LRESULT AudioDisplayWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
             HDC dc = reinterpret_cast<HDC>(wp);
             const int id = GetDlgCtrlID(reinterpret_cast<HWND>(lp));
             if ((id == ids::IDC_LYRICS_CURRENT || id == ids::IDC_LYRICS_NEXT)) {
-                SetTextColor(dc, id == ids::IDC_LYRICS_CURRENT ? look_.current : look_.next);
-                SetBkColor(dc, look_.background);
+                SetTextColor(dc, id == ids::IDC_LYRICS_CURRENT ? colours_.current : colours_.next);
+                SetBkColor(dc, colours_.background);
                 return reinterpret_cast<LRESULT>(background_);
             }
             return reinterpret_cast<LRESULT>(Theme::PaintDisplay(dc));

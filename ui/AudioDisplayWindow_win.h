@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "common/SkinDescription.h"
 #include "mediainfo/LyricsLook.h"
 #include "mediainfo/StreamPanel.h"
 #include "playback/FrequencyBands.h"
@@ -59,6 +60,7 @@ private:
     HWND owner_ = nullptr;
     int dpi_ = 96;  // the DPI its layout and fonts are for
     LyricsLook look_;
+    LyricsColours colours_;  // the look's colours, the skin's where the look keeps its defaults
     HFONT currentFont_ = nullptr;
     HFONT nextFont_ = nullptr;
     HBRUSH background_ = nullptr;

@@ -29,7 +29,7 @@ namespace {
 using namespace ids;
 
 enum class Row {
-    Check,    // a check box; with `companion`, a number field or list after its caption
+    Check,    // a check box; with `companion`, a number field, list or colour button (`text2`) after its caption
     Radio,    // a radio group: `text`, `text2` and, for three choices, `text3`
     Slider,   // a label ("text" + the number) over a slider
     Number,   // a label with a number field after it
@@ -127,10 +127,8 @@ std::vector<PageRows> Pages() {
             {R::Check, opt::kShortcutButtons, "显示主窗体“快捷按钮”"},
             {R::Check, opt::kXpMenus, "使用XP菜单（Win98/ME不适合使用此功能）取消时必须重启此软件"},
             {R::Check, opt::kNoWindowFades, "关闭“窗口”渐变效果。"},
-            {R::Check, opt::kBackgroundColours, "“背景”", {}, {}, "打开设置“背景”选项。"},
-            {R::Colour, opt::kBackColour, kBackColourButton, {}, {}, {}, 12},
-            {R::Check, opt::kPanelTextColours, "“字颜色”", {}, {}, "打开“设置面板的颜色”选项。"},
-            {R::Colour, opt::kPanelTextColour, kTextColourButton, {}, {}, {}, 12},
+            {R::Check, opt::kBackgroundColours, "“背景”", kBackColourButton, {}, "打开设置“背景”选项。", 0, opt::kBackColour},
+            {R::Check, opt::kPanelTextColours, "“字颜色”", kTextColourButton, {}, "打开“设置面板的颜色”选项。", 0, opt::kPanelTextColour},
             {R::Check, opt::kMenuColours, "“菜单”", {}, {}, "打开设置“菜单”选项。"},
             {R::Colour, opt::kMenuBackColour, "“字颜色1”", {}, {}, kMenuColourTip, 12},
             {R::Colour, opt::kMenuTextColour, "“字颜色2”", {}, {}, kMenuColourTip, 12},
@@ -213,7 +211,13 @@ public:
                     const short h = static_cast<short>(lines * kLineHeight + 2);
                     add(DialogTemplate::kButton, Id(r.option), r.text, x, y, std::min(textWidth, width), h,
                         BS_AUTOCHECKBOX | BS_MULTILINE | BS_TOP | WS_TABSTOP | WS_GROUP);
-                    if (!r.companion.empty() && FindFormItem(r.companion)->kind == FormControl::Choice) {
+                    if (!r.companion.empty() && FindFormItem(r.companion)->kind == FormControl::Colour) {
+                        const short bx = static_cast<short>(x + textWidth + 4);
+                        add(DialogTemplate::kButton, Id(r.companion), r.text2, bx, static_cast<short>(y - 2), 56, 13,
+                            BS_PUSHBUTTON | WS_TABSTOP);
+                        add(DialogTemplate::kStatic, Id(r.companion, 3), "", static_cast<short>(bx + 60),
+                            static_cast<short>(y - 1), 24, 11, SS_NOTIFY | WS_BORDER);
+                    } else if (!r.companion.empty() && FindFormItem(r.companion)->kind == FormControl::Choice) {
                         t.AddControl(WC_COMBOBOXW, static_cast<WORD>(Id(r.companion)), L"",
                                      static_cast<short>(x + textWidth + 4), static_cast<short>(y - 2), 80, 80,
                                      CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP);
@@ -316,7 +320,7 @@ public:
                 const FormItem* c = FindFormItem(r.companion);
                 if (c->kind == FormControl::Choice) {
                     FillList(GetDlgItem(page, Id(r.companion)), r.companion, ShownValue(*c, edited_));
-                } else {
+                } else if (c->kind != FormControl::Colour) {
                     SetDlgItemTextW(page, Id(r.companion), Widen(std::to_string(ShownValue(*c, edited_))).c_str());
                 }
             }
@@ -337,9 +341,9 @@ public:
             case WM_COMMAND: {
                 const int id = LOWORD(wp);
                 for (const RowLayout& r : layout_.rows) {
-                    if (r.kind == Row::Colour && (id == Id(r.option) || id == Id(r.option, 3)) &&
-                        HIWORD(wp) == BN_CLICKED) {
-                        PickColour(r.option);
+                    const std::string_view colour = ColourOf(r);
+                    if (!colour.empty() && (id == Id(colour) || id == Id(colour, 3)) && HIWORD(wp) == BN_CLICKED) {
+                        PickColour(colour);
                         return Answer(result, TRUE);
                     }
                 }
@@ -350,9 +354,8 @@ public:
                 const int id = GetDlgCtrlID(reinterpret_cast<HWND>(lp));
                 auto dc = reinterpret_cast<HDC>(wp);
                 for (const RowLayout& r : layout_.rows) {
-                    if (r.kind == Row::Colour && id == Id(r.option, 3)) {
-                        return Answer(result, Brush(Colour(r.option)));
-                    }
+                    const std::string_view colour = ColourOf(r);
+                    if (!colour.empty() && id == Id(colour, 3)) return Answer(result, Brush(Colour(colour)));
                 }
                 if (id == IDC_SET_BALLOON_PREVIEW && IsWindowEnabled(reinterpret_cast<HWND>(lp))) {
                     SetTextColor(dc, Colour(opt::kBalloonTextColour));
@@ -391,6 +394,7 @@ private:
         for (const RowLayout& r : layout_.rows) {
             if (r.kind == Row::Check && !r.companion.empty()) {
                 PlaceAfter(GetDlgItem(page_, Id(r.option)), checkBox, GetDlgItem(page_, Id(r.companion)));
+                PlaceAfter(GetDlgItem(page_, Id(r.companion)), -1, GetDlgItem(page_, Id(r.companion, 3)));
             } else if (r.kind == Row::Choice) {
                 HWND list = GetDlgItem(page_, Id(r.option));
                 PlaceAfter(GetDlgItem(page_, Id(r.option, 3)), 0, list);
@@ -544,6 +548,13 @@ private:
         edited_.SetText(option, StoredText(*FindFormItem(option), cc.rgbResult));
         InvalidateRect(GetDlgItem(page_, Id(option, 3)), nullptr, TRUE);
         InvalidateRect(GetDlgItem(page_, IDC_SET_BALLOON_PREVIEW), nullptr, TRUE);
+    }
+
+    // The colour a row picks: a colour row's own, or its check box's companion.
+    static std::string_view ColourOf(const RowLayout& r) {
+        if (r.kind == Row::Colour) return r.option;
+        const FormItem* c = r.companion.empty() ? nullptr : FindFormItem(r.companion);
+        return c && c->kind == FormControl::Colour ? r.companion : std::string_view{};
     }
 
     // Controls whose state follows another one on the same page.

@@ -60,8 +60,8 @@ void PaintTabs(HWND tabs, HDC target) {
         InflateRect(&r, -Scaled(1, dpi), 0);
         if (chosen) {
             r.bottom = header.bottom + 1;  // it opens into its page
-            FillRounded(dc, r, Scaled(4, dpi), {BlendColour(look.panel, look.text, 90), look.panel}, 0, look.buttonEdge,
-                        1);
+            FillRounded(dc, r, Scaled(4, dpi), {BlendColour(look.panel, look.accent, 300), look.panel}, 0,
+                        look.buttonEdge, 1);
             RECT mark{r.left + Scaled(3, dpi), r.top + 1, r.right - Scaled(3, dpi), r.top + 1 + Scaled(2, dpi)};
             FillRect(dc, &mark, Theme::SolidBrush(look.accent));
             RECT join{r.left + 1, header.bottom, r.right - 1, header.bottom + 1};

@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "common/SkinDescription.h"
+#include "mediainfo/LyricsLook.h"
 #include "settings/OptionNames.h"
 #include "settings/SettingsStore.h"
 
@@ -169,6 +170,25 @@ TEST(SkinDescription, TheProgressTrackTurnsFromItsStartColourToItsEndColourOnlyW
     }
     EXPECT_EQ(BlendColour(SkinRgb(0, 0, 0), SkinRgb(255, 255, 255), 1), SkinRgb(0, 0, 0));
     EXPECT_EQ(BlendColour(SkinRgb(255, 255, 255), SkinRgb(0, 0, 0), 2), SkinRgb(254, 254, 254));
+}
+
+// The lyrics follow the skin until the user gives them colours of his own, each colour on its own.
+TEST(SkinDescription, TheLyricsTakeTheSkinsColoursWhereTheUserKeptTheDefaults) {
+    SkinLook skin;
+    skin.display = {SkinRgb(1, 1, 1), SkinRgb(2, 2, 2)};
+    skin.accent = SkinRgb(3, 3, 3);
+    skin.displayText = SkinRgb(4, 4, 4);
+    LyricsLook lyrics;
+    LyricsColours c = LyricsColoursFor(lyrics, skin);
+    EXPECT_EQ(c.background, SkinRgb(2, 2, 2));
+    EXPECT_EQ(c.current, SkinRgb(3, 3, 3));
+    EXPECT_EQ(c.next, SkinRgb(4, 4, 4));
+    lyrics.background = SkinRgb(9, 9, 9);
+    lyrics.next = SkinRgb(8, 8, 8);
+    c = LyricsColoursFor(lyrics, skin);
+    EXPECT_EQ(c.background, SkinRgb(9, 9, 9));
+    EXPECT_EQ(c.current, SkinRgb(3, 3, 3));
+    EXPECT_EQ(c.next, SkinRgb(8, 8, 8));
 }
 
 double PixelsPerSecond(ScrollPace pace) { return 1000.0 * pace.pixels / pace.intervalMs; }
