@@ -218,6 +218,17 @@ void AudioDisplayWindow::SetInfoLines(const std::vector<std::string>& lines) {
 void AudioDisplayWindow::Paint(HDC dc) {
     RECT client;
     GetClientRect(hwnd_, &client);
+    // The stream panel's ground between its lines (the lines paint their own).
+    const int saved = SaveDC(dc);
+    for (int id : kPanelIds) {
+        RECT line;
+        GetWindowRect(GetDlgItem(hwnd_, id), &line);
+        MapWindowPoints(nullptr, hwnd_, reinterpret_cast<POINT*>(&line), 2);
+        ExcludeClipRect(dc, line.left, line.top, line.right, line.bottom);
+    }
+    const RECT panel{0, 0, Scaled(kPanelWidth, dpi_), client.bottom};
+    FillRect(dc, &panel, Theme::DisplayBrush());
+    RestoreDC(dc, saved);
     client.left = Scaled(kPanelWidth, dpi_);
     // Drawn off screen first, so the bars do not flicker.
     HDC mem = CreateCompatibleDC(dc);

@@ -94,6 +94,33 @@ TEST_F(SessionTest, AChosenSkinShowsAtOnceFromTheSettingsDialogAndFromTheSkinMen
         << LookOf(lumora_.main)[0];
 }
 
+// A tag line too long for its place runs through it.
+TEST_F(SessionTest, ATagLineThatDoesNotFitRunsThroughItsPlace) {
+    std::string tag = "TAG";
+    for (char c : {'T', 'A', 'L'}) tag += std::string(30, c);  // title, artist, album
+    tag += "2026" + std::string(30, 'C') + '\x0C';
+    WriteBytes(media_ / L"long tag.wav", SilentWave(30) + tag);
+    StoreOption("L30", "100");
+    ASSERT_TRUE(lumora_.Open(PathText(media_ / L"long tag.wav")));
+    ASSERT_TRUE(lumora_.Playing());
+    ASSERT_TRUE(
+        WaitFor([&] { return ControlText(lumora_.main, IDC_MAIN_TAG_LINE).find("TTTT") != std::string::npos; }));
+    HWND line = GetDlgItem(lumora_.main, IDC_MAIN_TAG_LINE);
+    const auto row = [&] {
+        RECT r;
+        GetWindowRect(line, &r);
+        std::vector<COLORREF> pixels;
+        for (LONG x = r.left; x < r.right; x += 2) pixels.push_back(ScreenPixel({x, (r.top + r.bottom) / 2}));
+        return pixels;
+    };
+    // Moving, it shows ever new pictures (a repaint after the new text would give one more at most).
+    std::set<std::vector<COLORREF>> seen;
+    EXPECT_TRUE(WaitFor([&] {
+        seen.insert(row());
+        return seen.size() >= 4;
+    }));
+}
+
 // The control's text fits it in the control's own font.
 bool TextFits(HWND control) {
     const std::wstring text = Widen(Text(control));
