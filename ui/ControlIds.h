@@ -184,6 +184,12 @@ inline constexpr int IDC_ICONS_BROWSE = 1852;
 inline constexpr int IDC_ICONS_LIST = 1853;  // one item per icon, its index as the item's data
 inline constexpr int IDC_ICONS_INDEX = 1854;
 
+// The settings dialog's transparency page: 1950-1959.
+inline constexpr char kTransparencyPageTitle[] = "透明度";
+inline constexpr int IDC_TRANSPARENCY_ON = 1950;      // "form_tm_check1"
+inline constexpr int IDC_TRANSPARENCY_SLIDER = 1951;  // 1951-1953: main, list and lyrics window, 20-255
+inline constexpr int IDC_TRANSPARENCY_VALUE = 1954;   // 1954-1956: each slider's value as a text
+
 // Splash window: 1300-1349.
 inline constexpr int IDC_SPLASH_OS = 1301;
 
