@@ -5,10 +5,74 @@
 #include "ui/Theme_win.h"
 #include "ui/WindowBase_win.h"
 
+#include <cstring>
 #include <utility>
 
 namespace lumora {
 namespace {
+
+// The box's own keys, as the system's message box has them: Ctrl+C copies its title and text, and a
+// yes/no box takes Y and N without Alt. A dialog's keys pass through this hook before the dialog
+// manager sees them; boxes may open over boxes, so each run keeps the one it covers.
+struct BoxKeys {
+    HWND box = nullptr;
+    bool yesNo = false;
+    std::wstring copyText;
+};
+BoxKeys* gKeys = nullptr;
+HHOOK gHook = nullptr;
+
+void CopyToClipboard(HWND owner, const std::wstring& text) {
+    if (!OpenClipboard(owner)) return;
+    EmptyClipboard();
+    const size_t bytes = (text.size() + 1) * sizeof(wchar_t);
+    if (HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes)) {
+        if (void* p = GlobalLock(memory)) {
+            memcpy(p, text.c_str(), bytes);
+            GlobalUnlock(memory);
+            // The clipboard owns the memory once it took it.
+            if (!SetClipboardData(CF_UNICODETEXT, memory)) GlobalFree(memory);
+        } else {
+            GlobalFree(memory);
+        }
+    }
+    CloseClipboard();
+}
+
+LRESULT CALLBACK BoxKeyHook(int code, WPARAM wp, LPARAM lp) {
+    const MSG* msg = reinterpret_cast<const MSG*>(lp);
+    if (code == MSGF_DIALOGBOX && gKeys && msg->message == WM_KEYDOWN &&
+        (msg->hwnd == gKeys->box || IsChild(gKeys->box, msg->hwnd))) {
+        const bool ctrl = GetKeyState(VK_CONTROL) < 0, alt = GetKeyState(VK_MENU) < 0;
+        wchar_t cls[16] = {};
+        GetClassNameW(msg->hwnd, cls, 16);
+        const bool inEdit = lstrcmpiW(cls, L"Edit") == 0;  // its own Ctrl+C and letters stay its own
+        if (ctrl && !alt && msg->wParam == 'C' && !inEdit) {
+            CopyToClipboard(gKeys->box, gKeys->copyText);
+            return TRUE;
+        }
+        if (gKeys->yesNo && !ctrl && !alt && (msg->wParam == 'Y' || msg->wParam == 'N')) {
+            PostMessageW(gKeys->box, WM_COMMAND, msg->wParam == 'Y' ? IDYES : IDNO, 0);
+            return TRUE;
+        }
+    }
+    return CallNextHookEx(gHook, code, wp, lp);
+}
+
+// Runs a box's template with its keys.
+INT_PTR RunBox(const DialogTemplate& t, HWND owner, DLGPROC proc, LPARAM param, BoxKeys keys) {
+    BoxKeys* covered = gKeys;
+    gKeys = &keys;
+    const bool hooked = gHook == nullptr;
+    if (hooked) gHook = SetWindowsHookExW(WH_MSGFILTER, BoxKeyHook, nullptr, GetCurrentThreadId());
+    const INT_PTR rc = DialogBoxIndirectParamW(GetModuleHandleW(nullptr), t.Get(), owner, proc, param);
+    if (hooked && gHook) {
+        UnhookWindowsHookEx(gHook);
+        gHook = nullptr;
+    }
+    gKeys = covered;
+    return rc;
+}
 
 // A message or input box: the caller fills the fields, runs it, and reads `input` back.
 class BoxDialog final : public WindowBase<BoxDialog> {
@@ -73,6 +137,7 @@ INT_PTR BoxDialog::OnDialogMessage(UINT msg, WPARAM wp, LPARAM) {
     HWND dlg = hwnd_;
     switch (msg) {
         case WM_INITDIALOG:
+            if (gKeys && !gKeys->box) gKeys->box = dlg;
             SetDlgItemTextW(dlg, IDC_BOX_TEXT, text_.c_str());
             if (hasInput_) SetDlgItemTextW(dlg, IDC_BOX_EDIT, input.c_str());
             FitText(dlg);
@@ -120,8 +185,8 @@ int ShowBox(HWND owner, std::string_view text, std::string_view title, BoxButton
         t.AddControl(DialogTemplate::kButton, IDYES, L"是(&Y)", 55, 40, 50, 15, BS_DEFPUSHBUTTON | WS_TABSTOP);
         t.AddControl(DialogTemplate::kButton, IDNO, L"否(&N)", 115, 40, 50, 15, BS_PUSHBUTTON | WS_TABSTOP);
     }
-    const INT_PTR rc = DialogBoxIndirectParamW(GetModuleHandleW(nullptr), t.Get(), owner, BoxDialog::DlgProc,
-                                               reinterpret_cast<LPARAM>(&box));
+    const INT_PTR rc = RunBox(t, owner, BoxDialog::DlgProc, reinterpret_cast<LPARAM>(&box),
+                              {nullptr, buttons == BoxButtons::YesNo, Widen(title) + L"\r\n\r\n" + Widen(text)});
     if (buttons == BoxButtons::YesNo) return rc == IDYES ? IDYES : IDNO;
     return IDOK;
 }
@@ -134,8 +199,8 @@ std::optional<std::string> ShowInputBox(HWND owner, std::string_view prompt, std
     t.AddControl(DialogTemplate::kEdit, IDC_BOX_EDIT, L"", 10, 36, 210, 13, ES_AUTOHSCROLL | WS_BORDER | WS_TABSTOP);
     t.AddControl(DialogTemplate::kButton, IDOK, kOkText, 60, 58, 50, 15, BS_DEFPUSHBUTTON | WS_TABSTOP);
     t.AddControl(DialogTemplate::kButton, IDCANCEL, kCancelText, 120, 58, 50, 15, BS_PUSHBUTTON | WS_TABSTOP);
-    const INT_PTR rc = DialogBoxIndirectParamW(GetModuleHandleW(nullptr), t.Get(), owner, BoxDialog::DlgProc,
-                                               reinterpret_cast<LPARAM>(&box));
+    const INT_PTR rc = RunBox(t, owner, BoxDialog::DlgProc, reinterpret_cast<LPARAM>(&box),
+                              {nullptr, false, Widen(title) + L"\r\n\r\n" + Widen(prompt)});
     if (rc != IDOK) return std::nullopt;
     return Narrow(box.input);
 }

@@ -194,3 +194,44 @@ TEST_F(WindowsTest, TheLyricsWindowComesBackWhereItWasAndNeverOffScreen) {
 }
 
 }  // namespace lumora::e2e
+
+namespace lumora::e2e {
+
+// Lumora's own boxes answer the keyboard as the system's do: Ctrl+C copies the box, Esc closes it.
+TEST_F(SessionTest, ABoxCopiesItsTextWithCtrlCAndClosesWithEscape) {
+    ASSERT_TRUE(lumora_.Start(""));
+    HWND box = OpenBox(lumora_.main, IDM_ASSIGN_LYRICS, "指定歌词文件");
+    ASSERT_NE(box, nullptr);
+    const std::string text = BoxText(box);
+    ASSERT_FALSE(text.empty());
+    SetForegroundWindow(box);
+    ASSERT_TRUE(WaitFor([&] { return GetForegroundWindow() == box; }));
+    const auto press = [](std::initializer_list<WORD> keys) {
+        std::vector<INPUT> inputs;
+        for (WORD k : keys) inputs.push_back({INPUT_KEYBOARD, {.ki = {k, 0, 0, 0, 0}}});
+        for (auto k = std::rbegin(keys); k != std::rend(keys); ++k)
+            inputs.push_back({INPUT_KEYBOARD, {.ki = {*k, 0, KEYEVENTF_KEYUP, 0, 0}}});
+        SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+    };
+    const auto clipboard = [] {
+        std::string out;
+        if (!OpenClipboard(nullptr)) return out;
+        if (HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
+            if (const auto* p = static_cast<const wchar_t*>(GlobalLock(data))) {
+                out = Narrow(p);
+                GlobalUnlock(data);
+            }
+        }
+        CloseClipboard();
+        return out;
+    };
+    // Pressed again until the copy shows: the first keys may reach the box before it has the keyboard.
+    EXPECT_TRUE(WaitFor([&] {
+        press({VK_CONTROL, 'C'});
+        return WaitFor([&] { return clipboard() == "指定歌词文件\r\n\r\n" + text; }, 500);
+    })) << clipboard();
+    press({VK_ESCAPE});
+    EXPECT_TRUE(WaitFor([&] { return !IsWindow(box); }));
+}
+
+}  // namespace lumora::e2e
