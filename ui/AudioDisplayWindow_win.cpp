@@ -309,24 +309,31 @@ void AudioDisplayWindow::PaintBars(HDC mem, const RECT& client) {
 }
 
 void AudioDisplayWindow::PaintBubbles(HDC mem, const RECT& area) {
-    // Each bubble: a thin ring of its colour with a small light spot up and to the left, as glass shows.
-    HGDIOBJ oldBrush = SelectObject(mem, GetStockObject(NULL_BRUSH));
+    // Each bubble: a faint tint of its colour over the background inside a ring of it, and a small light
+    // spot up and to the left, as glass shows.
+    const auto mix = [](BYTE a, BYTE b) { return static_cast<BYTE>((a + 4 * b) / 5); };
+    const COLORREF back = look_.background;
     HBRUSH shine = CreateSolidBrush(RGB(255, 255, 255));
     const int ring = std::max(1, Scaled(1, dpi_));
     for (const Bubble& b : bubbles_.Bubbles()) {
         const BubbleColour c = bubbles_.ColourOf(b, bubblesColourChanging_);
         HPEN pen = CreatePen(PS_SOLID, ring, RGB(c.red, c.green, c.blue));
+        HBRUSH tint = CreateSolidBrush(
+            RGB(mix(c.red, GetRValue(back)), mix(c.green, GetGValue(back)), mix(c.blue, GetBValue(back))));
         HGDIOBJ oldPen = SelectObject(mem, pen);
+        HGDIOBJ oldBrush = SelectObject(mem, tint);
         const int x = area.left + static_cast<int>(b.x), y = static_cast<int>(b.y), r = static_cast<int>(b.radius);
         Ellipse(mem, x - r, y - r, x + r + 1, y + r + 1);
-        SelectObject(mem, oldPen);
-        DeleteObject(pen);
         const int s = std::max(1, r / 4), sx = x - r / 2, sy = y - r / 2;
-        RECT spot{sx - s / 2, sy - s / 2, sx + s / 2 + 1, sy + s / 2 + 1};
-        FillRect(mem, &spot, shine);
+        SelectObject(mem, GetStockObject(NULL_PEN));
+        SelectObject(mem, shine);
+        Ellipse(mem, sx - s, sy - s, sx + s + 1, sy + s + 1);
+        SelectObject(mem, oldBrush);
+        SelectObject(mem, oldPen);
+        DeleteObject(tint);
+        DeleteObject(pen);
     }
     DeleteObject(shine);
-    SelectObject(mem, oldBrush);
 }
 
 LRESULT AudioDisplayWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
