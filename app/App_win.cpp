@@ -24,6 +24,7 @@
 #include "ui/Prompts_win.h"
 #include "ui/Theme_win.h"
 #include "ui/WindowClass_win.h"
+#include "ui/WindowFade_win.h"
 
 namespace lumora {
 namespace {
@@ -34,8 +35,14 @@ ScreenExtent ScreenInTwips() {
     return {PixelsToTwipsX(GetSystemMetrics(SM_CXSCREEN)), PixelsToTwipsY(GetSystemMetrics(SM_CYSCREEN))};
 }
 
-BOOL CALLBACK AddMonitor(HMONITOR, HDC, LPRECT r, LPARAM list) {
-    reinterpret_cast<std::vector<WindowRect>*>(list)->push_back({r->left, r->top, r->right, r->bottom});
+// Each monitor's work area: a window restored there is not under a taskbar.
+BOOL CALLBACK AddMonitor(HMONITOR monitor, HDC, LPRECT, LPARAM list) {
+    MONITORINFO info{};
+    info.cbSize = sizeof info;
+    if (GetMonitorInfoW(monitor, &info)) {
+        const RECT& r = info.rcWork;
+        reinterpret_cast<std::vector<WindowRect>*>(list)->push_back({r.left, r.top, r.right, r.bottom});
+    }
     return TRUE;
 }
 
@@ -115,9 +122,10 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
 
     queue_.Clear();
 
+    ApplyTransparency(LoadWindowTransparency(services_.ini));
     RestorePositions();
-    ShowWindow(main, SW_SHOW);
-    if (settings_.IsOn(opt::kListWindowAtStart)) ShowWindow(playlist_.Handle(), SW_SHOWNOACTIVATE);
+    FadeIn(main, SW_SHOW);
+    if (settings_.IsOn(opt::kListWindowAtStart)) FadeIn(playlist_.Handle());
     if (settings_.IsOn(opt::kVideoWindowAtStart)) video_.ShowAsIs();  // "启动时打开视频窗口"
     UpdateWindow(main);
 
@@ -135,7 +143,6 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
     } else {
         OpenArgument(argument);
     }
-    if (const auto alpha = ReadWindowOpacity(services_.ini, TransparentWindow::Main)) window_.SetOpacity(*alpha);
     ApplyLyricsSettings(LoadLyricsDisplaySettings(services_.registry));
     HandOffArrived();
     return true;
@@ -149,6 +156,18 @@ void App::ApplyLyricsSettings(const LyricsDisplaySettings& settings) {
     lyricsSettings_ = settings;
     lyrics_.SetLineByteLimit(settings.lineByteLimit);
     display_.SetLyricsLook(settings.look);
+}
+
+void App::ApplyTransparency(const WindowTransparency& transparency) {
+    SetWindowOpacity(window_.Handle(), transparency.AlphaOf(TransparentWindow::Main));
+    SetWindowOpacity(playlist_.Handle(), transparency.AlphaOf(TransparentWindow::List));
+    SetWindowOpacity(display_.Handle(), transparency.AlphaOf(TransparentWindow::Lyrics));
+}
+
+void App::ShowBubbles() {
+    display_.SetBubbles(BubblesShown(settings_.IsOn(opt::kBubbles), settings_.IsOn(opt::kNoLyricsWindowBubbles),
+                                     player_.IsPlaying() && !player_.UsingDecoder1()),
+                        settings_.IsOn(opt::kColouredBubbles));
 }
 
 void App::ShowTips() {
@@ -199,6 +218,7 @@ void App::ShowPlayback(const PlaybackTexts& texts) {
                                                            : Controls::Closed);
     RefreshTips();
     UpdateTimers();
+    ShowBubbles();
     screenSaver_.Update(player_.IsPlaying());
 }
 
@@ -228,6 +248,8 @@ void App::OptionsChanged() {
     keepOnTop(display_.Handle(), settings_.IsOn(opt::kListWindowTopmost));
     window_.ShowDecoderWorkaround(settings_.IsOn(opt::kDecoderWorkaround));
     ApplyLooks();
+    SetWindowFades(!settings_.IsOn(opt::kNoWindowFades));
+    ShowBubbles();
     ShowTips();
     playlist_.CreateInfoTip(settings_.IsOn(opt::kClassicListTips));
     screenSaver_.Update(player_.IsPlaying());
@@ -273,7 +295,7 @@ void App::FileOpened(const std::string& path) {
     if (lyrics_.Load(path)) {
         if (settings_.IsOn(opt::kAutoOpenLyricsWindow)) display_.Show();
     } else if (settings_.IsOn(opt::kAutoCloseLyricsWindow) && !player_.UsingDecoder1()) {
-        ShowWindow(display_.Handle(), SW_HIDE);
+        display_.Hide();
     }
     stream_.Opened(path, player_.LengthMs(), settings_.IsOn(opt::kRepairMediaInfo));
     // The system's media controls show the tag's title and artist; a file without a title shows its name.
@@ -457,6 +479,10 @@ void App::RestorePositions() {
     const auto listKept = KeptPlace(kPlaylistWindowPlace, fromRegistry, CurrentDpi(), monitors);
     playlist_.Restore(listKept, StartListDock(settings_.Number(opt::kListWindowPlace), listKept, RectOf(main)));
     video_.Restore(KeptPlace(kVideoWindowPlace, fromSettings, CurrentDpi(), monitors));
+    const auto fromIni = [&](std::string_view name) {
+        return ParseDecimal(services_.ini.Read(kPlayerIniFile, kWindowPlaceSection, name));
+    };
+    display_.Restore(KeptPlace(kLyricsWindowPlace, fromIni, CurrentDpi(), monitors, RectOf(display_.Handle())));
 }
 
 bool App::WriteSetupValues(const std::vector<std::pair<std::string_view, std::string>>& values) {
@@ -477,11 +503,17 @@ void App::SavePositions() {
         values.push_back(std::move(value));
     }
     WriteSetupValues(values);
+    if (display_.HasPlace()) {
+        for (const auto& [name, text] : PlaceValues(kLyricsWindowPlace, RectOf(display_.Handle()), CurrentDpi())) {
+            services_.ini.Write(kPlayerIniFile, kWindowPlaceSection, name, text);
+        }
+    }
 }
 
 void App::Close() {
     defaultList_.SaveDefaultListOnExit();  // only when "L56" asks for it
     SavePositions();
+    FadeOutNow({display_.Handle(), playlist_.Handle(), window_.Handle()});
     hotKeys_.Release();
     engine_.CloseAll();
     screenSaver_.Update(false);

@@ -26,6 +26,7 @@
 #include "playlist/ListFileController.h"
 #include "playlist/MusicLibrary.h"
 #include "playlist/QueueController.h"
+#include "settings/IniFiles.h"
 #include "settings/SettingsStore.h"
 #include "ui/AudioDisplayWindow_win.h"
 #include "ui/MainWindow_win.h"
@@ -142,6 +143,10 @@ private:
     // A skin chosen from the menu: kept at once, shown at once.
     void ChooseSkin(int value);
 
+    // The main, list and lyrics windows' opacity: kept, or previewed by the settings page "透明度".
+    void ApplyTransparency(const WindowTransparency& transparency);
+    // The bubbles of the audio display while decoder 2 plays ("L27", "L37", "L64").
+    void ShowBubbles();
     void ShowTips();
     void RefreshTips();
     void UpdateTimers();

@@ -194,6 +194,11 @@ inline constexpr int kScrollTimerId = 1920;  // the main window's running text
 // One command per skin, in the order of SkinChoices() (common/SkinDescription.h).
 inline constexpr int IDM_SKIN_FIRST = 1960;
 inline constexpr char kSkinMenuText[] = "界面";  // the skin menu and its quick button
+// The settings dialog's transparency page: 1950-1959.
+inline constexpr char kTransparencyPageTitle[] = "透明度";
+inline constexpr int IDC_TRANSPARENCY_ON = 1950;      // "form_tm_check1"
+inline constexpr int IDC_TRANSPARENCY_SLIDER = 1951;  // 1951-1953: main, list and lyrics window, 20-255
+inline constexpr int IDC_TRANSPARENCY_VALUE = 1954;   // 1954-1956: each slider's value as a text
 
 // Splash window: 1300-1349.
 inline constexpr int IDC_SPLASH_OS = 1301;

@@ -639,11 +639,6 @@ void MainWindow::SetTips(const TransportTips& t) {
     SetTip(IDC_QUICK_SKIN, "选择界面");
 }
 
-void MainWindow::SetOpacity(int alpha) {
-    SetWindowLongW(hwnd_, GWL_EXSTYLE, GetWindowLongW(hwnd_, GWL_EXSTYLE) | WS_EX_LAYERED);
-    SetLayeredWindowAttributes(hwnd_, 0, static_cast<BYTE>(alpha), LWA_ALPHA);
-}
-
 bool MainWindow::TakeDialogKey(const MSG& msg) {
     if (msg.message != WM_KEYDOWN || !hwnd_ || (msg.hwnd != hwnd_ && !IsChild(hwnd_, msg.hwnd))) return false;
     if (GetKeyState(VK_CONTROL) < 0 || GetKeyState(VK_MENU) < 0) return false;

@@ -66,7 +66,6 @@ public:
                   bool enabled);
     // Only the texts, as the player's state changes them.
     void SetTips(const TransportTips& tips);
-    void SetOpacity(int alpha);
     // The "倒制" button held down while "解码倒制" is on.
     void ShowDecoderWorkaround(bool on);
     // While on, the screen saver's and the display power-off's system commands are refused.

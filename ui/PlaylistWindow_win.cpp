@@ -7,6 +7,7 @@
 
 #include "platform/WinText_win.h"
 #include "playlist/PlayQueue.h"
+#include "settings/Docking.h"
 #include "ui/ControlIds.h"
 #include "ui/Dpi_win.h"
 #include "ui/Menu_win.h"
@@ -14,14 +15,13 @@
 #include "ui/Theme_win.h"
 #include "ui/TipGuard_win.h"
 #include "ui/WindowClass_win.h"
+#include "ui/WindowFade_win.h"
 
 namespace lumora {
 namespace {
 
 using namespace ids;
 
-// The window snaps to the main window's right or bottom edge when dragged this close to it (at 96 DPI).
-constexpr int kSnapPixels = 16;
 constexpr int kDefaultWidth = 300;
 constexpr int kInfoTipWidth = 400;
 constexpr int kLineHeight = 18;
@@ -89,7 +89,13 @@ LRESULT PlaylistWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
             if (SendMessageW(owner_, WM_APPCOMMAND, reinterpret_cast<WPARAM>(owner_), lp)) return TRUE;
             break;
         case WM_MOVING: OnMoving(*reinterpret_cast<RECT*>(lp)); return TRUE;
-        case WM_CLOSE: ShowWindow(hwnd_, SW_HIDE); return 0;
+        // Docked, it takes the whole edge once the drag ends.
+        case WM_EXITSIZEMOVE:
+            FollowOwner();
+            return 0;
+        case WM_CLOSE:
+            FadeOut(hwnd_);
+            return 0;
     }
     return DefWindowProcW(hwnd_, msg, wp, lp);
 }
@@ -186,12 +192,14 @@ void PlaylistWindow::DrawLine(const DRAWITEMSTRUCT& item) const {
 
 void PlaylistWindow::SetCaption(const std::string& caption) { SetWindowTextW(hwnd_, Widen(caption).c_str()); }
 
+bool PlaylistWindow::Visible() const { return hwnd_ && ShownOrShowing(hwnd_); }
+
 void PlaylistWindow::Toggle() {
-    if (IsWindowVisible(hwnd_)) {
-        ShowWindow(hwnd_, SW_HIDE);
+    if (Visible()) {
+        FadeOut(hwnd_);
     } else {
         FollowOwner();
-        ShowWindow(hwnd_, SW_SHOWNOACTIVATE);
+        FadeIn(hwnd_);
     }
 }
 
@@ -209,12 +217,12 @@ void PlaylistWindow::FollowOwner() {
 void PlaylistWindow::OnMoving(RECT& r) {
     RECT o;
     GetWindowRect(owner_, &o);
-    const int snap = Scaled(kSnapPixels, dpi_);
-    const bool right = std::abs(r.left - o.right) <= snap && std::abs(r.top - o.top) <= snap;
-    const bool below = std::abs(r.left - o.left) <= snap && std::abs(r.top - o.bottom) <= snap;
-    dock_ = right ? ListDock::Right : below ? ListDock::Below : ListDock::None;
-    if (right) OffsetRect(&r, o.right - r.left, o.top - r.top);
-    if (below) OffsetRect(&r, o.left - r.left, o.bottom - r.top);
+    const WindowRect owner{o.left, o.top, o.right, o.bottom}, moving{r.left, r.top, r.right, r.bottom};
+    const int snap = Scaled(kDockSnapPixels, dpi_);
+    dock_ = SnapDock(moving, owner, snap);
+    const WindowRect at = SnapPlace(moving, owner, snap);
+    r = {static_cast<LONG>(at.left), static_cast<LONG>(at.top), static_cast<LONG>(at.right),
+         static_cast<LONG>(at.bottom)};
 }
 
 void PlaylistWindow::OnContextMenu(int x, int y) {

@@ -32,12 +32,13 @@ public:
     void Select(int index);
     // The selected line, 1-based; 0 for none.
     int SelectedIndex() const;
-    bool Visible() const { return hwnd_ && IsWindowVisible(hwnd_); }
+    // False while it fades out.
+    bool Visible() const;
     void SetCaption(const std::string& caption);
     // The information tip on the list ("L22" "1": the classic tip, otherwise a balloon).
     void CreateInfoTip(bool classic);
     void Toggle();
-    // Follows the main window while docked.
+    // Follows the main window while docked (ListDock), also after a drag docked it.
     void FollowOwner();
     // A kept place (in pixels) gives the window its size and, undocked, its place; `dock` (StartListDock)
     // the edge it docks to.
