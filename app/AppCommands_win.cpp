@@ -57,6 +57,7 @@ constexpr MenuSlot kMainMenu[] = {
     {Kind::Item, IDM_OPEN_LIST},
     {Kind::Item, IDM_SAVE_LIST},
     {Kind::Item, IDM_JUMP_TO_TIME},
+    {Kind::Item, IDM_SONG_MENU},
     {Kind::Separator},
     {Kind::Item, IDM_DEFAULT_LIST_SAVE},
     {Kind::Item, IDM_DEFAULT_LIST_DELETE},
@@ -127,6 +128,8 @@ void App::BuildCommands() {
     add({IDM_OPEN_LIST}, "打开列表文件(&P)...", [this] { OpenListFile(); });
     add({IDM_SAVE_LIST}, "保存列表文件(&S)...", [this] { lists_.SaveListFile(); });
     add({IDM_JUMP_TO_TIME, IDC_MAIN_TIME}, "直接播放(&T)...", [this] { player_.JumpToTime(); });
+    add({IDM_SONG_MENU}, kSongMenuText, [this] { ShowSongMenu(false); });
+    add({IDC_MAIN_SONG_MENU}, {}, [this] { ShowSongMenu(true); });
     add({IDM_DEFAULT_LIST_SAVE}, "“把当前列表设成默认列表”", [this] { defaultList_.SaveDefaultList(); });
     add({IDM_DEFAULT_LIST_DELETE}, "删除当前默认列表", [this] { defaultList_.DeleteDefaultList(); });
     add({IDM_LIBRARY_LOAD, IDC_MAIN_LIBRARY}, "打开‘我的音乐库’", [this] { library_.LoadLibrary(); });
@@ -190,7 +193,12 @@ UiState App::CurrentUiState() const {
 
 // A command waits for nested work to end (its windows stay usable, but nothing new starts inside it).
 void App::OnCommand(int id) {
-    if (!IsBusy()) commands_.Run(id, CurrentUiState());
+    if (IsBusy()) return;
+    if (id >= kFirstSongCommand && id <= kLastSongCommand) {
+        player_.PlayEntry(id - kFirstSongCommand + 1);  // a line of the song menu or a block
+    } else {
+        commands_.Run(id, CurrentUiState());
+    }
 }
 void App::RunCommand(int id) {
     if (!IsBusy()) commands_.Run(id, CurrentUiState());

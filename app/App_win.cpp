@@ -19,8 +19,10 @@
 #include "settings/IniFiles.h"
 #include "settings/OptionNames.h"
 #include "settings/RegistryWrapper.h"
+#include "settings/SongMenu.h"
 #include "settings/WindowPlacement.h"
 #include "ui/ControlIds.h"
+#include "ui/Menu_win.h"
 #include "ui/Prompts_win.h"
 #include "ui/Theme_win.h"
 #include "ui/WindowClass_win.h"
@@ -194,10 +196,14 @@ void App::SetLevel(int level) {
     decoder2_.SetVolume(level);
 }
 
-void App::ShowLines(const std::vector<std::string>& lines) { playlist_.SetLines(lines); }
+void App::ShowLines(const std::vector<std::string>& lines) {
+    playlist_.SetLines(lines);
+    ShowSongBlocks();
+}
 
 void App::ShowTexts(const QueueTexts& texts) {
     window_.ShowQueueTexts(texts);
+    ShowSongBlocks();
     playlist_.SetCaption(texts.listCaption);
     RefreshTips();
 }
@@ -254,6 +260,12 @@ void App::OptionsChanged() {
     playlist_.CreateInfoTip(settings_.IsOn(opt::kClassicListTips));
     screenSaver_.Update(player_.IsPlaying());
     UpdateTimers();
+    menuLook_.flat = menuLook_.flat || settings_.IsOn(opt::kXpMenus);
+    menuLook_.colours = ChooseMenuColours(settings_, Theme::kPanel, Theme::kText, Theme::kButtonHot);
+    window_.SetMenuLook(menuLook_);
+    playlist_.SetMenuLook(menuLook_);
+    window_.ShowSongBlocks(settings_.IsOn(opt::kModuleSongMenu));
+    ShowSongBlocks();
     if (settings_.IsOn(opt::kMediaKeysAlways)) {
         hotKeys_.Hold(window_.Handle());
     } else {
@@ -276,6 +288,16 @@ void App::ApplyLooks() {
 
 void App::ChooseSkin(int value) {
     if (WriteOptionNow(settings_, services_.registry, opt::kSkin, std::to_string(value))) ApplyLooks();
+void App::ShowSongMenu(bool fromButton) {
+    POINT at = window_.SongMenuPoint();
+    if (!fromButton) GetCursorPos(&at);
+    const PlayQueue& queue = queue_.Queue();
+    TrackSongMenu(window_.Handle(), queue.Lines(), queue.Current(), ids::kFirstSongCommand, at.x, at.y, menuLook_,
+                  SongMenuOptionsFrom(settings_));
+}
+
+void App::ShowSongBlocks() {
+    if (settings_.IsOn(opt::kModuleSongMenu)) window_.SetSongBlocks(queue_.Queue().Lines(), queue_.Queue().Current());
 }
 
 void App::ShowLyricsLines(std::string_view first, std::string_view second) {

@@ -142,6 +142,9 @@ private:
     void ApplyLooks();
     // A skin chosen from the menu: kept at once, shown at once.
     void ChooseSkin(int value);
+    // The song menu "选歌" under its button, or at the pointer when its menu entry chose it.
+    void ShowSongMenu(bool fromButton);
+    void ShowSongBlocks();
 
     // The main, list and lyrics windows' opacity: kept, or previewed by the settings page "透明度".
     void ApplyTransparency(const WindowTransparency& transparency);
@@ -190,6 +193,8 @@ private:
     unsigned runningTimers_ = 0;  // a bit for each TimerId that runs
     bool displayClosedByUser_ = false;  // until the next file opens
     bool closed_ = false;
+    // Flat menus ("使用XP菜单…") come at once when switched on, and stay until the next start.
+    MenuLook menuLook_;
 };
 
 }  // namespace lumora

@@ -7,6 +7,7 @@
 #include "common/Text.h"
 #include "settings/OptionNames.h"
 #include "settings/SettingsStore.h"
+#include "settings/SongMenu.h"
 
 namespace lumora {
 namespace {
@@ -149,7 +150,11 @@ std::string NumberRangeMessage(long long low, long long high) {
 }
 
 bool SongMenuOverflows(int filesPerColumn, bool autoType, int screenHeight, int lineHeight) {
-    return autoType && static_cast<long long>(filesPerColumn) * lineHeight > screenHeight;
+    SongMenuOptions options;
+    options.filesPerColumn = filesPerColumn;
+    options.autoType = autoType;
+    const SongMenuScreen screen{lineHeight > 0 ? screenHeight / lineHeight : 0, 1};
+    return autoType && LayOutSongMenu(0, options, screen).cut;
 }
 
 std::string SongMenuLayoutEntry(int index) {

@@ -74,6 +74,15 @@ inline constexpr int IDM_VOLUME_DOWN = 1220;
 inline constexpr int IDM_SETTINGS = 1221;
 inline constexpr int IDM_SETTINGS_FILE_TYPES = 1222;  // the dialog opened on its file types ("set")
 
+// The song menu "选歌": its button and block view 1930-1939, its menu entry 1230-1239, and one command
+// per queue entry from kFirstSongCommand on (entry n sends kFirstSongCommand + n - 1).
+inline constexpr char kSongMenuText[] = "选歌";
+inline constexpr int IDC_MAIN_SONG_MENU = 1930;
+inline constexpr int IDC_MAIN_SONG_BLOCKS = 1931;
+inline constexpr int IDM_SONG_MENU = 1230;
+inline constexpr int kFirstSongCommand = 3000;
+inline constexpr int kLastSongCommand = 3998;
+
 // Playlist window: 1100-1149; its menu 1250-1299.
 inline constexpr int IDC_PLAYLIST_LINES = 1101;
 inline constexpr int IDM_PLAYLIST_REMOVE = 1251;

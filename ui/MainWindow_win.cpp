@@ -131,7 +131,12 @@ LRESULT MainWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
         case WM_DROPFILES: OnDropFiles(reinterpret_cast<HDROP>(wp)); return 0;
         case WM_CONTEXTMENU: OnContextMenu(static_cast<short>(LOWORD(lp)), static_cast<short>(HIWORD(lp))); return 0;
         case WM_MOVE: events_->OnMoved(); return 0;
+        case WM_MEASUREITEM:
+        case WM_MENUCHAR:
+            if (const auto result = FlatMenuMessage(msg, wp, lp)) return *result;
+            break;
         case WM_DRAWITEM: {
+            if (FlatMenuMessage(msg, wp, lp)) return TRUE;
             const auto& item = *reinterpret_cast<DRAWITEMSTRUCT*>(lp);
             if (item.CtlType == ODT_STATIC) {
                 DrawTagLine(item);
@@ -244,8 +249,9 @@ void MainWindow::OnCreate() {
         reinterpret_cast<WNDPROC>(SetWindowLongPtrW(speed, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(SpeedSliderProc)));
     Label(hwnd_, IDC_MAIN_SEGMENT_RANGE, Widen(t.segmentRange).c_str(), 384, 160, 70, 18, SS_RIGHT);
 
-    Label(hwnd_, IDC_MAIN_PREVIOUS_LABEL, L"", 8, 184, 220, 18, SS_LEFTNOWORDWRAP | SS_ENDELLIPSIS);
-    Label(hwnd_, IDC_MAIN_NEXT_LABEL, L"", 232, 184, 100, 18, SS_LEFTNOWORDWRAP | SS_ENDELLIPSIS);
+    Label(hwnd_, IDC_MAIN_PREVIOUS_LABEL, L"", 8, 184, 170, 18, SS_LEFTNOWORDWRAP | SS_ENDELLIPSIS);
+    Label(hwnd_, IDC_MAIN_NEXT_LABEL, L"", 182, 184, 100, 18, SS_LEFTNOWORDWRAP | SS_ENDELLIPSIS);
+    CreateImageButton(hwnd_, IDC_MAIN_SONG_MENU, Widen(kSongMenuText).c_str(), 286, 181, 46, 22);
     CreateImageButton(hwnd_, IDC_MAIN_DECODER_WORKAROUND, Widen(kDecoderWorkaroundCaption).c_str(), 336, 181, 44, 22);
     CreateImageButton(hwnd_, IDC_MAIN_LIBRARY, L"音乐库", 384, 181, 70, 22);
     Label(hwnd_, IDC_MAIN_STATUS_LINE, Widen(t.statusLine).c_str(), 8, 206, kClientWidth - 16, 18);
@@ -260,6 +266,11 @@ void MainWindow::OnCreate() {
         GetWindowRect(child, &r);
         MapWindowPoints(nullptr, hwnd_, reinterpret_cast<POINT*>(&r), 2);
         if (r.top >= 62) SetWindowPos(child, nullptr, r.left, r.top + kTagLineShift, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    }
+    // The block view lies under everything, in a band of its own that is there only while it shows.
+    if (blocks_.Create(hwnd_, IDC_MAIN_SONG_BLOCKS)) {
+        SetWindowPos(blocks_.Handle(), nullptr, 6, kClientHeight - 20, kClientWidth - 12, 76, SWP_NOZORDER);
+        blocks_.onChoose = [this](int entry) { events_->OnCommand(kFirstSongCommand + entry - 1); };
     }
     const std::string tagLine = StreamPanelTexts{}.title;
     // Drawn by the window: it runs when it does not fit.
@@ -287,10 +298,12 @@ void MainWindow::OnCreate() {
 void MainWindow::Layout() {
     int bottom96 = 0;  // under the lowest control
     for (const auto& [id, r96] : layout96_) {
-        const bool hidden = IsQuickButton(id) && !quickButtons_;
-        if (!hidden) bottom96 = std::max(bottom96, static_cast<int>(r96.bottom));
         HWND control = GetDlgItem(hwnd_, id);
-        // A hidden quick button takes no room.
+        const bool hidden = IsQuickButton(id) && !quickButtons_;
+        // (the style, not IsWindowVisible: the window itself may not show yet)
+        const bool shown = (GetWindowLongW(control, GWL_STYLE) & WS_VISIBLE) != 0;
+        // A hidden quick button, or the song blocks while hidden, take no room.
+        if (!hidden && (id != IDC_MAIN_SONG_BLOCKS || shown)) bottom96 = std::max(bottom96, static_cast<int>(r96.bottom));
         const RECT r = hidden ? RECT{} : Scaled(r96, dpi_);
         if (IsQuickButton(id)) ShowWindow(control, hidden ? SW_HIDE : SW_SHOWNA);
         SetWindowPos(control, nullptr, r.left, r.top, r.right - r.left, r.bottom - r.top,
@@ -527,7 +540,7 @@ void MainWindow::OnContextMenu(int x, int y) {
         x = r.left + Scaled(20, dpi_);
         y = r.top + Scaled(40, dpi_);
     }
-    TrackMenu(hwnd_, events_->ContextMenu(), x, y);
+    TrackMenu(hwnd_, events_->ContextMenu(), x, y, menuLook_);
 }
 
 void MainWindow::SetText(int id, const std::string& text) {
@@ -631,6 +644,7 @@ void MainWindow::SetTips(const TransportTips& t) {
     };
     for (const auto& [id, text] : tips) SetTip(id, *text);
     SetTip(IDC_MAIN_LIBRARY, "加载“我的音乐库”");
+    SetTip(IDC_MAIN_SONG_MENU, "从当前列表中选一首播放");
     SetTip(IDC_MAIN_TAG_LINE, "当前文件的标签信息：标题、歌手、专集、年代和其他");
     SetTip(IDC_QUICK_LYRICS, kLyricsWindowCaption);
     SetTip(IDC_QUICK_INFO, kInfoEditorTitle);
@@ -657,6 +671,20 @@ bool MainWindow::TakeDialogKey(const MSG& msg) {
 
 void MainWindow::ShowDecoderWorkaround(bool on) {
     SetImageButtonLatched(GetDlgItem(hwnd_, IDC_MAIN_DECODER_WORKAROUND), on);
+}
+
+void MainWindow::ShowSongBlocks(bool on) {
+    HWND view = blocks_.Handle();
+    if (!view || on == ((GetWindowLongW(view, GWL_STYLE) & WS_VISIBLE) != 0)) return;
+    ShowWindow(view, on ? SW_SHOWNA : SW_HIDE);
+    Layout();
+    events_->OnMoved();  // the docked list follows the new height
+}
+
+POINT MainWindow::SongMenuPoint() const {
+    RECT r{};
+    GetWindowRect(GetDlgItem(hwnd_, IDC_MAIN_SONG_MENU), &r);
+    return {r.left, r.bottom};
 }
 
 void MainWindow::BringToFront() {

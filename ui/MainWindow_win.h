@@ -19,6 +19,8 @@
 #include "playback/TransportTexts.h"
 #include "playlist/PlayQueue.h"
 #include "ui/SkinPaint_win.h"
+#include "ui/Menu_win.h"
+#include "ui/SongBlockView_win.h"
 #include "ui/TooltipClient_win.h"
 #include "ui/WindowBase_win.h"
 
@@ -81,6 +83,13 @@ public:
     void SetColouredProgress(bool on);
     // A menu under the control `id` (a quick button's).
     void ShowMenuUnder(int id, const std::vector<MenuLine>& lines);
+    // How its right-click menu looks.
+    void SetMenuLook(const MenuLook& look) { menuLook_ = look; }
+    // The block view of the song choice under the controls, shown or hidden; the window grows to hold it.
+    void ShowSongBlocks(bool on);
+    void SetSongBlocks(const std::vector<std::string>& lines, int current) { blocks_.SetEntries(lines, current); }
+    // Where the song menu opens from its button: the button's lower left corner on the screen.
+    POINT SongMenuPoint() const;
     // The keys of a dialog, for the window and its controls: Tab and Shift+Tab move the focus between
     // the controls, Enter clicks the focused button. True when `msg` was such a key.
     bool TakeDialogKey(const MSG& msg);
@@ -126,6 +135,8 @@ private:
     bool scrolling_ = false;  // the running text's timer runs
     bool colouredProgress_ = false;
     bool quickButtons_ = true;
+    MenuLook menuLook_;
+    SongBlockView blocks_;
 };
 
 }  // namespace lumora

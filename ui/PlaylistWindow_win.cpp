@@ -82,6 +82,11 @@ LRESULT PlaylistWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
                 commands_->RunCommand(LOWORD(wp));
             }
             return 0;
+        case WM_MEASUREITEM:
+        case WM_DRAWITEM:
+        case WM_MENUCHAR:
+            if (const auto result = FlatMenuMessage(msg, wp, lp)) return *result;
+            break;
         case WM_CONTEXTMENU: OnContextMenu(static_cast<short>(LOWORD(lp)), static_cast<short>(HIWORD(lp))); return 0;
         case WM_DROPFILES: return SendMessageW(owner_, WM_DROPFILES, wp, lp);
         // A top-level window's media keys would go to the shell: the main window answers them.
@@ -238,7 +243,7 @@ void PlaylistWindow::OnContextMenu(int x, int y) {
         x = r.left + Scaled(20, dpi_);
         y = r.top + Scaled(20, dpi_);
     }
-    TrackMenu(hwnd_, commands_->PlaylistMenu(), x, y);
+    TrackMenu(hwnd_, commands_->PlaylistMenu(), x, y, menuLook_);
 }
 
 void PlaylistWindow::Restore(const std::optional<WindowRect>& kept, ListDock dock) {

@@ -9,6 +9,7 @@
 
 #include "app/Commands.h"
 #include "settings/WindowPlacement.h"
+#include "ui/Menu_win.h"
 #include "ui/WindowBase_win.h"
 
 namespace lumora {
@@ -46,6 +47,8 @@ public:
     WindowRect Place() const;
     // The current skin (ui/Theme_win.h).
     void Restyle();
+    // How its right-click menu looks.
+    void SetMenuLook(const MenuLook& look) { menuLook_ = look; }
 
     LRESULT OnMessage(UINT msg, WPARAM wp, LPARAM lp);
 
@@ -61,6 +64,7 @@ private:
     HWND infoTip_ = nullptr;
     ListDock dock_ = ListDock::Right;
     int dpi_ = 96;  // the DPI its font and sizes are for
+    MenuLook menuLook_;
 };
 
 }  // namespace lumora
