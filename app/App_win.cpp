@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "app/Startup.h"
+#include "app/Version.h"
 #include "mediainfo/Id3v1.h"
 #include "mediainfo/ListInfo.h"
 #include "platform/HandOff_win.h"
@@ -19,8 +20,10 @@
 #include "settings/IniFiles.h"
 #include "settings/OptionNames.h"
 #include "settings/RegistryWrapper.h"
+#include "settings/TipOverrides.h"
 #include "settings/WindowPlacement.h"
 #include "ui/ControlIds.h"
+#include "ui/Menu_win.h"
 #include "ui/Prompts_win.h"
 #include "ui/WindowClass_win.h"
 
@@ -59,6 +62,25 @@ std::uint64_t RandomSeed() {
     return (static_cast<std::uint64_t>(counter.QuadPart) * 0x9E3779B97F4A7C15ULL) ^
            (static_cast<std::uint64_t>(GetCurrentProcessId()) << 32) ^ GetTickCount();
 }
+
+TimeOfDay Now() {
+    SYSTEMTIME t{};
+    GetLocalTime(&t);
+    return {t.wHour, t.wMinute, t.wSecond, t.wMilliseconds};
+}
+
+// Every control of the main window whose help a user may write in the INI file.
+constexpr int kTipControls[] = {
+    ids::IDC_MAIN_PLAY,        ids::IDC_MAIN_STOP,        ids::IDC_MAIN_PREVIOUS,      ids::IDC_MAIN_NEXT,
+    ids::IDC_MAIN_BACK,        ids::IDC_MAIN_FORWARD,     ids::IDC_MAIN_MODE_NORMAL,   ids::IDC_MAIN_MODE_LOOP,
+    ids::IDC_MAIN_MODE_RANDOM, ids::IDC_MAIN_TIME_MODE,   ids::IDC_MAIN_SEGMENT,       ids::IDC_MAIN_PROGRESS,
+    ids::IDC_MAIN_VOLUME,      ids::IDC_MAIN_SPEED,       ids::IDC_MAIN_LIST,          ids::IDC_MAIN_OPEN,
+    ids::IDC_MAIN_TITLE,       ids::IDC_MAIN_TIME,        ids::IDC_MAIN_PERCENT,       ids::IDC_MAIN_MODE,
+    ids::IDC_MAIN_SEGMENT_A,   ids::IDC_MAIN_SEGMENT_B,   ids::IDC_MAIN_SEGMENT_RANGE, ids::IDC_MAIN_PREVIOUS_LABEL,
+    ids::IDC_MAIN_NEXT_LABEL,  ids::IDC_MAIN_COMBINED,    ids::IDC_MAIN_VOLUME_LABEL,  ids::IDC_MAIN_VOLUME_MIN,
+    ids::IDC_MAIN_VOLUME_MAX,  ids::IDC_MAIN_SPEED_LABEL, ids::IDC_MAIN_STATUS_LINE,   ids::IDC_MAIN_DECODER_WORKAROUND,
+    ids::IDC_MAIN_LIBRARY,     ids::IDC_MAIN_TAG_LINE,
+};
 
 }  // namespace
 
@@ -108,6 +130,7 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
         player_.RestoreVolume(level);
     }
     player_.RestoreTimeMode();
+    window_.SetTipOverrides(LoadTipOverrides(services_.ini, kTipControls));
     OptionsChanged();  // what the windows take from the options
     SetMessageFilter([this](MSG& msg) { return FilterMessage(msg); });
     mediaControls_.Attach(main);
@@ -119,6 +142,9 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
     if (settings_.IsOn(opt::kListWindowAtStart)) ShowWindow(playlist_.Handle(), SW_SHOWNOACTIVATE);
     if (settings_.IsOn(opt::kVideoWindowAtStart)) video_.ShowAsIs();  // "启动时打开视频窗口"
     UpdateWindow(main);
+    // "启动提示软件信息(气泡提示)": once the window stands.
+    if (settings_.IsOn(opt::kStartupInfoBalloon))
+        SetTimerRunning(TimerId::StartupBalloon, true, kStartupBalloonDelayMs);
 
     const long long startedMs = ThisProcessStartMs();
     if (argument == kSettingsArgument) {
@@ -159,12 +185,12 @@ void App::ShowTips() {
         // The tips' own colours, the system's: also after the user's colours were switched off.
         colours.emplace(GetSysColor(COLOR_INFOBK), GetSysColor(COLOR_INFOTEXT));
     }
-    window_.ShowTips(MakeTransportTips(settings_, queue_.Queue(), player_.Texts(), player_.FilePlays()), colours,
-                     settings_.IsOn(opt::kBalloonHelp));
+    window_.ShowTips(MakeTransportTips(settings_, queue_.Queue(), player_.Texts(), player_.FilePlays(), pointerMs_),
+                     colours, true);
 }
 
 void App::RefreshTips() {
-    window_.SetTips(MakeTransportTips(settings_, queue_.Queue(), player_.Texts(), player_.FilePlays()));
+    window_.SetTips(MakeTransportTips(settings_, queue_.Queue(), player_.Texts(), player_.FilePlays(), pointerMs_));
 }
 
 // The presenter side of the controllers' views.
@@ -180,6 +206,7 @@ void App::ShowTexts(const QueueTexts& texts) {
     window_.ShowQueueTexts(texts);
     playlist_.SetCaption(texts.listCaption);
     RefreshTips();
+    UpdateTrayIcon();  // its tip names the playing file
 }
 
 void App::SelectLine(int index) { playlist_.Select(index); }
@@ -235,6 +262,50 @@ void App::OptionsChanged() {
     } else {
         hotKeys_.Release();
     }
+    UpdateTrayIcon();
+    ArmChime();
+}
+
+void App::UpdateTrayIcon() {
+    HWND main = window_.Handle();
+    if (!main) return;
+    if (!settings_.IsOn(opt::kTrayIcon)) {
+        tray_.Remove();
+        if (!IsWindowVisible(main)) ShowMainWindow();  // never left without a way back
+        return;
+    }
+    const MediaEntry* playing = queue_.Queue().CurrentEntry();
+    const std::wstring tip = Widen(TrayTipText(ids::kMainTitle, playing ? playing->name : std::string()));
+    if (tray_.Shown()) {
+        tray_.SetTip(tip);
+    } else {
+        tray_.Show(main, tip);  // may fail while the shell has no notification area: TaskbarCreated retries
+    }
+}
+
+void App::ArmChime() {
+    if (!window_.Handle()) return;
+    SetTimerRunning(TimerId::Chime, false, 0);
+    if (settings_.IsOn(opt::kHourlyChime)) SetTimerRunning(TimerId::Chime, true, MsToNextHour(Now()));
+}
+
+void App::ShowBalloon(const BalloonText& balloon) {
+    HWND main = window_.Handle();
+    std::optional<POINT> at;
+    switch (PlaceBalloon(tray_.Shown(), IsWindowVisible(main) != FALSE, IsIconic(main) != FALSE)) {
+        case BalloonPlace::MainWindow:
+            break;  // the window's own place
+        case BalloonPlace::TrayIcon:
+            if ((at = tray_.Anchor())) break;
+            [[fallthrough]];
+        case BalloonPlace::ScreenCorner: {
+            RECT work{};
+            SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+            at = POINT{work.right - GetSystemMetrics(SM_CXSMICON) * 2, work.bottom};
+            break;
+        }
+    }
+    window_.ShowBalloon(at, balloon.title, balloon.text, kBalloonShowMs);
 }
 
 void App::ShowLyricsLines(std::string_view first, std::string_view second) {
@@ -259,7 +330,12 @@ void App::FileOpened(const std::string& path) {
     stream_.Opened(path, player_.LengthMs(), settings_.IsOn(opt::kRepairMediaInfo));
     // The system's media controls show the tag's title and artist; a file without a title shows its name.
     const Id3v1Tag tag = stream_.Tag().value_or(Id3v1Tag{});
-    mediaControls_.ShowFile(tag.title.empty() ? path.substr(path.find_last_of('\\') + 1) : tag.title, tag.artist);
+    const std::string fileName = path.substr(path.find_last_of('\\') + 1);
+    mediaControls_.ShowFile(tag.title.empty() ? fileName : tag.title, tag.artist);
+    // "播放信息(气泡提示)"
+    if (settings_.IsOn(opt::kPlayInfoBalloon)) {
+        ShowBalloon(PlayingBalloon(fileName, tag.title, tag.artist, player_.LengthMs()));
+    }
     display_.SetStreamTexts(stream_.Texts());
     window_.ShowTagLine(stream_.Texts().title);
 
@@ -352,6 +428,14 @@ void App::OnTimer(unsigned id) {
             }
             HandOffArrived();
             return;
+        case TimerId::StartupBalloon:
+            SetTimerRunning(TimerId::StartupBalloon, false, 0);
+            ShowBalloon(StartupBalloon(ids::kMainTitle, kVersionText));
+            return;
+        case TimerId::Chime:
+            ShowBalloon(ChimeBalloon(ChimeHour(Now())));
+            ArmChime();
+            return;
     }
 }
 
@@ -380,7 +464,45 @@ void App::OnMoved() { playlist_.FollowOwner(); }
 
 void App::OnCloseRequest() { Close(); }
 
-void App::OnTaskbarButton() { taskbar_.Attach(window_.Handle()); }
+void App::OnTaskbarButton() {
+    taskbar_.Attach(window_.Handle());
+    if (!settings_.IsOn(opt::kTrayIcon)) return;
+    // Explorer (re)started: the icon comes back; a window hidden behind an icon that cannot come back shows.
+    tray_.Show(window_.Handle(), tray_.Tip());
+    if (!tray_.Shown() && !IsWindowVisible(window_.Handle())) ShowMainWindow();
+}
+
+// "“最小化到任务拦”": minimised, the main window lives on as the notification-area icon only, when there is one.
+void App::OnMinimized() {
+    if (!settings_.IsOn(opt::kTrayIcon)) return;
+    if (!tray_.Shown()) UpdateTrayIcon();
+    if (tray_.Shown()) ShowWindow(window_.Handle(), SW_HIDE);
+}
+
+void App::OnTrayIcon(UINT mouseMessage) {
+    if (mouseMessage == WM_LBUTTONUP || mouseMessage == WM_LBUTTONDBLCLK) {
+        ShowMainWindow();
+    } else if (mouseMessage == WM_RBUTTONUP || mouseMessage == WM_CONTEXTMENU) {
+        // The menu closes when the user clicks elsewhere only if its window is in front.
+        SetForegroundWindow(window_.Handle());
+        POINT at{};
+        GetCursorPos(&at);
+        TrackMenu(window_.Handle(), TrayMenu(), at.x, at.y);
+        PostMessageW(window_.Handle(), WM_NULL, 0, 0);
+    }
+}
+
+void App::OnProgressPointer(int permille) {
+    const long long length = player_.LengthMs();
+    pointerMs_ = length > 0 ? std::optional<long long>(length * permille / 1000) : std::nullopt;
+    RefreshTips();
+}
+
+void App::ShowMainWindow() {
+    HWND main = window_.Handle();
+    ShowWindow(main, IsIconic(main) || !IsWindowVisible(main) ? SW_RESTORE : SW_SHOW);
+    SetForegroundWindow(main);
+}
 
 void App::OpenArgument(const std::string& argument) {
     const auto path = ResolveArgument(argument, services_.files);
@@ -464,6 +586,7 @@ void App::Close() {
     defaultList_.SaveDefaultListOnExit();  // only when "L56" asks for it
     SavePositions();
     hotKeys_.Release();
+    tray_.Remove();
     engine_.CloseAll();
     screenSaver_.Update(false);
     window_.Destroy();
