@@ -5,6 +5,7 @@
 #include <shlwapi.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "app/Startup.h"
 #include "app/Version.h"
@@ -143,8 +144,10 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
     if (settings_.IsOn(opt::kVideoWindowAtStart)) video_.ShowAsIs();  // "启动时打开视频窗口"
     UpdateWindow(main);
     // "启动提示软件信息(气泡提示)": once the window stands.
-    if (settings_.IsOn(opt::kStartupInfoBalloon))
+    if (settings_.IsOn(opt::kStartupInfoBalloon)) {
+        startupBalloonDue_ = true;
         SetTimerRunning(TimerId::StartupBalloon, true, kStartupBalloonDelayMs);
+    }
 
     const long long startedMs = ThisProcessStartMs();
     if (argument == kSettingsArgument) {
@@ -187,6 +190,7 @@ void App::ShowTips() {
     }
     window_.ShowTips(MakeTransportTips(settings_, queue_.Queue(), player_.Texts(), player_.FilePlays(), pointerMs_),
                      colours, true);
+    display_.ShowTips(MakeDisplayTips(settings_), colours->first, colours->second);
 }
 
 void App::RefreshTips() {
@@ -283,13 +287,21 @@ void App::UpdateTrayIcon() {
     }
 }
 
-void App::ArmChime() {
+void App::ArmChime(bool justChimed) {
     if (!window_.Handle()) return;
     SetTimerRunning(TimerId::Chime, false, 0);
-    if (settings_.IsOn(opt::kHourlyChime)) SetTimerRunning(TimerId::Chime, true, MsToNextHour(Now()));
+    if (settings_.IsOn(opt::kHourlyChime)) SetTimerRunning(TimerId::Chime, true, MsToNextHour(Now(), justChimed));
 }
 
 void App::ShowBalloon(const BalloonText& balloon) {
+    if (startupBalloonDue_ || nextBalloon_) {
+        nextBalloon_ = balloon;  // the latest waits; it shows after the start-up balloon
+        return;
+    }
+    PointBalloon(balloon);
+}
+
+void App::PointBalloon(const BalloonText& balloon) {
     HWND main = window_.Handle();
     std::optional<POINT> at;
     switch (PlaceBalloon(tray_.Shown(), IsWindowVisible(main) != FALSE, IsIconic(main) != FALSE)) {
@@ -430,11 +442,17 @@ void App::OnTimer(unsigned id) {
             return;
         case TimerId::StartupBalloon:
             SetTimerRunning(TimerId::StartupBalloon, false, 0);
-            ShowBalloon(StartupBalloon(ids::kMainTitle, kVersionText));
+            startupBalloonDue_ = false;
+            PointBalloon(StartupBalloon(ids::kMainTitle, kVersionText));
+            if (nextBalloon_) SetTimerRunning(TimerId::NextBalloon, true, kNextBalloonDelayMs);
+            return;
+        case TimerId::NextBalloon:
+            SetTimerRunning(TimerId::NextBalloon, false, 0);
+            if (const auto next = std::exchange(nextBalloon_, std::nullopt)) PointBalloon(*next);
             return;
         case TimerId::Chime:
             ShowBalloon(ChimeBalloon(ChimeHour(Now())));
-            ArmChime();
+            ArmChime(true);
             return;
     }
 }
@@ -532,6 +550,8 @@ void App::TakeAddResult(const AddResult& result) {
 std::string App::EntryInfo(int index) {
     const MediaEntry* entry = queue_.Queue().EntryAt(index);
     if (!entry) return {};
+    // "“文件列表框使用“经典”提示文本”": the entry's whole line and where the file is, in a plain tip.
+    if (settings_.IsOn(opt::kClassicListTips)) return ClassicListTip(ListLine(index, entry->name), entry->path);
     // "文件列表框中直接截取媒体文件信息"
     return ListInfoTipFor(services_.files, entry->path, entry->name, settings_.IsOn(opt::kListReadsMediaInfo),
                           settings_.IsOn(opt::kRepairMediaInfo));

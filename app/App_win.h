@@ -118,10 +118,12 @@ private:
     // "“最小化到任务拦”": the icon while the option is on, and its tip.
     void UpdateTrayIcon();
     std::vector<MenuLine> TrayMenu();
-    // A balloon of tooltip.dll where the window's state puts it (app/Notices.h).
+    // A balloon of tooltip.dll where the window's state puts it (app/Notices.h); one that comes while the
+    // start-up balloon is due waits for it.
     void ShowBalloon(const BalloonText& balloon);
+    void PointBalloon(const BalloonText& balloon);
     // "整点报时(气泡提示)": one timer, due at the next full hour, while the option is on.
-    void ArmChime();
+    void ArmChime(bool justChimed = false);
     // PlaylistCommands
     std::vector<MenuLine> PlaylistMenu() override;
     void RunCommand(int id) override;
@@ -193,6 +195,9 @@ private:
     TrayIcon tray_;
     // The time of the progress track under the pointer, for its tip; none until the pointer comes.
     std::optional<long long> pointerMs_;
+    // A balloon held back until the start-up one has been seen.
+    std::optional<BalloonText> nextBalloon_;
+    bool startupBalloonDue_ = false;
     MediaHotKeys hotKeys_;
     SystemMediaControls mediaControls_;
     std::string osCode_;

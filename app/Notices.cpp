@@ -42,7 +42,10 @@ BalloonText ChimeBalloon(int hour) {
     return {"整点报时", "现在时间：" + hh + ":00"};
 }
 
-unsigned MsToNextHour(const TimeOfDay& now) { return static_cast<unsigned>(kMsPerHour - MsIntoHour(now)); }
+unsigned MsToNextHour(const TimeOfDay& now, bool justChimed) {
+    const int left = kMsPerHour - MsIntoHour(now);
+    return static_cast<unsigned>(justChimed && left <= kEarlyMs ? left + kMsPerHour : left);
+}
 
 int ChimeHour(const TimeOfDay& now) {
     return MsIntoHour(now) >= kMsPerHour - kEarlyMs ? (now.hour + 1) % 24 : now.hour;
@@ -68,6 +71,10 @@ std::string TrayTipText(std::string_view programName, std::string_view playingNa
         i = next;
     }
     return cut + "…";
+}
+
+std::string ClassicListTip(std::string_view line, std::string_view path) {
+    return std::string(line) + "\r\n" + std::string(path);
 }
 
 int PermilleAt(int x, int left, int right) {

@@ -20,6 +20,11 @@ std::string NeighbourLine(const PlayQueue& queue, int step) {
 
 }  // namespace
 
+DisplayTips MakeDisplayTips(const SettingsStore& settings) {
+    if (!settings.IsOn(opt::kBalloonHelp)) return {};
+    return {"正在播放文件的标签和流信息：比特率、频率、层、帧数、版本和长度", "歌词：正在唱的一句和下一句"};
+}
+
 TransportTips MakeTransportTips(const SettingsStore& settings, const PlayQueue& queue, const PlaybackTexts& playback,
                                 bool hasFile, std::optional<long long> pointerMs) {
     TransportTips t;

@@ -71,6 +71,15 @@ struct TransportTips {
     bool operator==(const TransportTips&) const = default;
 };
 
+// The balloon help of the "音频\歌词显示" window: its stream panel and its two lyrics lines; empty while
+// "“显示“气泡”式帮助提示文本”" is off.
+struct DisplayTips {
+    std::string panel;
+    std::string lyrics;
+    bool operator==(const DisplayTips&) const = default;
+};
+DisplayTips MakeDisplayTips(const SettingsStore& settings);
+
 // `playback`: what the player shows now (its mode, time mode, volume, speed and segment);
 // `hasFile`: a file is open (back and forward can move in it); `pointerMs`: the time of the progress
 // track under the pointer while it rests there on an open file.

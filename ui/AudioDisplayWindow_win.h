@@ -12,6 +12,8 @@
 #include "mediainfo/LyricsLook.h"
 #include "mediainfo/StreamPanel.h"
 #include "playback/FrequencyBands.h"
+#include "playback/TransportTexts.h"
+#include "ui/TooltipClient_win.h"
 #include "ui/WindowBase_win.h"
 
 namespace lumora {
@@ -33,6 +35,9 @@ public:
     void SetStreamTexts(const StreamPanelTexts& texts);
     // A video's information lines in place of the stream panel.
     void SetInfoLines(const std::vector<std::string>& lines);
+
+    // The balloon help of its panel and lyrics lines, in `colours` (background, text).
+    void ShowTips(const DisplayTips& tips, COLORREF background, COLORREF text);
 
     // How the two lyrics lines look.
     void SetLyricsLook(const LyricsLook& look);
@@ -63,6 +68,7 @@ private:
     IPicture* picture_ = nullptr;
     std::array<float, kSpectrumBands> bands_{};
     std::array<std::string, 10> panelShown_;  // what each stream panel line shows now
+    TooltipClient tips_;
 };
 
 }  // namespace lumora
