@@ -104,6 +104,10 @@ constexpr std::array<StateQuery, sizeof...(I)> SkinStates(std::index_sequence<I.
     return {&CheckedAtSkin<I>...};
 }
 constexpr auto kSkinStates = SkinStates(std::make_index_sequence<std::size(kSkinMenu)>());
+constexpr MenuSlot kTrayMenu[] = {
+    {Kind::Item, IDM_TRAY_PLAY_PAUSE}, {Kind::Item, IDM_TRAY_NEXT}, {Kind::Item, IDM_TRAY_PREVIOUS}, {Kind::Separator},
+    {Kind::Item, IDM_TRAY_SHOW},       {Kind::Item, IDM_EXIT},
+};
 
 constexpr MenuSlot kPlaylistMenu[] = {
     {Kind::Item, IDM_PLAYLIST_PLAY},
@@ -159,6 +163,10 @@ void App::BuildCommands() {
     }
     add({IDC_QUICK_SKIN}, {},
         [this] { window_.ShowMenuUnder(IDC_QUICK_SKIN, commands_.Menu(kSkinMenu, CurrentUiState())); });
+    add({IDM_TRAY_PLAY_PAUSE}, "播放/暂停(&P)", [this] { player_.PlayPause(); });
+    add({IDM_TRAY_NEXT}, "下一首(&N)", [this] { player_.Next(); });
+    add({IDM_TRAY_PREVIOUS}, "上一首(&V)", [this] { player_.Previous(); });
+    add({IDM_TRAY_SHOW}, "显示(&S)", [this] { ShowMainWindow(); });
     // The transport buttons.
     add({IDC_MAIN_PLAY}, {}, [this] { player_.PlayPause(); });
     add({IDC_MAIN_STOP}, {}, [this] { player_.Stop(); });
@@ -204,6 +212,7 @@ void App::RunCommand(int id) {
     if (!IsBusy()) commands_.Run(id, CurrentUiState());
 }
 std::vector<MenuLine> App::ContextMenu() { return WithKeys(commands_.Menu(kMainMenu, CurrentUiState())); }
+std::vector<MenuLine> App::TrayMenu() { return commands_.Menu(kTrayMenu, CurrentUiState()); }
 std::vector<MenuLine> App::PlaylistMenu() { return WithKeys(commands_.Menu(kPlaylistMenu, CurrentUiState())); }
 
 // The system's menu texts stay as they are; the key follows after a tab.

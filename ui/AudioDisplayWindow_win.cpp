@@ -168,16 +168,26 @@ bool AudioDisplayWindow::Create(HWND owner) {
     dpi_ = WindowDpi(hwnd_);
     Theme::Caption(hwnd_);
     for (int id : kPanelIds) {
-        CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_NOPREFIX | SS_LEFTNOWORDWRAP, 0, 0, 0, 0, hwnd_,
-                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
+        // SS_NOTIFY: the balloon help needs the line to see the mouse.
+        CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_NOPREFIX | SS_NOTIFY | SS_LEFTNOWORDWRAP, 0, 0, 0,
+                        0, hwnd_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr),
+                        nullptr);
     }
     for (int id : {ids::IDC_LYRICS_CURRENT, ids::IDC_LYRICS_NEXT}) {
-        CreateWindowExW(0, L"STATIC", L"", WS_CHILD | SS_NOPREFIX | SS_CENTER, 0, 0, 0, 0, hwnd_,
+        CreateWindowExW(0, L"STATIC", L"", WS_CHILD | SS_NOPREFIX | SS_NOTIFY | SS_CENTER, 0, 0, 0, 0, hwnd_,
                         reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
     }
     SetLyricsLook(look_);
     SetStreamTexts(StreamPanelTexts{});
+    tips_.Attach(hwnd_);
     return true;
+}
+
+void AudioDisplayWindow::ShowTips(const DisplayTips& tips, COLORREF background, COLORREF text) {
+    for (int id : kPanelIds) tips_.Set(GetDlgItem(hwnd_, id), tips.panel);
+    for (int id : {ids::IDC_LYRICS_CURRENT, ids::IDC_LYRICS_NEXT}) tips_.Set(GetDlgItem(hwnd_, id), tips.lyrics);
+    tips_.SetColors(background, text);
+    tips_.Enable(!tips.panel.empty());
 }
 
 void AudioDisplayWindow::Show() {

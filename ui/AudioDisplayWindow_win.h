@@ -16,6 +16,8 @@
 #include "playback/Bubbles.h"
 #include "playback/FrequencyBands.h"
 #include "settings/WindowPlacement.h"
+#include "playback/TransportTexts.h"
+#include "ui/TooltipClient_win.h"
 #include "ui/WindowBase_win.h"
 
 namespace lumora {
@@ -45,6 +47,9 @@ public:
     void SetStreamTexts(const StreamPanelTexts& texts);
     // A video's information lines in place of the stream panel.
     void SetInfoLines(const std::vector<std::string>& lines);
+
+    // The balloon help of its panel and lyrics lines, in `colours` (background, text).
+    void ShowTips(const DisplayTips& tips, COLORREF background, COLORREF text);
 
     // How the two lyrics lines look.
     void SetLyricsLook(const LyricsLook& look);
@@ -88,6 +93,7 @@ private:
     bool bubblesColourChanging_ = false;
     bool bubblesRunning_ = false;  // their timer runs
     BubbleField bubbles_;
+    TooltipClient tips_;
 };
 
 }  // namespace lumora

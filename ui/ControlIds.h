@@ -73,6 +73,11 @@ inline constexpr int IDM_VOLUME_UP = 1219;
 inline constexpr int IDM_VOLUME_DOWN = 1220;
 inline constexpr int IDM_SETTINGS = 1221;
 inline constexpr int IDM_SETTINGS_FILE_TYPES = 1222;  // the dialog opened on its file types ("set")
+// The notification-area icon's menu (1223-1229).
+inline constexpr int IDM_TRAY_PLAY_PAUSE = 1223;
+inline constexpr int IDM_TRAY_NEXT = 1224;
+inline constexpr int IDM_TRAY_PREVIOUS = 1225;
+inline constexpr int IDM_TRAY_SHOW = 1226;
 
 // The song menu "选歌": its button and block view 1930-1939, its menu entry 1230-1239, and one command
 // per queue entry from kFirstSongCommand on (entry n sends kFirstSongCommand + n - 1).

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "app/Notices.h"
 #include "mediainfo/StreamPanel.h"
 #include "platform/WinText_win.h"
 #include "ui/AudioDisplayWindow_win.h"
@@ -13,6 +14,7 @@
 #include "ui/ImageButton_win.h"
 #include "ui/Menu_win.h"
 #include "ui/Theme_win.h"
+#include "ui/TrayIcon_win.h"
 #include "ui/WindowClass_win.h"
 
 namespace lumora {
@@ -21,6 +23,21 @@ namespace {
 using namespace ids;
 
 WNDPROC gTrackbarProc = nullptr;
+WNDPROC gProgressProc = nullptr;
+constexpr UINT kWmProgressPointer = WM_APP + 41;  // wParam: the position under the pointer, 0 … 1000
+
+// The progress track tells its window where the pointer rests, for the time under it in its tip.
+LRESULT CALLBACK ProgressSliderProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
+    if (msg == WM_MOUSEMOVE) {
+        RECT channel{}, thumb{};
+        SendMessageW(hwnd, TBM_GETCHANNELRECT, 0, reinterpret_cast<LPARAM>(&channel));
+        SendMessageW(hwnd, TBM_GETTHUMBRECT, 0, reinterpret_cast<LPARAM>(&thumb));
+        const int half = (thumb.right - thumb.left) / 2;
+        const int permille = PermilleAt(static_cast<short>(LOWORD(lp)), channel.left + half, channel.right - half);
+        SendMessageW(GetParent(hwnd), kWmProgressPointer, static_cast<WPARAM>(permille), 0);
+    }
+    return CallWindowProcW(gProgressProc, hwnd, msg, wp, lp);
+}
 
 // The speed slider goes back to 100% on a double click on its track or pointer.
 LRESULT CALLBACK SpeedSliderProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
@@ -131,6 +148,15 @@ LRESULT MainWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
         case WM_DROPFILES: OnDropFiles(reinterpret_cast<HDROP>(wp)); return 0;
         case WM_CONTEXTMENU: OnContextMenu(static_cast<short>(LOWORD(lp)), static_cast<short>(HIWORD(lp))); return 0;
         case WM_MOVE: events_->OnMoved(); return 0;
+        case WM_SIZE:
+            if (wp == SIZE_MINIMIZED) events_->OnMinimized();
+            break;
+        case kWmTrayIcon:
+            events_->OnTrayIcon(static_cast<UINT>(lp));
+            return 0;
+        case kWmProgressPointer:
+            events_->OnProgressPointer(static_cast<int>(wp));
+            return 0;
         case WM_MEASUREITEM:
         case WM_MENUCHAR:
             if (const auto result = FlatMenuMessage(msg, wp, lp)) return *result;
@@ -212,7 +238,9 @@ void MainWindow::OnCreate() {
     Label(hwnd_, IDC_MAIN_PERCENT, Widen(t.percent).c_str(), 318, 38, 90, 18, SS_RIGHT);
     Label(hwnd_, IDC_MAIN_COMBINED, L"", 14, 40, 296, 18);
 
-    Slider(hwnd_, IDC_MAIN_PROGRESS, 6, 66, kClientWidth - 12, 24, 0, 1000, 0);
+    HWND progress = Slider(hwnd_, IDC_MAIN_PROGRESS, 6, 66, kClientWidth - 12, 24, 0, 1000, 0);
+    gProgressProc = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(progress, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(ProgressSliderProc)));
 
     struct Button {
         int id;
@@ -603,16 +631,21 @@ void MainWindow::ShowTips(const TransportTips& t, std::optional<std::pair<std::u
     if (!tipsAttached_) return;
     SetTips(t);
     if (colours) tips_.SetColors(static_cast<COLORREF>(colours->first), static_cast<COLORREF>(colours->second));
-    tips_.Enable(enabled);
+    tips_.Enable(enabled && (t.help || t.information));
 }
 
 void MainWindow::SetTips(const TransportTips& t) {
     if (!tipsAttached_) return;
-    const std::pair<int, const std::string*> tips[] = {
+    struct Tip {
+        int id;
+        const std::string* text;
+        bool information = false;  // shows live information while those tips are on
+    };
+    const Tip tips[] = {
         {IDC_MAIN_PLAY, &t.play},
         {IDC_MAIN_STOP, &t.stop},
-        {IDC_MAIN_PREVIOUS, &t.previous},
-        {IDC_MAIN_NEXT, &t.next},
+        {IDC_MAIN_PREVIOUS, &t.previous, true},
+        {IDC_MAIN_NEXT, &t.next, true},
         {IDC_MAIN_BACK, &t.back},
         {IDC_MAIN_FORWARD, &t.forward},
         {IDC_MAIN_MODE_NORMAL, &t.modeNormal},
@@ -620,8 +653,8 @@ void MainWindow::SetTips(const TransportTips& t) {
         {IDC_MAIN_MODE_RANDOM, &t.modeRandom},
         {IDC_MAIN_TIME_MODE, &t.timeMode},
         {IDC_MAIN_SEGMENT, &t.segment},
-        {IDC_MAIN_PROGRESS, &t.progress},
-        {IDC_MAIN_VOLUME, &t.volume},
+        {IDC_MAIN_PROGRESS, &t.progress, true},
+        {IDC_MAIN_VOLUME, &t.volume, true},
         {IDC_MAIN_SPEED, &t.speed},
         {IDC_MAIN_LIST, &t.list},
         {IDC_MAIN_OPEN, &t.open},
@@ -632,8 +665,8 @@ void MainWindow::SetTips(const TransportTips& t) {
         {IDC_MAIN_SEGMENT_A, &t.segment},
         {IDC_MAIN_SEGMENT_B, &t.segment},
         {IDC_MAIN_SEGMENT_RANGE, &t.segmentRange},
-        {IDC_MAIN_PREVIOUS_LABEL, &t.previous},
-        {IDC_MAIN_NEXT_LABEL, &t.next},
+        {IDC_MAIN_PREVIOUS_LABEL, &t.previous, true},
+        {IDC_MAIN_NEXT_LABEL, &t.next, true},
         {IDC_MAIN_COMBINED, &t.neighbours},
         {IDC_MAIN_VOLUME_LABEL, &t.volumeLabel},
         {IDC_MAIN_VOLUME_MIN, &t.volumeLabel},
@@ -642,15 +675,29 @@ void MainWindow::SetTips(const TransportTips& t) {
         {IDC_MAIN_STATUS_LINE, &t.statusLine},
         {IDC_MAIN_DECODER_WORKAROUND, &t.decoderWorkaround},
     };
-    for (const auto& [id, text] : tips) SetTip(id, *text);
-    SetTip(IDC_MAIN_LIBRARY, "加载“我的音乐库”");
-    SetTip(IDC_MAIN_SONG_MENU, "从当前列表中选一首播放");
-    SetTip(IDC_MAIN_TAG_LINE, "当前文件的标签信息：标题、歌手、专集、年代和其他");
-    SetTip(IDC_QUICK_LYRICS, kLyricsWindowCaption);
-    SetTip(IDC_QUICK_INFO, kInfoEditorTitle);
-    SetTip(IDC_QUICK_FOLDER, "打开文件夹");
-    SetTip(IDC_QUICK_SETTINGS, kSettingsTitle);
-    SetTip(IDC_QUICK_SKIN, "选择界面");
+    const auto set = [&](int id, std::string_view text, bool information) {
+        SetTip(id, t.help ? std::string(tipOverrides_.For(id, text, information && t.information)) : std::string(text));
+    };
+    for (const auto& tip : tips) set(tip.id, *tip.text, tip.information);
+    set(IDC_MAIN_LIBRARY, t.help ? "加载“我的音乐库”" : "", false);
+    set(IDC_MAIN_TAG_LINE, t.help ? "当前文件的标签信息：标题、歌手、专集、年代和其他" : "", false);
+    set(IDC_MAIN_SONG_MENU, t.help ? "从当前列表中选一首播放" : "", false);
+    set(IDC_QUICK_LYRICS, t.help ? kLyricsWindowCaption : "", false);
+    set(IDC_QUICK_INFO, t.help ? kInfoEditorTitle : "", false);
+    set(IDC_QUICK_FOLDER, t.help ? "打开文件夹" : "", false);
+    set(IDC_QUICK_SETTINGS, t.help ? kSettingsTitle : "", false);
+    set(IDC_QUICK_SKIN, t.help ? "选择界面" : "", false);
+}
+
+void MainWindow::ShowBalloon(std::optional<POINT> at, const std::string& title, const std::string& text, unsigned ms) {
+    if (!tipsAttached_) return;
+    if (!at) {
+        // Under the display's title line, in its middle.
+        RECT r{};
+        GetWindowRect(GetDlgItem(hwnd_, IDC_MAIN_TITLE), &r);
+        at = POINT{(r.left + r.right) / 2, r.bottom};
+    }
+    tips_.ShowBalloon(*at, title, text, ms);
 }
 
 bool MainWindow::TakeDialogKey(const MSG& msg) {

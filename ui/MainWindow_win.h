@@ -21,6 +21,7 @@
 #include "ui/SkinPaint_win.h"
 #include "ui/Menu_win.h"
 #include "ui/SongBlockView_win.h"
+#include "settings/TipOverrides.h"
 #include "ui/TooltipClient_win.h"
 #include "ui/WindowBase_win.h"
 
@@ -48,6 +49,12 @@ public:
     virtual bool OnAppCommand(int appCommand) = 0;
     // The taskbar made the window's button, also again after Explorer restarted.
     virtual void OnTaskbarButton() = 0;
+    // The window was minimised.
+    virtual void OnMinimized() = 0;
+    // The mouse on the notification-area icon (WM_LBUTTONUP, WM_RBUTTONUP...).
+    virtual void OnTrayIcon(UINT mouseMessage) = 0;
+    // The pointer rests on the progress track at this position (0 … 1000).
+    virtual void OnProgressPointer(int permille) = 0;
 };
 
 class MainWindow final : public WindowBase<MainWindow> {
@@ -68,6 +75,10 @@ public:
                   bool enabled);
     // Only the texts, as the player's state changes them.
     void SetTips(const TransportTips& tips);
+    // The user's own help texts, by control id (read once at start).
+    void SetTipOverrides(TipOverrides overrides) { tipOverrides_ = std::move(overrides); }
+    // A balloon of tooltip.dll pointing at `at`, or at the display when none is given.
+    void ShowBalloon(std::optional<POINT> at, const std::string& title, const std::string& text, unsigned ms);
     // The "倒制" button held down while "解码倒制" is on.
     void ShowDecoderWorkaround(bool on);
     // While on, the screen saver's and the display power-off's system commands are refused.
@@ -120,6 +131,7 @@ private:
     std::vector<std::pair<int, RECT>> layout96_;
     TooltipClient tips_;
     bool tipsAttached_ = false;
+    TipOverrides tipOverrides_;
     // The slider whose thumb the user holds: the timers leave it where the user put it.
     int dragging_ = 0;
     // The slider just released by its thumb: the end-of-scroll that follows is no second release.

@@ -27,6 +27,19 @@ constexpr int kInfoTipWidth = 400;
 constexpr int kLineHeight = 18;
 // A line is "001-(name)": its number is drawn in the accent colour.
 constexpr int kNumberLength = 3;
+constexpr UINT kWmPointedLine = WM_APP + 42;  // wParam: the line under the pointer (from 1), 0 for none
+
+WNDPROC gListBoxProc = nullptr;
+
+// The list box tells its window which line the pointer is on, for the information tip of that entry.
+LRESULT CALLBACK LinesProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
+    if (msg == WM_MOUSEMOVE) {
+        const LRESULT hit = SendMessageW(hwnd, LB_ITEMFROMPOINT, 0, lp);
+        const bool outside = HIWORD(hit) != 0 || hit < 0;
+        SendMessageW(GetParent(hwnd), kWmPointedLine, outside ? 0 : LOWORD(hit) + 1, 0);
+    }
+    return CallWindowProcW(gListBoxProc, hwnd, msg, wp, lp);
+}
 
 }  // namespace
 
@@ -55,6 +68,14 @@ LRESULT PlaylistWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
                                 0, 0, 0, 0, hwnd_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_PLAYLIST_LINES)),
                                 GetModuleHandleW(nullptr), nullptr);
             SendMessageW(lines_, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont(dpi_)), FALSE);
+            gListBoxProc = reinterpret_cast<WNDPROC>(
+                SetWindowLongPtrW(lines_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(LinesProc)));
+            return 0;
+        case kWmPointedLine:
+            if (static_cast<int>(wp) != pointed_) {
+                pointed_ = static_cast<int>(wp);
+                UpdateInfoTip();
+            }
             return 0;
         case kWmDpiChanged:
             dpi_ = NewDpi(wp);
@@ -75,6 +96,7 @@ LRESULT PlaylistWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
             return TRUE;
         case WM_COMMAND:
             if (LOWORD(wp) == IDC_PLAYLIST_LINES && HIWORD(wp) == LBN_SELCHANGE) {
+                pointed_ = 0;  // until the pointer moves again: the keyboard moved the selection
                 UpdateInfoTip();
             } else if (LOWORD(wp) == IDC_PLAYLIST_LINES && HIWORD(wp) == LBN_DBLCLK) {
                 commands_->RunCommand(IDM_PLAYLIST_PLAY);
@@ -144,7 +166,8 @@ void PlaylistWindow::CreateInfoTip(bool classic) {
 
 void PlaylistWindow::UpdateInfoTip() {
     if (!infoTip_) return;
-    const std::wstring text = Widen(commands_->EntryInfo(SelectedIndex()));
+    // The entry under the pointer; the selected one while the pointer is elsewhere (the keyboard moves it).
+    const std::wstring text = Widen(commands_->EntryInfo(pointed_ > 0 ? pointed_ : SelectedIndex()));
     TOOLINFOW info{};
     info.cbSize = TTTOOLINFOW_V2_SIZE;
     info.hwnd = hwnd_;

@@ -62,6 +62,7 @@ private:
     HWND owner_ = nullptr;
     HWND lines_ = nullptr;
     HWND infoTip_ = nullptr;
+    int pointed_ = 0;  // the entry under the pointer (from 1), 0 while it is over none: the tip tells of it
     ListDock dock_ = ListDock::Right;
     int dpi_ = 96;  // the DPI its font and sizes are for
     MenuLook menuLook_;
