@@ -290,10 +290,6 @@ void App::OptionsChanged() {
     playlist_.CreateInfoTip(settings_.IsOn(opt::kClassicListTips));
     screenSaver_.Update(player_.IsPlaying());
     UpdateTimers();
-    menuLook_.flat = menuLook_.flat || settings_.IsOn(opt::kXpMenus);
-    menuLook_.colours = ChooseMenuColours(settings_, Theme::kPanel, Theme::kText, Theme::kButtonHot);
-    window_.SetMenuLook(menuLook_);
-    playlist_.SetMenuLook(menuLook_);
     window_.ShowSongBlocks(settings_.IsOn(opt::kModuleSongMenu));
     ShowSongBlocks();
     if (settings_.IsOn(opt::kMediaKeysAlways)) {
@@ -366,10 +362,17 @@ void App::ApplyLooks() {
     window_.ShowQuickButtons(settings_.IsOn(opt::kShortcutButtons));
     window_.SetRunningTextSpeed(settings_.Number(opt::kRunningTextSpeed));
     window_.SetColouredProgress(settings_.IsOn(opt::kColouredProgress));
+    // The menus' colours follow the skin unless the user chose their own.
+    menuLook_.flat = menuLook_.flat || settings_.IsOn(opt::kXpMenus);
+    menuLook_.colours = ChooseMenuColours(settings_, Theme::Panel(), Theme::Text(), Theme::ButtonHot());
+    window_.SetMenuLook(menuLook_);
+    playlist_.SetMenuLook(menuLook_);
 }
 
 void App::ChooseSkin(int value) {
     if (WriteOptionNow(settings_, services_.registry, opt::kSkin, std::to_string(value))) ApplyLooks();
+}
+
 void App::ShowSongMenu(bool fromButton) {
     POINT at = window_.SongMenuPoint();
     if (!fromButton) GetCursorPos(&at);
@@ -567,7 +570,7 @@ void App::OnTrayIcon(UINT mouseMessage) {
         SetForegroundWindow(window_.Handle());
         POINT at{};
         GetCursorPos(&at);
-        TrackMenu(window_.Handle(), TrayMenu(), at.x, at.y);
+        TrackMenu(window_.Handle(), TrayMenu(), at.x, at.y, menuLook_);
         PostMessageW(window_.Handle(), WM_NULL, 0, 0);
     }
 }

@@ -148,9 +148,6 @@ LRESULT MainWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
         case WM_DROPFILES: OnDropFiles(reinterpret_cast<HDROP>(wp)); return 0;
         case WM_CONTEXTMENU: OnContextMenu(static_cast<short>(LOWORD(lp)), static_cast<short>(HIWORD(lp))); return 0;
         case WM_MOVE: events_->OnMoved(); return 0;
-        case WM_SIZE:
-            if (wp == SIZE_MINIMIZED) events_->OnMinimized();
-            break;
         case kWmTrayIcon:
             events_->OnTrayIcon(static_cast<UINT>(lp));
             return 0;
@@ -194,6 +191,7 @@ LRESULT MainWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
         }
         case WM_SIZE:
         case WM_SHOWWINDOW:
+            if (msg == WM_SIZE && wp == SIZE_MINIMIZED) events_->OnMinimized();
             // Shown again or minimised: the running text's timer runs only while it can be seen.
             PostMessageW(hwnd_, kWmVisibilityChanged, 0, 0);
             break;
@@ -423,7 +421,7 @@ void MainWindow::SetColouredProgress(bool on) {
 void MainWindow::ShowMenuUnder(int id, const std::vector<MenuLine>& lines) {
     RECT r;
     GetWindowRect(GetDlgItem(hwnd_, id), &r);
-    TrackMenu(hwnd_, lines, r.left, r.bottom);
+    TrackMenu(hwnd_, lines, r.left, r.bottom, menuLook_);
 }
 
 void MainWindow::MeasureTagLine(bool newText) {

@@ -89,9 +89,11 @@ LRESULT PlaylistWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
             return 0;
         case WM_CTLCOLORLISTBOX: return reinterpret_cast<LRESULT>(Theme::PaintPanel(reinterpret_cast<HDC>(wp)));
         case WM_MEASUREITEM:
+            if (const auto result = FlatMenuMessage(msg, wp, lp)) return *result;
             reinterpret_cast<MEASUREITEMSTRUCT*>(lp)->itemHeight = static_cast<UINT>(Scaled(kLineHeight, dpi_));
             return TRUE;
         case WM_DRAWITEM:
+            if (const auto result = FlatMenuMessage(msg, wp, lp)) return *result;
             DrawLine(*reinterpret_cast<DRAWITEMSTRUCT*>(lp));
             return TRUE;
         case WM_COMMAND:
@@ -104,8 +106,6 @@ LRESULT PlaylistWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
                 commands_->RunCommand(LOWORD(wp));
             }
             return 0;
-        case WM_MEASUREITEM:
-        case WM_DRAWITEM:
         case WM_MENUCHAR:
             if (const auto result = FlatMenuMessage(msg, wp, lp)) return *result;
             break;
