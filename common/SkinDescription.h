@@ -92,6 +92,7 @@ struct LyricsColours {
     SkinColour background = 0;
     SkinColour current = 0;
     SkinColour next = 0;
+    bool operator==(const LyricsColours&) const = default;
 };
 LyricsColours LyricsColoursFor(const LyricsLook& lyrics, const SkinLook& skin);
 

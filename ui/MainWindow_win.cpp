@@ -253,6 +253,7 @@ void MainWindow::OnCreate() {
     status_ = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, hwnd_,
                               reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_MAIN_STATUS)), GetModuleHandleW(nullptr),
                               nullptr);
+    Theme::PlainCheckBox(status_);  // (without visual styles, which would ignore its colour)
     // Everything under the display moves down to make room for the tag line.
     for (HWND child = GetWindow(hwnd_, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         if (child == status_) continue;
@@ -302,6 +303,9 @@ void MainWindow::Layout() {
         if (lstrcmpiW(cls, TRACKBAR_CLASSW) == 0) Theme::SliderThumb(control, dpi_);
     }
     SendMessageW(status_, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont(dpi_)), FALSE);
+    // The status bar draws its text in the system's colour: its ground is a light tint of the skin's.
+    SendMessageW(status_, SB_SETBKCOLOR, 0,
+                 static_cast<LPARAM>(BlendColour(Theme::Look().background.to, SkinRgb(255, 255, 255), 800)));
     SendMessageW(status_, WM_SIZE, 0, 0);  // its height follows the font
     // The client area at this DPI, and never so low that the status bar covers a control: its height
     // may follow the system's DPI rather than the window's.
