@@ -47,9 +47,6 @@ constexpr int kQuickIds[] = {IDC_QUICK_LYRICS, IDC_QUICK_INFO, IDC_QUICK_FOLDER,
 constexpr const char* kQuickCaptions[] = {"歌词", "信息", "文件夹", "设置", kSkinMenuText};
 constexpr int kSliderIds[] = {IDC_MAIN_PROGRESS, IDC_MAIN_VOLUME, IDC_MAIN_SPEED};
 
-// Sent to itself when it was shown, hidden, minimised or restored.
-constexpr UINT kWmVisibilityChanged = WM_APP + 19;
-
 bool IsQuickButton(int id) { return std::find(std::begin(kQuickIds), std::end(kQuickIds), id) != std::end(kQuickIds); }
 
 HWND Label(HWND parent, int id, const wchar_t* text, int x, int y, int cx, int cy, DWORD align = SS_LEFT) {
@@ -161,14 +158,13 @@ LRESULT MainWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
             EndPaint(hwnd_, &ps);
             return 0;
         }
+        // Shown, hidden, minimised or restored: the running text's timer runs only while it can be seen.
         case WM_SIZE:
-        case WM_SHOWWINDOW:
-            // Shown again or minimised: the running text's timer runs only while it can be seen.
-            PostMessageW(hwnd_, kWmVisibilityChanged, 0, 0);
+            UpdateScrollTimer(wp != SIZE_MINIMIZED && IsWindowVisible(hwnd_));
             break;
-        case kWmVisibilityChanged:
-            UpdateScrollTimer();
-            return 0;
+        case WM_SHOWWINDOW:
+            UpdateScrollTimer(wp != FALSE && !IsIconic(hwnd_));
+            break;
         case WM_ACTIVATE:
             // As a dialog does: the control that had the focus gets it back when the window is active again.
             if (LOWORD(wp) == WA_INACTIVE) {
@@ -406,15 +402,16 @@ void MainWindow::MeasureTagLine(bool newText) {
     InvalidateRect(line, nullptr, FALSE);
 }
 
-void MainWindow::UpdateScrollTimer() {
-    const bool run = runningText_.Moves() && IsWindowVisible(hwnd_) && !IsIconic(hwnd_);
+void MainWindow::UpdateScrollTimer(std::optional<bool> seen) {
+    const bool run = runningText_.Moves() && seen.value_or(IsWindowVisible(hwnd_) && !IsIconic(hwnd_));
     if (run == scrolling_) return;
     scrolling_ = run;
     if (run) {
         SetTimer(hwnd_, kScrollTimerId, pace_.intervalMs, nullptr);
     } else {
         KillTimer(hwnd_, kScrollTimerId);
-        MeasureTagLine(true);  // stopped: shown from its start
+        runningText_.Rewind();  // stopped: shown from its start
+        InvalidateRect(GetDlgItem(hwnd_, IDC_MAIN_TAG_LINE), nullptr, FALSE);
     }
 }
 

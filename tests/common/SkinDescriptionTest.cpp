@@ -193,6 +193,9 @@ TEST(SkinDescription, TheRunningTextMovesOnlyWhenItDoesNotFitAndGoesRound) {
     EXPECT_EQ(text.Offset(), 9);  // round again
     text.Step(-5);
     EXPECT_EQ(text.Offset(), 9);
+    text.Rewind();  // stopped (the window hidden): it shows its beginning
+    EXPECT_EQ(text.Offset(), 0);
+    text.Step(9);
     text.Measure(200, 60, false);  // the box changed (a new DPI): the text goes on from where it is
     EXPECT_EQ(text.Offset(), 9);
     text.Measure(200, 60, true);  // a new text starts at its beginning
