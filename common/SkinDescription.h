@@ -92,6 +92,7 @@ struct LyricsColours {
     SkinColour background = 0;
     SkinColour current = 0;
     SkinColour next = 0;
+    bool operator==(const LyricsColours&) const = default;
 };
 LyricsColours LyricsColoursFor(const LyricsLook& lyrics, const SkinLook& skin);
 
@@ -116,6 +117,7 @@ public:
     bool Moves() const { return textWidth_ > boxWidth_; }
     // One step of the scroll: the text goes round, with a gap, and comes back in from the right.
     void Step(int pixels);
+    void Rewind() { offset_ = 0; }
     // Where the text is drawn: at -Offset(), and again at -Offset() + Period() while it moves.
     int Offset() const { return offset_; }
     int Period() const { return textWidth_ + Gap(); }

@@ -61,6 +61,15 @@ void MakeImageButton(HWND button) {
     InvalidateRect(button, nullptr, TRUE);
 }
 
+void MakeImageButtons(HWND dialog) {
+    for (HWND c = GetWindow(dialog, GW_CHILD); c; c = GetWindow(c, GW_HWNDNEXT)) {
+        wchar_t cls[16] = {};
+        GetClassNameW(c, cls, 16);
+        const LONG_PTR type = GetWindowLongPtrW(c, GWL_STYLE) & BS_TYPEMASK;
+        if (lstrcmpiW(cls, L"Button") == 0 && (type == BS_PUSHBUTTON || type == BS_DEFPUSHBUTTON)) MakeImageButton(c);
+    }
+}
+
 void SetImageButtonLatched(HWND button, bool latched) {
     if (latched) {
         SetPropW(button, kLatchedProperty, reinterpret_cast<HANDLE>(1));

@@ -8,8 +8,9 @@
 namespace lumora {
 
 HWND CreateImageButton(HWND parent, int id, const wchar_t* caption, int x, int y, int cx, int cy);
-// Turns an existing push button (of a dialog) into an image button.
+// Turns an existing push button (of a dialog) into an image button; every push button of `dialog`.
 void MakeImageButton(HWND button);
+void MakeImageButtons(HWND dialog);
 // A button that stands for an option shows it: latched, it is drawn held down until released.
 void SetImageButtonLatched(HWND button, bool latched);
 // For WM_DRAWITEM of an image button.

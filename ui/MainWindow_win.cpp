@@ -64,9 +64,6 @@ constexpr int kQuickIds[] = {IDC_QUICK_LYRICS, IDC_QUICK_INFO, IDC_QUICK_FOLDER,
 constexpr const char* kQuickCaptions[] = {"歌词", "信息", "文件夹", "设置", kSkinMenuText};
 constexpr int kSliderIds[] = {IDC_MAIN_PROGRESS, IDC_MAIN_VOLUME, IDC_MAIN_SPEED};
 
-// Sent to itself when it was shown, hidden, minimised or restored.
-constexpr UINT kWmVisibilityChanged = WM_APP + 19;
-
 bool IsQuickButton(int id) { return std::find(std::begin(kQuickIds), std::end(kQuickIds), id) != std::end(kQuickIds); }
 
 HWND Label(HWND parent, int id, const wchar_t* text, int x, int y, int cx, int cy, DWORD align = SS_LEFT) {
@@ -189,15 +186,14 @@ LRESULT MainWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
             EndPaint(hwnd_, &ps);
             return 0;
         }
+        // Shown, hidden, minimised or restored: the running text's timer runs only while it can be seen.
         case WM_SIZE:
-        case WM_SHOWWINDOW:
-            if (msg == WM_SIZE && wp == SIZE_MINIMIZED) events_->OnMinimized();
-            // Shown again or minimised: the running text's timer runs only while it can be seen.
-            PostMessageW(hwnd_, kWmVisibilityChanged, 0, 0);
+            if (wp == SIZE_MINIMIZED) events_->OnMinimized();
+            UpdateScrollTimer(wp != SIZE_MINIMIZED && IsWindowVisible(hwnd_));
             break;
-        case kWmVisibilityChanged:
-            UpdateScrollTimer();
-            return 0;
+        case WM_SHOWWINDOW:
+            UpdateScrollTimer(wp != FALSE && !IsIconic(hwnd_));
+            break;
         case WM_ACTIVATE:
             // As a dialog does: the control that had the focus gets it back when the window is active again.
             if (LOWORD(wp) == WA_INACTIVE) {
@@ -285,6 +281,7 @@ void MainWindow::OnCreate() {
     status_ = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, hwnd_,
                               reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_MAIN_STATUS)), GetModuleHandleW(nullptr),
                               nullptr);
+    Theme::PlainCheckBox(status_);  // (without visual styles, which would ignore its colour)
     // Everything under the display moves down to make room for the tag line.
     for (HWND child = GetWindow(hwnd_, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         if (child == status_) continue;
@@ -341,6 +338,9 @@ void MainWindow::Layout() {
         if (lstrcmpiW(cls, TRACKBAR_CLASSW) == 0) Theme::SliderThumb(control, dpi_);
     }
     SendMessageW(status_, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont(dpi_)), FALSE);
+    // The status bar draws its text in the system's colour: its ground is a light tint of the skin's.
+    SendMessageW(status_, SB_SETBKCOLOR, 0,
+                 static_cast<LPARAM>(BlendColour(Theme::Look().background.to, SkinRgb(255, 255, 255), 800)));
     SendMessageW(status_, WM_SIZE, 0, 0);  // its height follows the font
     // The client area at this DPI, and never so low that the status bar covers a control: its height
     // may follow the system's DPI rather than the window's.
@@ -441,15 +441,16 @@ void MainWindow::MeasureTagLine(bool newText) {
     InvalidateRect(line, nullptr, FALSE);
 }
 
-void MainWindow::UpdateScrollTimer() {
-    const bool run = runningText_.Moves() && IsWindowVisible(hwnd_) && !IsIconic(hwnd_);
+void MainWindow::UpdateScrollTimer(std::optional<bool> seen) {
+    const bool run = runningText_.Moves() && seen.value_or(IsWindowVisible(hwnd_) && !IsIconic(hwnd_));
     if (run == scrolling_) return;
     scrolling_ = run;
     if (run) {
         SetTimer(hwnd_, kScrollTimerId, pace_.intervalMs, nullptr);
     } else {
         KillTimer(hwnd_, kScrollTimerId);
-        MeasureTagLine(true);  // stopped: shown from its start
+        runningText_.Rewind();  // stopped: shown from its start
+        InvalidateRect(GetDlgItem(hwnd_, IDC_MAIN_TAG_LINE), nullptr, FALSE);
     }
 }
 

@@ -120,7 +120,8 @@ private:
     LRESULT ColourControl(HDC dc, HWND control, bool button);
     // The tag line runs when it does not fit; these measure, move and draw it.
     void MeasureTagLine(bool newText);
-    void UpdateScrollTimer();
+    // `seen`: whether the window can be seen, when the system is about to change it.
+    void UpdateScrollTimer(std::optional<bool> seen = std::nullopt);
     void DrawTagLine(const DRAWITEMSTRUCT& item);
     LRESULT DrawSlider(NMCUSTOMDRAW& draw);
 

@@ -94,16 +94,6 @@ LRESULT CALLBACK TabsProc(HWND tabs, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR, D
     return DefSubclassProc(tabs, msg, wp, lp);
 }
 
-// Every push button of a dialog drawn in the skin.
-void SkinButtons(HWND dialog) {
-    for (HWND c = GetWindow(dialog, GW_CHILD); c; c = GetWindow(c, GW_HWNDNEXT)) {
-        wchar_t cls[16] = {};
-        GetClassNameW(c, cls, 16);
-        const LONG_PTR type = GetWindowLongPtrW(c, GWL_STYLE) & BS_TYPEMASK;
-        if (lstrcmpiW(cls, L"Button") == 0 && (type == BS_PUSHBUTTON || type == BS_DEFPUSHBUTTON)) MakeImageButton(c);
-    }
-}
-
 }  // namespace
 
 // One page as a child dialog of the frame: the dialog manager then moves the focus into it with Tab.
@@ -132,7 +122,7 @@ public:
                     Theme::PlainCheckBox(c);
                 }
             }
-            SkinButtons(hwnd_);
+            MakeImageButtons(hwnd_);
             return FALSE;
         }
         INT_PTR result = FALSE;
@@ -199,7 +189,7 @@ void SettingsDialog::OnInit() {
     Theme::Caption(hwnd_);
     HWND tabs = GetDlgItem(hwnd_, IDC_SET_TABS);
     SetWindowSubclass(tabs, TabsProc, 1, 0);
-    SkinButtons(hwnd_);
+    MakeImageButtons(hwnd_);
     for (size_t i = 0; i < pages_.size(); ++i) {
         std::wstring title = pages_[i]->Title();
         TCITEMW item{};

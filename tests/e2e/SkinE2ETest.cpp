@@ -5,6 +5,7 @@
 #include <array>
 #include <set>
 
+#include "common/SkinDescription.h"
 #include "e2e/Driver.h"
 #include "settings/OptionForm.h"
 #include "settings/OptionNames.h"
@@ -33,65 +34,43 @@ Look LookOf(HWND main) {
     return {ScreenPixel(background), ScreenPixel(display), ScreenPixel({stop.left + 4, (stop.top + stop.bottom) / 2})};
 }
 
-// The look once it stands still (painted, and twice the same).
-Look SettledLook(HWND main) {
+// The look once it stands still (painted, and twice the same), and other than `before`.
+Look SettledLook(HWND main, const Look& before = {}) {
     Look last{};
     WaitFor([&] {
         const Look now = LookOf(main);
         const bool same = now == last;
         last = now;
-        return same && IsWindowVisible(main);
+        return same && now != before && IsWindowVisible(main);
     });
     return last;
 }
 
 int Brightness(COLORREF c) { return (GetRValue(c) + GetGValue(c) + GetBValue(c)) / 3; }
 
-// A control of one of the settings dialog's pages (each page is a child dialog of the frame).
-HWND PageControl(HWND dialog, int id) {
-    for (HWND page = FindWindowExW(dialog, nullptr, L"#32770", nullptr); page;
-         page = FindWindowExW(dialog, page, L"#32770", nullptr)) {
-        if (HWND control = GetDlgItem(page, id)) return control;
-    }
-    return nullptr;
-}
-
-TEST_F(SessionTest, EverySkinDrawsTheMainWindowInItsOwnColours) {
-    std::set<Look> looks;
-    for (const char* skin : {"0", "1", "2", "5", "6"}) {
-        ForgetSettings();
-        StoreOption("L35", skin);
-        ASSERT_TRUE(lumora_.Start(""));
-        const Look look = SettledLook(lumora_.main);
-        EXPECT_TRUE(looks.insert(look).second) << "skin " << skin << " looks like another";
-        lumora_.process.Kill();
-    }
-}
-
-TEST_F(SessionTest, AChosenSkinShowsAtOnceFromTheSettingsDialogAndFromTheSkinMenu) {
+TEST_F(SessionTest, EachSkinDrawsTheMainWindowInItsOwnColoursAtOnceFromTheDialogOrTheMenu) {
     ASSERT_TRUE(lumora_.Start(""));
-    const Look night = SettledLook(lumora_.main);
-    EXPECT_LT(Brightness(night[0]), 100);  // the night sky is dark
+    Look look = SettledLook(lumora_.main);
+    EXPECT_LT(Brightness(look[0]), 100);  // the night sky is dark
 
     // "界面：" on the settings dialog's "窗口与界面" page, taken on "确定": the light silver skin (the fifth).
     HWND dialog = OpenBox(lumora_.main, IDM_SETTINGS, kSettingsTitle);
     ASSERT_TRUE(dialog);
-    HWND skins = PageControl(dialog, FormControlId(opt::kSkin));
-    ASSERT_TRUE(skins);
-    SendMessageW(skins, CB_SETCURSEL, 4, 0);
+    SendMessageW(PageControl(dialog, FormControlId(opt::kSkin)), CB_SETCURSEL, 4, 0);
     Click(dialog, IDOK);
-    EXPECT_TRUE(WaitFor([&] { return Brightness(LookOf(lumora_.main)[0]) > 180; }))
-        << std::hex << LookOf(lumora_.main)[0];
+    look = SettledLook(lumora_.main, look);
+    EXPECT_GT(Brightness(look[0]), 180) << std::hex << look[0];
     EXPECT_EQ(ReadOption("L35"), "6");
 
-    // The skin menu keeps its choice at once: the amber whirlwind, warm and dark.
-    Command(lumora_.main, IDM_SKIN_FIRST);
-    EXPECT_TRUE(WaitFor([&] { return ReadOption("L35") == std::optional<std::string>("0"); }));
-    EXPECT_TRUE(WaitFor([&] {
-        const COLORREF c = LookOf(lumora_.main)[0];
-        return Brightness(c) < 100 && GetRValue(c) > GetBValue(c);
-    })) << std::hex
-        << LookOf(lumora_.main)[0];
+    // The skin menu: each skin kept at once, and drawn in colours of its own.
+    std::set<Look> looks;
+    for (int i = 0; i < 5; ++i) {
+        Command(lumora_.main, IDM_SKIN_FIRST + i);
+        const auto value = std::to_string(SkinChoices()[static_cast<size_t>(i)].value);
+        EXPECT_TRUE(WaitFor([&] { return ReadOption("L35") == value; })) << value;
+        look = SettledLook(lumora_.main, look);
+        EXPECT_TRUE(looks.insert(look).second) << "skin " << value << " looks like another";
+    }
 }
 
 // A tag line too long for its place runs through it.
@@ -121,22 +100,9 @@ TEST_F(SessionTest, ATagLineThatDoesNotFitRunsThroughItsPlace) {
     }));
 }
 
-// The control's text fits it in the control's own font.
-bool TextFits(HWND control) {
-    const std::wstring text = Widen(Text(control));
-    HDC dc = GetDC(control);
-    HGDIOBJ old = SelectObject(dc, reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0)));
-    SIZE size{};
-    GetTextExtentPoint32W(dc, text.c_str(), static_cast<int>(text.size()), &size);
-    SelectObject(dc, old);
-    ReleaseDC(control, dc);
-    RECT r;
-    GetClientRect(control, &r);
-    return size.cx <= r.right && size.cy <= r.bottom;
-}
-
-// At 96 and 144 DPI, in the heaviest and the lightest skin, with and without the quick buttons: every control
-// shown lies whole inside the window above the status bar, its text fits it, and no two overlap.
+// At 96 and 144 DPI, in the heaviest and the lightest skin (this one under the user's own background), with and
+// without the quick buttons: every control shown lies whole inside the window above the status bar, its text fits
+// it, and no two overlap.
 TEST_F(SessionTest, InEverySkinAndDpiNothingIsClippedAndTheQuickButtonsComeAndGo) {
     constexpr wchar_t kKey[] = L"Control Panel\\Desktop";
     // Texts that are cut on purpose: the running tag line, the neighbours' names, the file's title.
@@ -148,11 +114,15 @@ TEST_F(SessionTest, InEverySkinAndDpiNothingIsClippedAndTheQuickButtonsComeAndGo
             ForgetSettings();
             StoreOption("L35", quick[0] == '1' ? "0" : "6");
             StoreOption("L59", quick);
+            StoreOption("L6", quick[0] == '1' ? "0" : "1");  // "“背景”": the user's own red over the silver
+            StoreOption("BackColour", "255");
             SHSetValueW(HKEY_CURRENT_USER, kKey, L"LogPixels", REG_DWORD, &dpi, sizeof dpi);
             const bool started = lumora_.Start("") && WaitFor([&] { return IsWindowVisible(lumora_.main) != FALSE; });
             SHDeleteValueW(HKEY_CURRENT_USER, kKey, L"LogPixels");
             ASSERT_TRUE(started);
-            SettledLook(lumora_.main);
+            const COLORREF background = SettledLook(lumora_.main)[0];
+            EXPECT_EQ(GetRValue(background) > 240 && GetGValue(background) < 9, quick[0] == '0')
+                << std::hex << background;
             RECT client, bar;
             GetClientRect(lumora_.main, &client);
             GetWindowRect(GetDlgItem(lumora_.main, IDC_MAIN_STATUS), &bar);
@@ -164,8 +134,7 @@ TEST_F(SessionTest, InEverySkinAndDpiNothingIsClippedAndTheQuickButtonsComeAndGo
                 RECT r;
                 GetWindowRect(c, &r);
                 MapWindowPoints(nullptr, lumora_.main, reinterpret_cast<POINT*>(&r), 2);
-                const std::string where =
-                    std::to_string(dpi) + " DPI, quick " + quick + ", control " + std::to_string(id);
+                const auto where = std::to_string(dpi) + " DPI, quick " + quick + ", control " + std::to_string(id);
                 EXPECT_TRUE(r.left >= 0 && r.top >= 0 && r.right <= client.right && r.bottom <= bar.top) << where;
                 if (!cut.count(id)) {
                     EXPECT_TRUE(TextFits(c)) << where << ": " << Text(c);
