@@ -5,8 +5,10 @@
 #include <shlwapi.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "app/Startup.h"
+#include "app/Version.h"
 #include "mediainfo/Id3v1.h"
 #include "mediainfo/ListInfo.h"
 #include "platform/HandOff_win.h"
@@ -20,12 +22,14 @@
 #include "settings/OptionNames.h"
 #include "settings/RegistryWrapper.h"
 #include "settings/SongMenu.h"
+#include "settings/TipOverrides.h"
 #include "settings/WindowPlacement.h"
 #include "ui/ControlIds.h"
 #include "ui/Menu_win.h"
 #include "ui/Prompts_win.h"
 #include "ui/Theme_win.h"
 #include "ui/WindowClass_win.h"
+#include "ui/WindowFade_win.h"
 
 namespace lumora {
 namespace {
@@ -36,8 +40,14 @@ ScreenExtent ScreenInTwips() {
     return {PixelsToTwipsX(GetSystemMetrics(SM_CXSCREEN)), PixelsToTwipsY(GetSystemMetrics(SM_CYSCREEN))};
 }
 
-BOOL CALLBACK AddMonitor(HMONITOR, HDC, LPRECT r, LPARAM list) {
-    reinterpret_cast<std::vector<WindowRect>*>(list)->push_back({r->left, r->top, r->right, r->bottom});
+// Each monitor's work area: a window restored there is not under a taskbar.
+BOOL CALLBACK AddMonitor(HMONITOR monitor, HDC, LPRECT, LPARAM list) {
+    MONITORINFO info{};
+    info.cbSize = sizeof info;
+    if (GetMonitorInfoW(monitor, &info)) {
+        const RECT& r = info.rcWork;
+        reinterpret_cast<std::vector<WindowRect>*>(list)->push_back({r.left, r.top, r.right, r.bottom});
+    }
     return TRUE;
 }
 
@@ -62,6 +72,25 @@ std::uint64_t RandomSeed() {
     return (static_cast<std::uint64_t>(counter.QuadPart) * 0x9E3779B97F4A7C15ULL) ^
            (static_cast<std::uint64_t>(GetCurrentProcessId()) << 32) ^ GetTickCount();
 }
+
+TimeOfDay Now() {
+    SYSTEMTIME t{};
+    GetLocalTime(&t);
+    return {t.wHour, t.wMinute, t.wSecond, t.wMilliseconds};
+}
+
+// Every control of the main window whose help a user may write in the INI file.
+constexpr int kTipControls[] = {
+    ids::IDC_MAIN_PLAY,        ids::IDC_MAIN_STOP,        ids::IDC_MAIN_PREVIOUS,      ids::IDC_MAIN_NEXT,
+    ids::IDC_MAIN_BACK,        ids::IDC_MAIN_FORWARD,     ids::IDC_MAIN_MODE_NORMAL,   ids::IDC_MAIN_MODE_LOOP,
+    ids::IDC_MAIN_MODE_RANDOM, ids::IDC_MAIN_TIME_MODE,   ids::IDC_MAIN_SEGMENT,       ids::IDC_MAIN_PROGRESS,
+    ids::IDC_MAIN_VOLUME,      ids::IDC_MAIN_SPEED,       ids::IDC_MAIN_LIST,          ids::IDC_MAIN_OPEN,
+    ids::IDC_MAIN_TITLE,       ids::IDC_MAIN_TIME,        ids::IDC_MAIN_PERCENT,       ids::IDC_MAIN_MODE,
+    ids::IDC_MAIN_SEGMENT_A,   ids::IDC_MAIN_SEGMENT_B,   ids::IDC_MAIN_SEGMENT_RANGE, ids::IDC_MAIN_PREVIOUS_LABEL,
+    ids::IDC_MAIN_NEXT_LABEL,  ids::IDC_MAIN_COMBINED,    ids::IDC_MAIN_VOLUME_LABEL,  ids::IDC_MAIN_VOLUME_MIN,
+    ids::IDC_MAIN_VOLUME_MAX,  ids::IDC_MAIN_SPEED_LABEL, ids::IDC_MAIN_STATUS_LINE,   ids::IDC_MAIN_DECODER_WORKAROUND,
+    ids::IDC_MAIN_LIBRARY,     ids::IDC_MAIN_TAG_LINE,
+};
 
 }  // namespace
 
@@ -111,17 +140,24 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
         player_.RestoreVolume(level);
     }
     player_.RestoreTimeMode();
+    window_.SetTipOverrides(LoadTipOverrides(services_.ini, kTipControls));
     OptionsChanged();  // what the windows take from the options
     SetMessageFilter([this](MSG& msg) { return FilterMessage(msg); });
     mediaControls_.Attach(main);
 
     queue_.Clear();
 
+    ApplyTransparency(LoadWindowTransparency(services_.ini));
     RestorePositions();
-    ShowWindow(main, SW_SHOW);
-    if (settings_.IsOn(opt::kListWindowAtStart)) ShowWindow(playlist_.Handle(), SW_SHOWNOACTIVATE);
+    FadeIn(main, SW_SHOW);
+    if (settings_.IsOn(opt::kListWindowAtStart)) FadeIn(playlist_.Handle());
     if (settings_.IsOn(opt::kVideoWindowAtStart)) video_.ShowAsIs();  // "启动时打开视频窗口"
     UpdateWindow(main);
+    // "启动提示软件信息(气泡提示)": once the window stands.
+    if (settings_.IsOn(opt::kStartupInfoBalloon)) {
+        startupBalloonDue_ = true;
+        SetTimerRunning(TimerId::StartupBalloon, true, kStartupBalloonDelayMs);
+    }
 
     const long long startedMs = ThisProcessStartMs();
     if (argument == kSettingsArgument) {
@@ -137,7 +173,6 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
     } else {
         OpenArgument(argument);
     }
-    if (const auto alpha = ReadWindowOpacity(services_.ini, TransparentWindow::Main)) window_.SetOpacity(*alpha);
     ApplyLyricsSettings(LoadLyricsDisplaySettings(services_.registry));
     HandOffArrived();
     return true;
@@ -153,6 +188,18 @@ void App::ApplyLyricsSettings(const LyricsDisplaySettings& settings) {
     display_.SetLyricsLook(settings.look);
 }
 
+void App::ApplyTransparency(const WindowTransparency& transparency) {
+    SetWindowOpacity(window_.Handle(), transparency.AlphaOf(TransparentWindow::Main));
+    SetWindowOpacity(playlist_.Handle(), transparency.AlphaOf(TransparentWindow::List));
+    SetWindowOpacity(display_.Handle(), transparency.AlphaOf(TransparentWindow::Lyrics));
+}
+
+void App::ShowBubbles() {
+    display_.SetBubbles(BubblesShown(settings_.IsOn(opt::kBubbles), settings_.IsOn(opt::kNoLyricsWindowBubbles),
+                                     player_.IsPlaying() && !player_.UsingDecoder1()),
+                        settings_.IsOn(opt::kColouredBubbles));
+}
+
 void App::ShowTips() {
     std::optional<std::pair<std::uint32_t, std::uint32_t>> colours;
     if (settings_.Text(opt::kDefaultBalloonColours) == "0") {
@@ -162,12 +209,13 @@ void App::ShowTips() {
         // The tips' own colours, the system's: also after the user's colours were switched off.
         colours.emplace(GetSysColor(COLOR_INFOBK), GetSysColor(COLOR_INFOTEXT));
     }
-    window_.ShowTips(MakeTransportTips(settings_, queue_.Queue(), player_.Texts(), player_.FilePlays()), colours,
-                     settings_.IsOn(opt::kBalloonHelp));
+    window_.ShowTips(MakeTransportTips(settings_, queue_.Queue(), player_.Texts(), player_.FilePlays(), pointerMs_),
+                     colours, true);
+    display_.ShowTips(MakeDisplayTips(settings_), colours->first, colours->second);
 }
 
 void App::RefreshTips() {
-    window_.SetTips(MakeTransportTips(settings_, queue_.Queue(), player_.Texts(), player_.FilePlays()));
+    window_.SetTips(MakeTransportTips(settings_, queue_.Queue(), player_.Texts(), player_.FilePlays(), pointerMs_));
 }
 
 // The presenter side of the controllers' views.
@@ -187,6 +235,7 @@ void App::ShowTexts(const QueueTexts& texts) {
     ShowSongBlocks();
     playlist_.SetCaption(texts.listCaption);
     RefreshTips();
+    UpdateTrayIcon();  // its tip names the playing file
 }
 
 void App::SelectLine(int index) { playlist_.Select(index); }
@@ -205,6 +254,7 @@ void App::ShowPlayback(const PlaybackTexts& texts) {
                                                            : Controls::Closed);
     RefreshTips();
     UpdateTimers();
+    ShowBubbles();
     screenSaver_.Update(player_.IsPlaying());
 }
 
@@ -233,14 +283,13 @@ void App::OptionsChanged() {
     keepOnTop(playlist_.Handle(), settings_.IsOn(opt::kListWindowTopmost));
     keepOnTop(display_.Handle(), settings_.IsOn(opt::kListWindowTopmost));
     window_.ShowDecoderWorkaround(settings_.IsOn(opt::kDecoderWorkaround));
+    ApplyLooks();
+    SetWindowFades(!settings_.IsOn(opt::kNoWindowFades));
+    ShowBubbles();
     ShowTips();
     playlist_.CreateInfoTip(settings_.IsOn(opt::kClassicListTips));
     screenSaver_.Update(player_.IsPlaying());
     UpdateTimers();
-    menuLook_.flat = menuLook_.flat || settings_.IsOn(opt::kXpMenus);
-    menuLook_.colours = ChooseMenuColours(settings_, Theme::kPanel, Theme::kText, Theme::kButtonHot);
-    window_.SetMenuLook(menuLook_);
-    playlist_.SetMenuLook(menuLook_);
     window_.ShowSongBlocks(settings_.IsOn(opt::kModuleSongMenu));
     ShowSongBlocks();
     if (settings_.IsOn(opt::kMediaKeysAlways)) {
@@ -248,6 +297,80 @@ void App::OptionsChanged() {
     } else {
         hotKeys_.Release();
     }
+    UpdateTrayIcon();
+    ArmChime();
+}
+
+void App::UpdateTrayIcon() {
+    HWND main = window_.Handle();
+    if (!main) return;
+    if (!settings_.IsOn(opt::kTrayIcon)) {
+        tray_.Remove();
+        if (!IsWindowVisible(main)) ShowMainWindow();  // never left without a way back
+        return;
+    }
+    const MediaEntry* playing = queue_.Queue().CurrentEntry();
+    const std::wstring tip = Widen(TrayTipText(ids::kMainTitle, playing ? playing->name : std::string()));
+    if (tray_.Shown()) {
+        tray_.SetTip(tip);
+    } else {
+        tray_.Show(main, tip);  // may fail while the shell has no notification area: TaskbarCreated retries
+    }
+}
+
+void App::ArmChime(bool justChimed) {
+    if (!window_.Handle()) return;
+    SetTimerRunning(TimerId::Chime, false, 0);
+    if (settings_.IsOn(opt::kHourlyChime)) SetTimerRunning(TimerId::Chime, true, MsToNextHour(Now(), justChimed));
+}
+
+void App::ShowBalloon(const BalloonText& balloon) {
+    if (startupBalloonDue_ || nextBalloon_) {
+        nextBalloon_ = balloon;  // the latest waits; it shows after the start-up balloon
+        return;
+    }
+    PointBalloon(balloon);
+}
+
+void App::PointBalloon(const BalloonText& balloon) {
+    HWND main = window_.Handle();
+    std::optional<POINT> at;
+    switch (PlaceBalloon(tray_.Shown(), IsWindowVisible(main) != FALSE, IsIconic(main) != FALSE)) {
+        case BalloonPlace::MainWindow:
+            break;  // the window's own place
+        case BalloonPlace::TrayIcon:
+            if ((at = tray_.Anchor())) break;
+            [[fallthrough]];
+        case BalloonPlace::ScreenCorner: {
+            RECT work{};
+            SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+            at = POINT{work.right - GetSystemMetrics(SM_CXSMICON) * 2, work.bottom};
+            break;
+        }
+    }
+    window_.ShowBalloon(at, balloon.title, balloon.text, kBalloonShowMs);
+}
+
+void App::ApplyLooks() {
+    const SkinLook look = LookWithUserColours(Theme::BuiltInLook(SkinFor(settings_.Number(opt::kSkin))), settings_,
+                                              [](int index) { return static_cast<SkinColour>(GetSysColor(index)); });
+    if (Theme::Apply(look)) {
+        window_.Restyle();
+        playlist_.Restyle();
+        display_.Restyle();
+    }
+    window_.ShowQuickButtons(settings_.IsOn(opt::kShortcutButtons));
+    window_.SetRunningTextSpeed(settings_.Number(opt::kRunningTextSpeed));
+    window_.SetColouredProgress(settings_.IsOn(opt::kColouredProgress));
+    // The menus' colours follow the skin unless the user chose their own.
+    menuLook_.flat = menuLook_.flat || settings_.IsOn(opt::kXpMenus);
+    menuLook_.colours = ChooseMenuColours(settings_, Theme::Panel(), Theme::Text(), Theme::ButtonHot());
+    window_.SetMenuLook(menuLook_);
+    playlist_.SetMenuLook(menuLook_);
+}
+
+void App::ChooseSkin(int value) {
+    if (WriteOptionNow(settings_, services_.registry, opt::kSkin, std::to_string(value))) ApplyLooks();
 }
 
 void App::ShowSongMenu(bool fromButton) {
@@ -279,12 +402,17 @@ void App::FileOpened(const std::string& path) {
     if (lyrics_.Load(path)) {
         if (settings_.IsOn(opt::kAutoOpenLyricsWindow)) display_.Show();
     } else if (settings_.IsOn(opt::kAutoCloseLyricsWindow) && !player_.UsingDecoder1()) {
-        ShowWindow(display_.Handle(), SW_HIDE);
+        display_.Hide();
     }
     stream_.Opened(path, player_.LengthMs(), settings_.IsOn(opt::kRepairMediaInfo));
     // The system's media controls show the tag's title and artist; a file without a title shows its name.
     const Id3v1Tag tag = stream_.Tag().value_or(Id3v1Tag{});
-    mediaControls_.ShowFile(tag.title.empty() ? path.substr(path.find_last_of('\\') + 1) : tag.title, tag.artist);
+    const std::string fileName = path.substr(path.find_last_of('\\') + 1);
+    mediaControls_.ShowFile(tag.title.empty() ? fileName : tag.title, tag.artist);
+    // "播放信息(气泡提示)"
+    if (settings_.IsOn(opt::kPlayInfoBalloon)) {
+        ShowBalloon(PlayingBalloon(fileName, tag.title, tag.artist, player_.LengthMs()));
+    }
     display_.SetStreamTexts(stream_.Texts());
     window_.ShowTagLine(stream_.Texts().title);
 
@@ -377,6 +505,20 @@ void App::OnTimer(unsigned id) {
             }
             HandOffArrived();
             return;
+        case TimerId::StartupBalloon:
+            SetTimerRunning(TimerId::StartupBalloon, false, 0);
+            startupBalloonDue_ = false;
+            PointBalloon(StartupBalloon(ids::kMainTitle, kVersionText));
+            if (nextBalloon_) SetTimerRunning(TimerId::NextBalloon, true, kNextBalloonDelayMs);
+            return;
+        case TimerId::NextBalloon:
+            SetTimerRunning(TimerId::NextBalloon, false, 0);
+            if (const auto next = std::exchange(nextBalloon_, std::nullopt)) PointBalloon(*next);
+            return;
+        case TimerId::Chime:
+            ShowBalloon(ChimeBalloon(ChimeHour(Now())));
+            ArmChime(true);
+            return;
     }
 }
 
@@ -405,7 +547,45 @@ void App::OnMoved() { playlist_.FollowOwner(); }
 
 void App::OnCloseRequest() { Close(); }
 
-void App::OnTaskbarButton() { taskbar_.Attach(window_.Handle()); }
+void App::OnTaskbarButton() {
+    taskbar_.Attach(window_.Handle());
+    if (!settings_.IsOn(opt::kTrayIcon)) return;
+    // Explorer (re)started: the icon comes back; a window hidden behind an icon that cannot come back shows.
+    tray_.Show(window_.Handle(), tray_.Tip());
+    if (!tray_.Shown() && !IsWindowVisible(window_.Handle())) ShowMainWindow();
+}
+
+// "“最小化到任务拦”": minimised, the main window lives on as the notification-area icon only, when there is one.
+void App::OnMinimized() {
+    if (!settings_.IsOn(opt::kTrayIcon)) return;
+    if (!tray_.Shown()) UpdateTrayIcon();
+    if (tray_.Shown()) ShowWindow(window_.Handle(), SW_HIDE);
+}
+
+void App::OnTrayIcon(UINT mouseMessage) {
+    if (mouseMessage == WM_LBUTTONUP || mouseMessage == WM_LBUTTONDBLCLK) {
+        ShowMainWindow();
+    } else if (mouseMessage == WM_RBUTTONUP || mouseMessage == WM_CONTEXTMENU) {
+        // The menu closes when the user clicks elsewhere only if its window is in front.
+        SetForegroundWindow(window_.Handle());
+        POINT at{};
+        GetCursorPos(&at);
+        TrackMenu(window_.Handle(), TrayMenu(), at.x, at.y, menuLook_);
+        PostMessageW(window_.Handle(), WM_NULL, 0, 0);
+    }
+}
+
+void App::OnProgressPointer(int permille) {
+    const long long length = player_.LengthMs();
+    pointerMs_ = length > 0 ? std::optional<long long>(length * permille / 1000) : std::nullopt;
+    RefreshTips();
+}
+
+void App::ShowMainWindow() {
+    HWND main = window_.Handle();
+    ShowWindow(main, IsIconic(main) || !IsWindowVisible(main) ? SW_RESTORE : SW_SHOW);
+    SetForegroundWindow(main);
+}
 
 void App::OpenArgument(const std::string& argument) {
     const auto path = ResolveArgument(argument, services_.files);
@@ -435,6 +615,8 @@ void App::TakeAddResult(const AddResult& result) {
 std::string App::EntryInfo(int index) {
     const MediaEntry* entry = queue_.Queue().EntryAt(index);
     if (!entry) return {};
+    // "“文件列表框使用“经典”提示文本”": the entry's whole line and where the file is, in a plain tip.
+    if (settings_.IsOn(opt::kClassicListTips)) return ClassicListTip(ListLine(index, entry->name), entry->path);
     // "文件列表框中直接截取媒体文件信息"
     return ListInfoTipFor(services_.files, entry->path, entry->name, settings_.IsOn(opt::kListReadsMediaInfo),
                           settings_.IsOn(opt::kRepairMediaInfo));
@@ -463,6 +645,10 @@ void App::RestorePositions() {
     const auto listKept = KeptPlace(kPlaylistWindowPlace, fromRegistry, CurrentDpi(), monitors);
     playlist_.Restore(listKept, StartListDock(settings_.Number(opt::kListWindowPlace), listKept, RectOf(main)));
     video_.Restore(KeptPlace(kVideoWindowPlace, fromSettings, CurrentDpi(), monitors));
+    const auto fromIni = [&](std::string_view name) {
+        return ParseDecimal(services_.ini.Read(kPlayerIniFile, kWindowPlaceSection, name));
+    };
+    display_.Restore(KeptPlace(kLyricsWindowPlace, fromIni, CurrentDpi(), monitors, RectOf(display_.Handle())));
 }
 
 bool App::WriteSetupValues(const std::vector<std::pair<std::string_view, std::string>>& values) {
@@ -483,12 +669,19 @@ void App::SavePositions() {
         values.push_back(std::move(value));
     }
     WriteSetupValues(values);
+    if (display_.HasPlace()) {
+        for (const auto& [name, text] : PlaceValues(kLyricsWindowPlace, RectOf(display_.Handle()), CurrentDpi())) {
+            services_.ini.Write(kPlayerIniFile, kWindowPlaceSection, name, text);
+        }
+    }
 }
 
 void App::Close() {
     defaultList_.SaveDefaultListOnExit();  // only when "L56" asks for it
     SavePositions();
+    FadeOutNow({display_.Handle(), playlist_.Handle(), window_.Handle()});
     hotKeys_.Release();
+    tray_.Remove();
     engine_.CloseAll();
     screenSaver_.Update(false);
     window_.Destroy();

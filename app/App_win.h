@@ -4,12 +4,14 @@
 // the user does into the controllers' operations; the windows only draw and forward.
 #include <windows.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "app/Commands.h"
 #include "app/HandOff.h"
 #include "app/KeyMap.h"
+#include "app/Notices.h"
 #include "app/TimerPlan.h"
 #include "mediainfo/LyricsDisplay.h"
 #include "mediainfo/LyricsLook.h"
@@ -26,6 +28,7 @@
 #include "playlist/ListFileController.h"
 #include "playlist/MusicLibrary.h"
 #include "playlist/QueueController.h"
+#include "settings/IniFiles.h"
 #include "settings/SettingsStore.h"
 #include "ui/AudioDisplayWindow_win.h"
 #include "ui/MainWindow_win.h"
@@ -33,6 +36,7 @@
 #include "ui/PlaylistWindow_win.h"
 #include "ui/ProgressWindow_win.h"
 #include "ui/TaskbarButton_win.h"
+#include "ui/TrayIcon_win.h"
 #include "ui/VideoWindow_win.h"
 
 namespace lumora {
@@ -107,6 +111,20 @@ private:
     void OnCloseRequest() override;
     bool OnAppCommand(int appCommand) override;
     void OnTaskbarButton() override;
+    void OnMinimized() override;
+    void OnTrayIcon(UINT mouseMessage) override;
+    void OnProgressPointer(int permille) override;
+    // The main window back from the notification area or from its button, in front.
+    void ShowMainWindow();
+    // "“最小化到任务拦”": the icon while the option is on, and its tip.
+    void UpdateTrayIcon();
+    std::vector<MenuLine> TrayMenu();
+    // A balloon of tooltip.dll where the window's state puts it (app/Notices.h); one that comes while the
+    // start-up balloon is due waits for it.
+    void ShowBalloon(const BalloonText& balloon);
+    void PointBalloon(const BalloonText& balloon);
+    // "整点报时(气泡提示)": one timer, due at the next full hour, while the option is on.
+    void ArmChime(bool justChimed = false);
     // PlaylistCommands
     std::vector<MenuLine> PlaylistMenu() override;
     void RunCommand(int id) override;
@@ -137,10 +155,18 @@ private:
     // The store changed (the settings dialog's confirmation, the "倒制" button): what the windows show from
     // it at start is shown anew. Everything else reads the store when it is used.
     void OptionsChanged();
+    // The skin and the looks of the options, in every window; unchanged looks are not drawn again.
+    void ApplyLooks();
+    // A skin chosen from the menu: kept at once, shown at once.
+    void ChooseSkin(int value);
     // The song menu "选歌" under its button, or at the pointer when its menu entry chose it.
     void ShowSongMenu(bool fromButton);
     void ShowSongBlocks();
 
+    // The main, list and lyrics windows' opacity: kept, or previewed by the settings page "透明度".
+    void ApplyTransparency(const WindowTransparency& transparency);
+    // The bubbles of the audio display while decoder 2 plays ("L27", "L37", "L64").
+    void ShowBubbles();
     void ShowTips();
     void RefreshTips();
     void UpdateTimers();
@@ -178,6 +204,12 @@ private:
     LyricsDisplaySettings lyricsSettings_;
     CommandTable commands_;
     TaskbarButton taskbar_;
+    TrayIcon tray_;
+    // The time of the progress track under the pointer, for its tip; none until the pointer comes.
+    std::optional<long long> pointerMs_;
+    // A balloon held back until the start-up one has been seen.
+    std::optional<BalloonText> nextBalloon_;
+    bool startupBalloonDue_ = false;
     MediaHotKeys hotKeys_;
     SystemMediaControls mediaControls_;
     std::string osCode_;

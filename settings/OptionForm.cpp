@@ -87,6 +87,9 @@ constexpr auto kItems = std::to_array<FormItem>({
     {opt::kCloseVideoForAudio, K::Check},
     {opt::kVideoWindowAtStart, K::Check},
     {opt::kNoVideoWindowForVideo, K::Check},
+    // Windows: the user's own colours (after the rest, so that no other control's id moves)
+    {opt::kBackColour, K::Colour},
+    {opt::kPanelTextColour, K::Colour},
 });
 // clang-format on
 

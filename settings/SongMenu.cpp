@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "common/SkinDescription.h"
 #include "settings/OptionNames.h"
 #include "settings/SettingsStore.h"
 
@@ -79,16 +80,6 @@ std::string BlockCaption(const SongMenuItem& block) {
     return text;
 }
 
-std::uint32_t BlendColour(std::uint32_t from, std::uint32_t to, int percent) {
-    std::uint32_t mixed = 0;
-    for (int shift = 0; shift <= 16; shift += 8) {
-        const int a = static_cast<int>((from >> shift) & 0xFF);
-        const int b = static_cast<int>((to >> shift) & 0xFF);
-        mixed |= static_cast<std::uint32_t>(a + (b - a) * percent / 100) << shift;
-    }
-    return mixed;
-}
-
 MenuColours ChooseMenuColours(const SettingsStore& settings, std::uint32_t skinBackground, std::uint32_t skinText,
                               std::uint32_t skinHighlight) {
     MenuColours c{skinBackground, skinText, skinHighlight, 0};
@@ -100,9 +91,9 @@ MenuColours ChooseMenuColours(const SettingsStore& settings, std::uint32_t skinB
         };
         c.background = colour(opt::kMenuBackColour, skinBackground);
         c.text = colour(opt::kMenuTextColour, skinText);
-        c.highlight = BlendColour(c.background, c.text, 25);
+        c.highlight = BlendColour(c.background, c.text, 250);
     }
-    c.grey = BlendColour(c.background, c.text, 45);
+    c.grey = BlendColour(c.background, c.text, 450);
     return c;
 }
 

@@ -70,8 +70,6 @@ struct MenuColours {
 };
 MenuColours ChooseMenuColours(const SettingsStore& settings, std::uint32_t skinBackground, std::uint32_t skinText,
                               std::uint32_t skinHighlight);
-// `from` moved `percent` of the way towards `to`, channel by channel.
-std::uint32_t BlendColour(std::uint32_t from, std::uint32_t to, int percent);
 
 // The block view of the main window: numbered blocks in rows, a page of rows at a time.
 // The row to show on top so that entry `current` (1-based; 0 for none) is on the page of `visibleRows`.

@@ -100,7 +100,7 @@ void Draw(const DRAWITEMSTRUCT& d) {
     }
     if (selected) {
         // A narrow bar in the skin's accent marks the line under the pointer.
-        Fill(dc, RECT{r.left, r.top, r.left + std::max(Scaled(3, dpi), 2), r.bottom}, Theme::kAccent);
+        Fill(dc, RECT{r.left, r.top, r.left + std::max(Scaled(3, dpi), 2), r.bottom}, Theme::Accent());
     }
     const COLORREF ink = grey ? c.grey : c.text;
     if (d.itemState & ODS_CHECKED)

@@ -195,12 +195,12 @@ void SongBlockView::Paint(HDC dc, const RECT& client) {
             RECT block{x, y, x + Scaled(kCellWidth - kGap, dpi), y + Scaled(kCellHeight - kGap, dpi)};
             const bool playing = *entry == current_;
             const bool hot = *entry == hot_;
-            SetDCBrushColor(dc, playing ? Theme::kAccent : hot ? Theme::kButtonHot : Theme::kPanel);
-            SetDCPenColor(dc, playing || hot ? Theme::kAccent : Theme::kButtonEdge);
+            SetDCBrushColor(dc, playing ? Theme::Accent() : hot ? Theme::ButtonHot() : Theme::Panel());
+            SetDCPenColor(dc, playing || hot ? Theme::Accent() : Theme::ButtonEdge());
             RoundRect(dc, block.left, block.top, block.right, block.bottom, round, round);
             wchar_t number[8];
             std::swprintf(number, 8, L"%03d", *entry);
-            SetTextColor(dc, playing ? Theme::kDisplay : Theme::kText);
+            SetTextColor(dc, playing ? Theme::Display() : Theme::Text());
             DrawTextW(dc, number, -1, &block, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
         }
     }
