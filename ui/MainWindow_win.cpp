@@ -292,7 +292,7 @@ void MainWindow::OnCreate() {
     }
     // The block view lies under everything, in a band of its own that is there only while it shows.
     if (blocks_.Create(hwnd_, IDC_MAIN_SONG_BLOCKS)) {
-        SetWindowPos(blocks_.Handle(), nullptr, 6, kClientHeight - 20, kClientWidth - 12, 76, SWP_NOZORDER);
+        SetWindowPos(blocks_.Handle(), nullptr, 6, kQuickTop + kQuickHeight + 4, kClientWidth - 12, 76, SWP_NOZORDER);
         blocks_.onChoose = [this](int entry) { events_->OnCommand(kFirstSongCommand + entry - 1); };
     }
     const std::string tagLine = StreamPanelTexts{}.title;
@@ -322,12 +322,15 @@ void MainWindow::Layout() {
     int bottom96 = 0;  // under the lowest control
     for (const auto& [id, r96] : layout96_) {
         HWND control = GetDlgItem(hwnd_, id);
-        const bool hidden = IsQuickButton(id) && !quickButtons_;
         // (the style, not IsWindowVisible: the window itself may not show yet)
-        const bool shown = (GetWindowLongW(control, GWL_STYLE) & WS_VISIBLE) != 0;
+        const bool blocksHidden = id == IDC_MAIN_SONG_BLOCKS && (GetWindowLongW(control, GWL_STYLE) & WS_VISIBLE) == 0;
         // A hidden quick button, or the song blocks while hidden, take no room.
-        if (!hidden && (id != IDC_MAIN_SONG_BLOCKS || shown)) bottom96 = std::max(bottom96, static_cast<int>(r96.bottom));
-        const RECT r = hidden ? RECT{} : Scaled(r96, dpi_);
+        const bool hidden = (IsQuickButton(id) && !quickButtons_) || blocksHidden;
+        RECT place96 = r96;
+        // The song blocks lie under the quick buttons, or in their place while they are hidden.
+        if (id == IDC_MAIN_SONG_BLOCKS && !quickButtons_) OffsetRect(&place96, 0, kQuickTop - place96.top);
+        if (!hidden) bottom96 = std::max(bottom96, static_cast<int>(place96.bottom));
+        const RECT r = hidden ? RECT{} : Scaled(place96, dpi_);
         if (IsQuickButton(id)) ShowWindow(control, hidden ? SW_HIDE : SW_SHOWNA);
         SetWindowPos(control, nullptr, r.left, r.top, r.right - r.left, r.bottom - r.top,
                      SWP_NOZORDER | SWP_NOACTIVATE);
