@@ -46,9 +46,13 @@ TEST(Bubbles, ANewAreaStartsAfreshAndATinyOneHoldsNone) {
     field.SetArea(300, 180);
     field.SetArea(100, 60);
     for (const Bubble& b : field.Bubbles()) EXPECT_LE(b.x + b.radius, 100 + 1e-9);
-    field.SetArea(0, 180);
-    field.Step();
-    EXPECT_TRUE(field.Bubbles().empty());
+    field.SetArea(8, 8);
+    EXPECT_FALSE(field.Bubbles().empty());
+    for (const auto& [width, height] : {std::pair{7, 180}, {180, 7}, {0, 0}}) {
+        field.SetArea(width, height);
+        field.Step();
+        EXPECT_TRUE(field.Bubbles().empty()) << width << "x" << height;
+    }
 }
 
 TEST(Bubbles, ChangingColoursMoveOnWithEveryStepAndACalmOneStays) {
@@ -56,6 +60,7 @@ TEST(Bubbles, ChangingColoursMoveOnWithEveryStepAndACalmOneStays) {
     field.SetArea(200, 120);
     const Bubble b = field.Bubbles().front();
     const BubbleColour calm = field.ColourOf(b, false);
+    EXPECT_GE(std::max({calm.red, calm.green, calm.blue}), 200);
     std::set<std::tuple<int, int, int>> colours;
     for (int i = 0; i < 90; ++i) {
         const BubbleColour c = field.ColourOf(b, true);

@@ -63,6 +63,7 @@ TEST(WindowFade, TheAlphaRampEndsExactlyAtTheWindowsOwnOpacity) {
     EXPECT_EQ(FadeSteps(-5, 20, 10, 15), (std::vector<int>{20}));        // one step, however short
     EXPECT_EQ(FadeSteps(0, 20, 10, 0), (std::vector<int>{20}));
     EXPECT_TRUE(FadeSteps(128, 128).empty());
+    EXPECT_TRUE(FadeSteps(400, 255).empty());  // above opaque is opaque
     const std::vector<int> full = FadeSteps(0, 128);
     EXPECT_EQ(full.size(), static_cast<size_t>(kFadeMs / kFadeTickMs));
     EXPECT_TRUE(std::is_sorted(full.begin(), full.end()));

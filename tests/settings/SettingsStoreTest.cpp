@@ -235,6 +235,8 @@ TEST(WindowPlacement, KeptPlacesAndTheirValues) {
     EXPECT_FALSE(KeptPlace(kPlaylistWindowPlace, read, dpi, kMonitors));
     values = {{"F4L", 1440}, {"F4T", 1440}, {"F4W", 0}, {"F4H", 1440}};
     EXPECT_FALSE(KeptPlace(kPlaylistWindowPlace, read, dpi, kMonitors));
+    values = {{"F4L", 1440}, {"F4W", 1440}, {"F4H", 1440}};  // no top
+    EXPECT_FALSE(KeptPlace(kPlaylistWindowPlace, read, dpi, kMonitors));
 
     // The main window keeps its own size.
     values = {{"LEFT", 0}, {"TOP", 0}};
