@@ -30,11 +30,6 @@ TEST(Docking, TheListSnapsToTheRightOrBottomEdgeWithinTheSnapDistanceAndLeavesIt
         EXPECT_EQ(SnapDock(c.moving, kOwner, kDockSnapPixels), c.dock) << c.moving.left << "," << c.moving.top;
         EXPECT_EQ(SnapPlace(c.moving, kOwner, kDockSnapPixels), c.placed) << c.moving.left << "," << c.moving.top;
     }
-    // Docked, it follows the owner wherever that goes, and takes the length of the edge it docks to.
-    const WindowRect moved{300, 50, 760, 350};
-    EXPECT_EQ(DockedListPlace(ListDock::Right, moved, {560, 100, 860, 400}), (WindowRect{760, 50, 1060, 350}));
-    EXPECT_EQ(DockedListPlace(ListDock::Below, moved, {100, 400, 400, 600}), (WindowRect{300, 350, 760, 550}));
-    EXPECT_EQ(DockedListPlace(ListDock::None, moved, {1, 2, 3, 4}), (WindowRect{1, 2, 3, 4}));
 }
 
 TEST(Docking, AKeptPlaceThatNoScreenShowsComesBackOnTheNearestWorkArea) {
