@@ -5,8 +5,10 @@
 #include <shlwapi.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "app/Startup.h"
+#include "app/Version.h"
 #include "mediainfo/Id3v1.h"
 #include "mediainfo/ListInfo.h"
 #include "platform/HandOff_win.h"
@@ -19,9 +21,13 @@
 #include "settings/IniFiles.h"
 #include "settings/OptionNames.h"
 #include "settings/RegistryWrapper.h"
+#include "settings/SongMenu.h"
+#include "settings/TipOverrides.h"
 #include "settings/WindowPlacement.h"
 #include "ui/ControlIds.h"
+#include "ui/Menu_win.h"
 #include "ui/Prompts_win.h"
+#include "ui/Theme_win.h"
 #include "ui/WindowClass_win.h"
 #include "ui/WindowFade_win.h"
 
@@ -66,6 +72,25 @@ std::uint64_t RandomSeed() {
     return (static_cast<std::uint64_t>(counter.QuadPart) * 0x9E3779B97F4A7C15ULL) ^
            (static_cast<std::uint64_t>(GetCurrentProcessId()) << 32) ^ GetTickCount();
 }
+
+TimeOfDay Now() {
+    SYSTEMTIME t{};
+    GetLocalTime(&t);
+    return {t.wHour, t.wMinute, t.wSecond, t.wMilliseconds};
+}
+
+// Every control of the main window whose help a user may write in the INI file.
+constexpr int kTipControls[] = {
+    ids::IDC_MAIN_PLAY,        ids::IDC_MAIN_STOP,        ids::IDC_MAIN_PREVIOUS,      ids::IDC_MAIN_NEXT,
+    ids::IDC_MAIN_BACK,        ids::IDC_MAIN_FORWARD,     ids::IDC_MAIN_MODE_NORMAL,   ids::IDC_MAIN_MODE_LOOP,
+    ids::IDC_MAIN_MODE_RANDOM, ids::IDC_MAIN_TIME_MODE,   ids::IDC_MAIN_SEGMENT,       ids::IDC_MAIN_PROGRESS,
+    ids::IDC_MAIN_VOLUME,      ids::IDC_MAIN_SPEED,       ids::IDC_MAIN_LIST,          ids::IDC_MAIN_OPEN,
+    ids::IDC_MAIN_TITLE,       ids::IDC_MAIN_TIME,        ids::IDC_MAIN_PERCENT,       ids::IDC_MAIN_MODE,
+    ids::IDC_MAIN_SEGMENT_A,   ids::IDC_MAIN_SEGMENT_B,   ids::IDC_MAIN_SEGMENT_RANGE, ids::IDC_MAIN_PREVIOUS_LABEL,
+    ids::IDC_MAIN_NEXT_LABEL,  ids::IDC_MAIN_COMBINED,    ids::IDC_MAIN_VOLUME_LABEL,  ids::IDC_MAIN_VOLUME_MIN,
+    ids::IDC_MAIN_VOLUME_MAX,  ids::IDC_MAIN_SPEED_LABEL, ids::IDC_MAIN_STATUS_LINE,   ids::IDC_MAIN_DECODER_WORKAROUND,
+    ids::IDC_MAIN_LIBRARY,     ids::IDC_MAIN_TAG_LINE,
+};
 
 }  // namespace
 
@@ -115,6 +140,7 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
         player_.RestoreVolume(level);
     }
     player_.RestoreTimeMode();
+    window_.SetTipOverrides(LoadTipOverrides(services_.ini, kTipControls));
     OptionsChanged();  // what the windows take from the options
     SetMessageFilter([this](MSG& msg) { return FilterMessage(msg); });
     mediaControls_.Attach(main);
@@ -127,6 +153,11 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
     if (settings_.IsOn(opt::kListWindowAtStart)) FadeIn(playlist_.Handle());
     if (settings_.IsOn(opt::kVideoWindowAtStart)) video_.ShowAsIs();  // "启动时打开视频窗口"
     UpdateWindow(main);
+    // "启动提示软件信息(气泡提示)": once the window stands.
+    if (settings_.IsOn(opt::kStartupInfoBalloon)) {
+        startupBalloonDue_ = true;
+        SetTimerRunning(TimerId::StartupBalloon, true, kStartupBalloonDelayMs);
+    }
 
     const long long startedMs = ThisProcessStartMs();
     if (argument == kSettingsArgument) {
@@ -178,12 +209,13 @@ void App::ShowTips() {
         // The tips' own colours, the system's: also after the user's colours were switched off.
         colours.emplace(GetSysColor(COLOR_INFOBK), GetSysColor(COLOR_INFOTEXT));
     }
-    window_.ShowTips(MakeTransportTips(settings_, queue_.Queue(), player_.Texts(), player_.FilePlays()), colours,
-                     settings_.IsOn(opt::kBalloonHelp));
+    window_.ShowTips(MakeTransportTips(settings_, queue_.Queue(), player_.Texts(), player_.FilePlays(), pointerMs_),
+                     colours, true);
+    display_.ShowTips(MakeDisplayTips(settings_), colours->first, colours->second);
 }
 
 void App::RefreshTips() {
-    window_.SetTips(MakeTransportTips(settings_, queue_.Queue(), player_.Texts(), player_.FilePlays()));
+    window_.SetTips(MakeTransportTips(settings_, queue_.Queue(), player_.Texts(), player_.FilePlays(), pointerMs_));
 }
 
 // The presenter side of the controllers' views.
@@ -193,12 +225,17 @@ void App::SetLevel(int level) {
     decoder2_.SetVolume(level);
 }
 
-void App::ShowLines(const std::vector<std::string>& lines) { playlist_.SetLines(lines); }
+void App::ShowLines(const std::vector<std::string>& lines) {
+    playlist_.SetLines(lines);
+    ShowSongBlocks();
+}
 
 void App::ShowTexts(const QueueTexts& texts) {
     window_.ShowQueueTexts(texts);
+    ShowSongBlocks();
     playlist_.SetCaption(texts.listCaption);
     RefreshTips();
+    UpdateTrayIcon();  // its tip names the playing file
 }
 
 void App::SelectLine(int index) { playlist_.Select(index); }
@@ -246,17 +283,106 @@ void App::OptionsChanged() {
     keepOnTop(playlist_.Handle(), settings_.IsOn(opt::kListWindowTopmost));
     keepOnTop(display_.Handle(), settings_.IsOn(opt::kListWindowTopmost));
     window_.ShowDecoderWorkaround(settings_.IsOn(opt::kDecoderWorkaround));
+    ApplyLooks();
     SetWindowFades(!settings_.IsOn(opt::kNoWindowFades));
     ShowBubbles();
     ShowTips();
     playlist_.CreateInfoTip(settings_.IsOn(opt::kClassicListTips));
     screenSaver_.Update(player_.IsPlaying());
     UpdateTimers();
+    window_.ShowSongBlocks(settings_.IsOn(opt::kModuleSongMenu));
+    ShowSongBlocks();
     if (settings_.IsOn(opt::kMediaKeysAlways)) {
         hotKeys_.Hold(window_.Handle());
     } else {
         hotKeys_.Release();
     }
+    UpdateTrayIcon();
+    ArmChime();
+}
+
+void App::UpdateTrayIcon() {
+    HWND main = window_.Handle();
+    if (!main) return;
+    if (!settings_.IsOn(opt::kTrayIcon)) {
+        tray_.Remove();
+        if (!IsWindowVisible(main)) ShowMainWindow();  // never left without a way back
+        return;
+    }
+    const MediaEntry* playing = queue_.Queue().CurrentEntry();
+    const std::wstring tip = Widen(TrayTipText(ids::kMainTitle, playing ? playing->name : std::string()));
+    if (tray_.Shown()) {
+        tray_.SetTip(tip);
+    } else {
+        tray_.Show(main, tip);  // may fail while the shell has no notification area: TaskbarCreated retries
+    }
+}
+
+void App::ArmChime(bool justChimed) {
+    if (!window_.Handle()) return;
+    SetTimerRunning(TimerId::Chime, false, 0);
+    if (settings_.IsOn(opt::kHourlyChime)) SetTimerRunning(TimerId::Chime, true, MsToNextHour(Now(), justChimed));
+}
+
+void App::ShowBalloon(const BalloonText& balloon) {
+    if (startupBalloonDue_ || nextBalloon_) {
+        nextBalloon_ = balloon;  // the latest waits; it shows after the start-up balloon
+        return;
+    }
+    PointBalloon(balloon);
+}
+
+void App::PointBalloon(const BalloonText& balloon) {
+    HWND main = window_.Handle();
+    std::optional<POINT> at;
+    switch (PlaceBalloon(tray_.Shown(), IsWindowVisible(main) != FALSE, IsIconic(main) != FALSE)) {
+        case BalloonPlace::MainWindow:
+            break;  // the window's own place
+        case BalloonPlace::TrayIcon:
+            if ((at = tray_.Anchor())) break;
+            [[fallthrough]];
+        case BalloonPlace::ScreenCorner: {
+            RECT work{};
+            SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+            at = POINT{work.right - GetSystemMetrics(SM_CXSMICON) * 2, work.bottom};
+            break;
+        }
+    }
+    window_.ShowBalloon(at, balloon.title, balloon.text, kBalloonShowMs);
+}
+
+void App::ApplyLooks() {
+    const SkinLook look = LookWithUserColours(Theme::BuiltInLook(SkinFor(settings_.Number(opt::kSkin))), settings_,
+                                              [](int index) { return static_cast<SkinColour>(GetSysColor(index)); });
+    if (Theme::Apply(look)) {
+        window_.Restyle();
+        playlist_.Restyle();
+        display_.Restyle();
+    }
+    window_.ShowQuickButtons(settings_.IsOn(opt::kShortcutButtons));
+    window_.SetRunningTextSpeed(settings_.Number(opt::kRunningTextSpeed));
+    window_.SetColouredProgress(settings_.IsOn(opt::kColouredProgress));
+    // The menus' colours follow the skin unless the user chose their own.
+    menuLook_.flat = menuLook_.flat || settings_.IsOn(opt::kXpMenus);
+    menuLook_.colours = ChooseMenuColours(settings_, Theme::Panel(), Theme::Text(), Theme::ButtonHot());
+    window_.SetMenuLook(menuLook_);
+    playlist_.SetMenuLook(menuLook_);
+}
+
+void App::ChooseSkin(int value) {
+    if (WriteOptionNow(settings_, services_.registry, opt::kSkin, std::to_string(value))) ApplyLooks();
+}
+
+void App::ShowSongMenu(bool fromButton) {
+    POINT at = window_.SongMenuPoint();
+    if (!fromButton) GetCursorPos(&at);
+    const PlayQueue& queue = queue_.Queue();
+    TrackSongMenu(window_.Handle(), queue.Lines(), queue.Current(), ids::kFirstSongCommand, at.x, at.y, menuLook_,
+                  SongMenuOptionsFrom(settings_));
+}
+
+void App::ShowSongBlocks() {
+    if (settings_.IsOn(opt::kModuleSongMenu)) window_.SetSongBlocks(queue_.Queue().Lines(), queue_.Queue().Current());
 }
 
 void App::ShowLyricsLines(std::string_view first, std::string_view second) {
@@ -281,7 +407,12 @@ void App::FileOpened(const std::string& path) {
     stream_.Opened(path, player_.LengthMs(), settings_.IsOn(opt::kRepairMediaInfo));
     // The system's media controls show the tag's title and artist; a file without a title shows its name.
     const Id3v1Tag tag = stream_.Tag().value_or(Id3v1Tag{});
-    mediaControls_.ShowFile(tag.title.empty() ? path.substr(path.find_last_of('\\') + 1) : tag.title, tag.artist);
+    const std::string fileName = path.substr(path.find_last_of('\\') + 1);
+    mediaControls_.ShowFile(tag.title.empty() ? fileName : tag.title, tag.artist);
+    // "播放信息(气泡提示)"
+    if (settings_.IsOn(opt::kPlayInfoBalloon)) {
+        ShowBalloon(PlayingBalloon(fileName, tag.title, tag.artist, player_.LengthMs()));
+    }
     display_.SetStreamTexts(stream_.Texts());
     window_.ShowTagLine(stream_.Texts().title);
 
@@ -374,6 +505,20 @@ void App::OnTimer(unsigned id) {
             }
             HandOffArrived();
             return;
+        case TimerId::StartupBalloon:
+            SetTimerRunning(TimerId::StartupBalloon, false, 0);
+            startupBalloonDue_ = false;
+            PointBalloon(StartupBalloon(ids::kMainTitle, kVersionText));
+            if (nextBalloon_) SetTimerRunning(TimerId::NextBalloon, true, kNextBalloonDelayMs);
+            return;
+        case TimerId::NextBalloon:
+            SetTimerRunning(TimerId::NextBalloon, false, 0);
+            if (const auto next = std::exchange(nextBalloon_, std::nullopt)) PointBalloon(*next);
+            return;
+        case TimerId::Chime:
+            ShowBalloon(ChimeBalloon(ChimeHour(Now())));
+            ArmChime(true);
+            return;
     }
 }
 
@@ -402,7 +547,45 @@ void App::OnMoved() { playlist_.FollowOwner(); }
 
 void App::OnCloseRequest() { Close(); }
 
-void App::OnTaskbarButton() { taskbar_.Attach(window_.Handle()); }
+void App::OnTaskbarButton() {
+    taskbar_.Attach(window_.Handle());
+    if (!settings_.IsOn(opt::kTrayIcon)) return;
+    // Explorer (re)started: the icon comes back; a window hidden behind an icon that cannot come back shows.
+    tray_.Show(window_.Handle(), tray_.Tip());
+    if (!tray_.Shown() && !IsWindowVisible(window_.Handle())) ShowMainWindow();
+}
+
+// "“最小化到任务拦”": minimised, the main window lives on as the notification-area icon only, when there is one.
+void App::OnMinimized() {
+    if (!settings_.IsOn(opt::kTrayIcon)) return;
+    if (!tray_.Shown()) UpdateTrayIcon();
+    if (tray_.Shown()) ShowWindow(window_.Handle(), SW_HIDE);
+}
+
+void App::OnTrayIcon(UINT mouseMessage) {
+    if (mouseMessage == WM_LBUTTONUP || mouseMessage == WM_LBUTTONDBLCLK) {
+        ShowMainWindow();
+    } else if (mouseMessage == WM_RBUTTONUP || mouseMessage == WM_CONTEXTMENU) {
+        // The menu closes when the user clicks elsewhere only if its window is in front.
+        SetForegroundWindow(window_.Handle());
+        POINT at{};
+        GetCursorPos(&at);
+        TrackMenu(window_.Handle(), TrayMenu(), at.x, at.y, menuLook_);
+        PostMessageW(window_.Handle(), WM_NULL, 0, 0);
+    }
+}
+
+void App::OnProgressPointer(int permille) {
+    const long long length = player_.LengthMs();
+    pointerMs_ = length > 0 ? std::optional<long long>(length * permille / 1000) : std::nullopt;
+    RefreshTips();
+}
+
+void App::ShowMainWindow() {
+    HWND main = window_.Handle();
+    ShowWindow(main, IsIconic(main) || !IsWindowVisible(main) ? SW_RESTORE : SW_SHOW);
+    SetForegroundWindow(main);
+}
 
 void App::OpenArgument(const std::string& argument) {
     const auto path = ResolveArgument(argument, services_.files);
@@ -432,6 +615,8 @@ void App::TakeAddResult(const AddResult& result) {
 std::string App::EntryInfo(int index) {
     const MediaEntry* entry = queue_.Queue().EntryAt(index);
     if (!entry) return {};
+    // "“文件列表框使用“经典”提示文本”": the entry's whole line and where the file is, in a plain tip.
+    if (settings_.IsOn(opt::kClassicListTips)) return ClassicListTip(ListLine(index, entry->name), entry->path);
     // "文件列表框中直接截取媒体文件信息"
     return ListInfoTipFor(services_.files, entry->path, entry->name, settings_.IsOn(opt::kListReadsMediaInfo),
                           settings_.IsOn(opt::kRepairMediaInfo));
@@ -496,6 +681,7 @@ void App::Close() {
     SavePositions();
     FadeOutNow({display_.Handle(), playlist_.Handle(), window_.Handle()});
     hotKeys_.Release();
+    tray_.Remove();
     engine_.CloseAll();
     screenSaver_.Update(false);
     window_.Destroy();

@@ -4,12 +4,14 @@
 // the user does into the controllers' operations; the windows only draw and forward.
 #include <windows.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "app/Commands.h"
 #include "app/HandOff.h"
 #include "app/KeyMap.h"
+#include "app/Notices.h"
 #include "app/TimerPlan.h"
 #include "mediainfo/LyricsDisplay.h"
 #include "mediainfo/LyricsLook.h"
@@ -34,6 +36,7 @@
 #include "ui/PlaylistWindow_win.h"
 #include "ui/ProgressWindow_win.h"
 #include "ui/TaskbarButton_win.h"
+#include "ui/TrayIcon_win.h"
 #include "ui/VideoWindow_win.h"
 
 namespace lumora {
@@ -108,6 +111,20 @@ private:
     void OnCloseRequest() override;
     bool OnAppCommand(int appCommand) override;
     void OnTaskbarButton() override;
+    void OnMinimized() override;
+    void OnTrayIcon(UINT mouseMessage) override;
+    void OnProgressPointer(int permille) override;
+    // The main window back from the notification area or from its button, in front.
+    void ShowMainWindow();
+    // "“最小化到任务拦”": the icon while the option is on, and its tip.
+    void UpdateTrayIcon();
+    std::vector<MenuLine> TrayMenu();
+    // A balloon of tooltip.dll where the window's state puts it (app/Notices.h); one that comes while the
+    // start-up balloon is due waits for it.
+    void ShowBalloon(const BalloonText& balloon);
+    void PointBalloon(const BalloonText& balloon);
+    // "整点报时(气泡提示)": one timer, due at the next full hour, while the option is on.
+    void ArmChime(bool justChimed = false);
     // PlaylistCommands
     std::vector<MenuLine> PlaylistMenu() override;
     void RunCommand(int id) override;
@@ -138,6 +155,13 @@ private:
     // The store changed (the settings dialog's confirmation, the "倒制" button): what the windows show from
     // it at start is shown anew. Everything else reads the store when it is used.
     void OptionsChanged();
+    // The skin and the looks of the options, in every window; unchanged looks are not drawn again.
+    void ApplyLooks();
+    // A skin chosen from the menu: kept at once, shown at once.
+    void ChooseSkin(int value);
+    // The song menu "选歌" under its button, or at the pointer when its menu entry chose it.
+    void ShowSongMenu(bool fromButton);
+    void ShowSongBlocks();
 
     // The main, list and lyrics windows' opacity: kept, or previewed by the settings page "透明度".
     void ApplyTransparency(const WindowTransparency& transparency);
@@ -180,12 +204,20 @@ private:
     LyricsDisplaySettings lyricsSettings_;
     CommandTable commands_;
     TaskbarButton taskbar_;
+    TrayIcon tray_;
+    // The time of the progress track under the pointer, for its tip; none until the pointer comes.
+    std::optional<long long> pointerMs_;
+    // A balloon held back until the start-up one has been seen.
+    std::optional<BalloonText> nextBalloon_;
+    bool startupBalloonDue_ = false;
     MediaHotKeys hotKeys_;
     SystemMediaControls mediaControls_;
     std::string osCode_;
     unsigned runningTimers_ = 0;  // a bit for each TimerId that runs
     bool displayClosedByUser_ = false;  // until the next file opens
     bool closed_ = false;
+    // Flat menus ("使用XP菜单…") come at once when switched on, and stay until the next start.
+    MenuLook menuLook_;
 };
 
 }  // namespace lumora

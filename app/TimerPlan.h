@@ -5,7 +5,16 @@
 
 namespace lumora {
 
-enum class TimerId : unsigned { Progress = 1, Volume = 2, HandOff = 3, Display = 4 };
+// StartupBalloon and NextBalloon fire once; Chime is set anew each time for the next full hour.
+enum class TimerId : unsigned {
+    Progress = 1,
+    Volume = 2,
+    HandOff = 3,
+    Display = 4,
+    StartupBalloon = 12,
+    Chime = 13,
+    NextBalloon = 14
+};
 
 inline constexpr unsigned kProgressIntervalMs = 250;  // position, texts, lyrics, end of file
 inline constexpr unsigned kDisplayIntervalMs = 60;    // the spectrum of decoder 1

@@ -1,6 +1,7 @@
 #pragma once
 // The texts of the main window's transport controls: their captions at start and the balloon
 // help on each, which follows the options and the queue.
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -62,12 +63,27 @@ struct TransportTips {
     std::string neighbours;
     std::string statusLine;
     std::string decoderWorkaround;  // says whether it is on, and that it counts from the next file
+    // "“显示“气泡”式帮助提示文本”": the help texts above show; off, only the information tips do.
+    bool help = true;
+    // "“显示“气泡”式信息提示文本”": previous, next, volume and progress tell the neighbour's list line, the
+    // volume in per cent and the time under the pointer instead of their help.
+    bool information = true;
     bool operator==(const TransportTips&) const = default;
 };
 
+// The balloon help of the "音频\歌词显示" window: its stream panel and its two lyrics lines; empty while
+// "“显示“气泡”式帮助提示文本”" is off.
+struct DisplayTips {
+    std::string panel;
+    std::string lyrics;
+    bool operator==(const DisplayTips&) const = default;
+};
+DisplayTips MakeDisplayTips(const SettingsStore& settings);
+
 // `playback`: what the player shows now (its mode, time mode, volume, speed and segment);
-// `hasFile`: a file is open (back and forward can move in it).
+// `hasFile`: a file is open (back and forward can move in it); `pointerMs`: the time of the progress
+// track under the pointer while it rests there on an open file.
 TransportTips MakeTransportTips(const SettingsStore& settings, const PlayQueue& queue, const PlaybackTexts& playback,
-                                bool hasFile);
+                                bool hasFile, std::optional<long long> pointerMs = std::nullopt);
 
 }  // namespace lumora

@@ -40,6 +40,11 @@ std::string IniFiles::Read(std::string_view file, std::string_view section, std:
     return IniDocument(read.bytes).Get(section, key).value_or(std::string());
 }
 
+std::string IniFiles::ReadAll(std::string_view file) {
+    FileRead read = ReadCurrent(file);
+    return read.status == FileRead::Status::Ok ? std::move(read.bytes) : std::string();
+}
+
 bool IniFiles::Write(std::string_view file, std::string_view section, std::string_view key, std::string_view value) {
     const std::string path = PathOf(file);
     if (path.empty()) return false;

@@ -24,6 +24,9 @@ public:
     // page 936; the file on disk is then unchanged.
     bool Write(std::string_view file, std::string_view section, std::string_view key, std::string_view value);
 
+    // The whole file's bytes (code page 936), for a reader that takes many keys at once; empty when missing.
+    std::string ReadAll(std::string_view file);
+
     // Where the file is written; empty when the system gives no data folder (nothing is written then).
     std::string PathOf(std::string_view file);
 

@@ -7,6 +7,7 @@
 #include "platform/WinText_win.h"
 #include "ui/ControlIds.h"
 #include "ui/Dpi_win.h"
+#include "ui/SkinPaint_win.h"
 #include "ui/Theme_win.h"
 #include "ui/WindowClass_win.h"
 #include "ui/WindowFade_win.h"
@@ -55,7 +56,8 @@ void AudioDisplayWindow::SetLyricsLook(const LyricsLook& look) {
     if (background_) DeleteObject(background_);
     currentFont_ = LyricsFont(look.currentPoints);
     nextFont_ = LyricsFont(look.nextPoints);
-    background_ = CreateSolidBrush(look.background);
+    colours_ = LyricsColoursFor(look, Theme::Look());
+    background_ = CreateSolidBrush(colours_.background);
     if (picture_) {
         picture_->Release();
         picture_ = nullptr;
@@ -85,6 +87,14 @@ void AudioDisplayWindow::LayOutPanel() {
     SendDlgItemMessageW(hwnd_, ids::IDC_LYRICS_CURRENT, WM_SETFONT, reinterpret_cast<WPARAM>(currentFont_), FALSE);
     SendDlgItemMessageW(hwnd_, ids::IDC_LYRICS_NEXT, WM_SETFONT, reinterpret_cast<WPARAM>(nextFont_), FALSE);
     PlaceLyrics();
+}
+
+void AudioDisplayWindow::Restyle() {
+    if (!hwnd_) return;
+    SetClassLongPtrW(hwnd_, GCLP_HBRBACKGROUND, reinterpret_cast<LONG_PTR>(Theme::DisplayBrush()));
+    Theme::Caption(hwnd_);
+    SetLyricsLook(look_);  // the lyrics' colours and the fonts in the skin's
+    RedrawWindow(hwnd_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_FRAME);
 }
 
 void AudioDisplayWindow::SetLyrics(const std::string& current, const std::string& next) {
@@ -156,17 +166,28 @@ bool AudioDisplayWindow::Create(HWND owner) {
                             Scaled(kHeight, WindowDpi(owner)), owner, nullptr, GetModuleHandleW(nullptr), this);
     if (!hwnd_) return false;
     dpi_ = WindowDpi(hwnd_);
+    Theme::Caption(hwnd_);
     for (int id : kPanelIds) {
-        CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_NOPREFIX | SS_LEFTNOWORDWRAP, 0, 0, 0, 0, hwnd_,
-                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
+        // SS_NOTIFY: the balloon help needs the line to see the mouse.
+        CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_NOPREFIX | SS_NOTIFY | SS_LEFTNOWORDWRAP, 0, 0, 0,
+                        0, hwnd_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr),
+                        nullptr);
     }
     for (int id : {ids::IDC_LYRICS_CURRENT, ids::IDC_LYRICS_NEXT}) {
-        CreateWindowExW(0, L"STATIC", L"", WS_CHILD | SS_NOPREFIX | SS_CENTER, 0, 0, 0, 0, hwnd_,
+        CreateWindowExW(0, L"STATIC", L"", WS_CHILD | SS_NOPREFIX | SS_NOTIFY | SS_CENTER, 0, 0, 0, 0, hwnd_,
                         reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
     }
     SetLyricsLook(look_);
     SetStreamTexts(StreamPanelTexts{});
+    tips_.Attach(hwnd_);
     return true;
+}
+
+void AudioDisplayWindow::ShowTips(const DisplayTips& tips, COLORREF background, COLORREF text) {
+    for (int id : kPanelIds) tips_.Set(GetDlgItem(hwnd_, id), tips.panel);
+    for (int id : {ids::IDC_LYRICS_CURRENT, ids::IDC_LYRICS_NEXT}) tips_.Set(GetDlgItem(hwnd_, id), tips.lyrics);
+    tips_.SetColors(background, text);
+    tips_.Enable(!tips.panel.empty());
 }
 
 void AudioDisplayWindow::Show() {
@@ -255,6 +276,19 @@ void AudioDisplayWindow::SetInfoLines(const std::vector<std::string>& lines) {
 }
 
 void AudioDisplayWindow::Paint(HDC dc) {
+    RECT whole;
+    GetClientRect(hwnd_, &whole);
+    // The stream panel's ground between its lines (the lines paint their own).
+    const int saved = SaveDC(dc);
+    for (int id : kPanelIds) {
+        RECT line;
+        GetWindowRect(GetDlgItem(hwnd_, id), &line);
+        MapWindowPoints(nullptr, hwnd_, reinterpret_cast<POINT*>(&line), 2);
+        ExcludeClipRect(dc, line.left, line.top, line.right, line.bottom);
+    }
+    const RECT panel{0, 0, Scaled(kPanelWidth, dpi_), whole.bottom};
+    FillRect(dc, &panel, Theme::DisplayBrush());
+    RestoreDC(dc, saved);
     RECT client = SpectrumArea();
     // Drawn off screen first, so the bars do not flicker.
     HDC mem = CreateCompatibleDC(dc);
@@ -293,19 +327,19 @@ void AudioDisplayWindow::PaintBars(HDC mem, const RECT& client) {
     const int gap = Scaled(3, dpi_);
     const int foot = Scaled(4, dpi_);  // room under the bars
     const int width = (client.right - client.left - gap) / kSpectrumBands - gap;
-    HBRUSH bar = CreateSolidBrush(Theme::kDisplayText);
-    HBRUSH cap = CreateSolidBrush(Theme::kAccent);
+    const SkinLook& skin = Theme::Look();
+    // Bars glow towards the accent at their top; the peaks are the accent itself.
+    const SkinGradient bar{BlendColour(skin.displayText, skin.accent, 450), skin.displayText};
+    HBRUSH cap = Theme::SolidBrush(skin.accent);
     for (int b = 0; b < kSpectrumBands; ++b) {
         const int height =
             static_cast<int>(bands_[static_cast<size_t>(b)] * static_cast<float>(client.bottom - 2 * foot));
         const int x = client.left + gap + b * (width + gap);
         RECT r{x, client.bottom - foot - height, x + width, client.bottom - foot};
-        FillRect(mem, &r, bar);
+        FillGradient(mem, r, bar);
         RECT top{x, r.top - gap, x + width, r.top};
         FillRect(mem, &top, cap);
     }
-    DeleteObject(bar);
-    DeleteObject(cap);
 }
 
 void AudioDisplayWindow::PaintBubbles(HDC mem, const RECT& area) {
@@ -351,8 +385,8 @@ LRESULT AudioDisplayWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
             HDC dc = reinterpret_cast<HDC>(wp);
             const int id = GetDlgCtrlID(reinterpret_cast<HWND>(lp));
             if ((id == ids::IDC_LYRICS_CURRENT || id == ids::IDC_LYRICS_NEXT)) {
-                SetTextColor(dc, id == ids::IDC_LYRICS_CURRENT ? look_.current : look_.next);
-                SetBkColor(dc, look_.background);
+                SetTextColor(dc, id == ids::IDC_LYRICS_CURRENT ? colours_.current : colours_.next);
+                SetBkColor(dc, colours_.background);
                 return reinterpret_cast<LRESULT>(background_);
             }
             return reinterpret_cast<LRESULT>(Theme::PaintDisplay(dc));

@@ -10,11 +10,14 @@
 #include <string>
 #include <vector>
 
+#include "common/SkinDescription.h"
 #include "mediainfo/LyricsLook.h"
 #include "mediainfo/StreamPanel.h"
 #include "playback/Bubbles.h"
 #include "playback/FrequencyBands.h"
 #include "settings/WindowPlacement.h"
+#include "playback/TransportTexts.h"
+#include "ui/TooltipClient_win.h"
 #include "ui/WindowBase_win.h"
 
 namespace lumora {
@@ -45,8 +48,13 @@ public:
     // A video's information lines in place of the stream panel.
     void SetInfoLines(const std::vector<std::string>& lines);
 
+    // The balloon help of its panel and lyrics lines, in `colours` (background, text).
+    void ShowTips(const DisplayTips& tips, COLORREF background, COLORREF text);
+
     // How the two lyrics lines look.
     void SetLyricsLook(const LyricsLook& look);
+    // The current skin (ui/Theme_win.h).
+    void Restyle();
     // The two lyrics lines (each may hold several lines joined by CR LF); both labels are
     // measured and placed anew after every change.
     void SetLyrics(const std::string& current, const std::string& next);
@@ -73,6 +81,7 @@ private:
     HWND owner_ = nullptr;
     int dpi_ = 96;  // the DPI its layout and fonts are for
     LyricsLook look_;
+    LyricsColours colours_;  // the look's colours, the skin's where the look keeps its defaults
     HFONT currentFont_ = nullptr;
     HFONT nextFont_ = nullptr;
     HBRUSH background_ = nullptr;
@@ -84,6 +93,7 @@ private:
     bool bubblesColourChanging_ = false;
     bool bubblesRunning_ = false;  // their timer runs
     BubbleField bubbles_;
+    TooltipClient tips_;
 };
 
 }  // namespace lumora

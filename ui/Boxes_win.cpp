@@ -134,8 +134,8 @@ void DrawBoxButton(const DRAWITEMSTRUCT& item) {
     const bool pressed = (item.itemState & ODS_SELECTED) != 0;
     const bool focused = (item.itemState & ODS_FOCUS) != 0;
     const int dpi = WindowDpi(item.hwndItem);
-    HBRUSH face = CreateSolidBrush(pressed ? Theme::kButtonHot : Theme::kButtonFace);
-    HPEN edge = CreatePen(PS_SOLID, std::max(1, Scaled(1, dpi)), focused ? Theme::kAccent : Theme::kButtonEdge);
+    HBRUSH face = CreateSolidBrush(pressed ? Theme::ButtonHot() : Theme::ButtonFace());
+    HPEN edge = CreatePen(PS_SOLID, std::max(1, Scaled(1, dpi)), focused ? Theme::Accent() : Theme::ButtonEdge());
     FillRect(dc, &r, Theme::PanelBrush());
     HGDIOBJ oldBrush = SelectObject(dc, face);
     HGDIOBJ oldPen = SelectObject(dc, edge);
@@ -145,7 +145,7 @@ void DrawBoxButton(const DRAWITEMSTRUCT& item) {
     DeleteObject(edge);
     DeleteObject(face);
     SetBkMode(dc, TRANSPARENT);
-    SetTextColor(dc, Theme::kText);
+    SetTextColor(dc, Theme::Text());
     HGDIOBJ oldFont = SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(item.hwndItem, WM_GETFONT, 0, 0)));
     if (pressed) OffsetRect(&r, 1, 1);
     DrawTextW(dc, WindowTextOf(item.hwndItem).c_str(), -1, &r, DT_CENTER | DT_VCENTER | DT_SINGLELINE);

@@ -9,6 +9,7 @@
 
 #include "app/Commands.h"
 #include "settings/WindowPlacement.h"
+#include "ui/Menu_win.h"
 #include "ui/WindowBase_win.h"
 
 namespace lumora {
@@ -44,6 +45,10 @@ public:
     // the edge it docks to.
     void Restore(const std::optional<WindowRect>& kept, ListDock dock);
     WindowRect Place() const;
+    // The current skin (ui/Theme_win.h).
+    void Restyle();
+    // How its right-click menu looks.
+    void SetMenuLook(const MenuLook& look) { menuLook_ = look; }
 
     LRESULT OnMessage(UINT msg, WPARAM wp, LPARAM lp);
 
@@ -51,13 +56,16 @@ private:
     void OnContextMenu(int x, int y);
     void OnMoving(RECT& r);
     void UpdateInfoTip();
+    void DrawLine(const DRAWITEMSTRUCT& item) const;
 
     PlaylistCommands* commands_ = nullptr;
     HWND owner_ = nullptr;
     HWND lines_ = nullptr;
     HWND infoTip_ = nullptr;
+    int pointed_ = 0;  // the entry under the pointer (from 1), 0 while it is over none: the tip tells of it
     ListDock dock_ = ListDock::Right;
     int dpi_ = 96;  // the DPI its font and sizes are for
+    MenuLook menuLook_;
 };
 
 }  // namespace lumora

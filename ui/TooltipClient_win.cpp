@@ -48,13 +48,25 @@ bool TooltipClient::Attach(HWND owner) {
 
 void TooltipClient::Set(HWND control, std::string_view text) {
     if (!tip_ || !control) return;
+    const auto [it, added] = texts_.try_emplace(control, text);
+    if (!added && it->second == text) return;
+    it->second = text;
     BSTR b = SysAllocString(Widen(text).c_str());
-    if (added_.insert(control).second) {
+    if (added) {
         tip_->AddTool(reinterpret_cast<LONG_PTR>(control), b);
     } else {
         tip_->SetText(reinterpret_cast<LONG_PTR>(control), b);
     }
     SysFreeString(b);
+}
+
+void TooltipClient::ShowBalloon(POINT at, std::string_view title, std::string_view text, unsigned ms) {
+    if (!tip_) return;
+    BSTR t = SysAllocString(Widen(title).c_str());
+    BSTR b = SysAllocString(Widen(text).c_str());
+    tip_->ShowBalloon(at.x, at.y, t, b, static_cast<LONG>(ms));
+    SysFreeString(b);
+    SysFreeString(t);
 }
 
 void TooltipClient::SetColors(COLORREF background, COLORREF text) {

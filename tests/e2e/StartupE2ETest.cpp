@@ -76,10 +76,15 @@ TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsCloseThenTheDefaultList) {
     HWND main = lumora_.main, list = lumora_.list;
 
     // Every control has a tip, and the tips follow the player.
-    // The component's tip window is the one the main window owns (the playlist has its own).
+    // The component's help window is the one the main window owns with the most tools (the playlist has its
+    // own, and the component's balloon has one tool).
     HWND tips = nullptr;
     WaitFor([&] {
-        for (HWND w : AllWindows(L"tooltips_class32")) tips = GetWindow(w, GW_OWNER) == main ? w : tips;
+        for (HWND w : AllWindows(L"tooltips_class32")) {
+            if (GetWindow(w, GW_OWNER) == main &&
+                (!tips || SendMessageW(w, TTM_GETTOOLCOUNT, 0, 0) > SendMessageW(tips, TTM_GETTOOLCOUNT, 0, 0)))
+                tips = w;
+        }
         return tips != nullptr;
     });
     ASSERT_NE(tips, nullptr) << "the balloon-tip component made no tip window";

@@ -223,13 +223,45 @@ TEST(TransportTips, FollowTheQueueTheOptionsAndThePlayer) {
     }
     const TransportTips tips = MakeTransportTips(r.settings, r.queue.Queue(), r.last, true);
     EXPECT_EQ(tips.modeLoop + tips.time, "设置播放方式-“单曲\\全部循环”。当前播放方式为：随机显示正在播放文件的剩余时间”。");
-    EXPECT_EQ(tips.volume + tips.volumeLabel, "显示播放音量 -- 7  （0为MIN；20为MAX）音量显示（0为最小；20为最大）");
+    EXPECT_EQ(tips.volume + tips.volumeLabel, "当前音量为：35%音量显示（0为最小；20为最大）");
     r.settings.SetText("L55", "1");  // the "倒制" button says whether it is on
     EXPECT_TRUE(
         MakeTransportTips(r.settings, r.queue.Queue(), r.last, true).decoderWorkaround.ends_with("当前：已启用"));
     const TransportTips none = MakeTransportTips(r.settings, PlayQueue{}, PlaybackTexts{}, false);
     EXPECT_EQ(none.previous + none.back + none.modeNormal + none.time,
               "现在无文件播放无法后退设置播放方式-“正常”。当前播放方式为：正常“显示正在播放时间”。");
+}
+
+// "“显示“气泡”式信息提示文本”": previous, next, volume and progress tell the neighbour, the volume in per cent and
+// the time under the pointer, else their help; without "“显示“气泡”式帮助提示文本”" only that information stays.
+TEST(TransportTips, InformationAndHelpFollowTheirOptions) {
+    Rig r(3, 1);
+    r.player.SetVolume(15);
+    r.queue.Queue().SetCurrent(1);
+    const auto make = [&](const char* help, const char* info, std::optional<long long> pointer = 60000) {
+        r.settings.SetText("L31", help);
+        r.settings.SetText("L38", info);
+        return MakeTransportTips(r.settings, r.queue.Queue(), r.last, true, pointer);
+    };
+    TransportTips t = make("1", "1");
+    EXPECT_EQ(t.next + "|" + t.volume + "|" + t.progress,
+              "播放 “下一首”002-(s2.wma)|当前音量为：75%|指针所指时间：00:01:00");
+    EXPECT_EQ(make("1", "1", std::nullopt).progress, r.last.progressLine.empty() ? "播放进度" : r.last.progressLine);
+    EXPECT_EQ(MakeTransportTips(r.settings, r.queue.Queue(), r.last, false, 60000).progress.find("指针"),
+              std::string::npos);  // no file, no time under the pointer
+    t = make("1", "0");
+    EXPECT_EQ(t.previous + "|" + t.volume + "|" + t.progress, "播放 “上一首”|" + r.last.volumeTip + "|播放进度");
+    EXPECT_FALSE(t.play.empty());
+    t = make("0", "1");
+    EXPECT_EQ(t.play + t.stop + t.modeLoop + t.decoderWorkaround + t.volumeLabel, "");
+    EXPECT_EQ(t.previous + "|" + t.volume, "播放 “上一首”003-(s3.wma)|当前音量为：75%");
+    EXPECT_FALSE(t.help);
+    EXPECT_EQ(MakeDisplayTips(r.settings), DisplayTips{});
+    t = make("0", "0");
+    EXPECT_EQ(t.previous + t.next + t.volume + t.progress + t.play, "");
+    EXPECT_FALSE(t.help || t.information);
+    r.settings.SetText("L31", "1");
+    EXPECT_FALSE(MakeDisplayTips(r.settings).panel.empty() || MakeDisplayTips(r.settings).lyrics.empty());
 }
 
 // Stopped, or on a file that cannot be played, nothing of the previous file stays on show.

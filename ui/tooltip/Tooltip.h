@@ -19,7 +19,12 @@ enum TooltipDispId : DISPID {
     kDispSetText,
     kDispSetColors,
     kDispEnable,
+    kDispShowBalloon,
+    kDispHideBalloon,
 };
+
+// The balloon's one tool, on the owner window: a caller that reads the balloon's text asks for it.
+inline constexpr UINT_PTR kBalloonToolId = 1;
 
 struct ITooltip : public IDispatch {
     // Makes the balloon window for the controls of `owner` (a top-level window).
@@ -30,6 +35,11 @@ struct ITooltip : public IDispatch {
     // Colours as COLORREF values; -1 keeps the system's.
     virtual HRESULT STDMETHODCALLTYPE SetColors(LONG background, LONG text) = 0;
     virtual HRESULT STDMETHODCALLTYPE Enable(VARIANT_BOOL on) = 0;
+    // A balloon with a title whose stem points at (x, y) on the screen, for `ms` milliseconds; it needs
+    // no control under the pointer. A new one replaces the one showing. Added after the first five:
+    // the vtable of older callers stays as it was.
+    virtual HRESULT STDMETHODCALLTYPE ShowBalloon(LONG x, LONG y, BSTR title, BSTR text, LONG ms) = 0;
+    virtual HRESULT STDMETHODCALLTYPE HideBalloon() = 0;
 };
 
 }  // namespace lumora

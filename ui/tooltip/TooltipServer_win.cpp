@@ -26,11 +26,24 @@ int DpiOf(HWND window) {
     return dpi > 0 ? dpi : 96;
 }
 
+// The balloon's time is up: it goes, and its timer with it.
+void CALLBACK HideBalloonWhenDue(HWND balloon, UINT, UINT_PTR timer, DWORD) {
+    KillTimer(balloon, timer);
+    TOOLINFOW info{};
+    info.cbSize = TTTOOLINFOW_V2_SIZE;
+    info.hwnd = GetWindow(balloon, GW_OWNER);
+    info.uId = lumora::kBalloonToolId;
+    SendMessageW(balloon, TTM_TRACKACTIVATE, FALSE, reinterpret_cast<LPARAM>(&info));
+}
+
+constexpr UINT_PTR kBalloonTimer = 1;
+
 class Tooltip final : public lumora::ITooltip {
 public:
     Tooltip() { InterlockedIncrement(&gObjects); }
     ~Tooltip() {
         if (tip_) DestroyWindow(tip_);
+        if (balloon_) DestroyWindow(balloon_);
         InterlockedDecrement(&gObjects);
     }
 
@@ -63,9 +76,10 @@ public:
         static const struct {
             const wchar_t* name;
             DISPID id;
-        } kNames[] = {{L"Create", lumora::kDispCreate},     {L"AddTool", lumora::kDispAddTool},
-                      {L"SetText", lumora::kDispSetText},   {L"SetColors", lumora::kDispSetColors},
-                      {L"Enable", lumora::kDispEnable}};
+        } kNames[] = {{L"Create", lumora::kDispCreate},          {L"AddTool", lumora::kDispAddTool},
+                      {L"SetText", lumora::kDispSetText},        {L"SetColors", lumora::kDispSetColors},
+                      {L"Enable", lumora::kDispEnable},          {L"ShowBalloon", lumora::kDispShowBalloon},
+                      {L"HideBalloon", lumora::kDispHideBalloon}};
         HRESULT hr = S_OK;
         for (UINT i = 0; i < count; ++i) {
             ids[i] = DISPID_UNKNOWN;
@@ -87,7 +101,7 @@ public:
             if (FAILED(hr) && argErr) *argErr = params->cArgs - 1 - index;
             return hr;
         };
-        VARIANT a{}, b{};
+        VARIANT a{}, b{}, c{}, d{}, e{};
         HRESULT hr = DISP_E_MEMBERNOTFOUND;
         switch (id) {
             case lumora::kDispCreate:
@@ -106,9 +120,18 @@ public:
             case lumora::kDispEnable:
                 if (SUCCEEDED(hr = arg(0, VT_BOOL, a))) hr = Enable(a.boolVal);
                 break;
+            case lumora::kDispShowBalloon:
+                if (SUCCEEDED(hr = arg(0, VT_I4, a)) && SUCCEEDED(hr = arg(1, VT_I4, b)) &&
+                    SUCCEEDED(hr = arg(2, VT_BSTR, c)) && SUCCEEDED(hr = arg(3, VT_BSTR, d)) &&
+                    SUCCEEDED(hr = arg(4, VT_I4, e))) {
+                    hr = ShowBalloon(a.lVal, b.lVal, c.bstrVal, d.bstrVal, e.lVal);
+                }
+                break;
+            case lumora::kDispHideBalloon:
+                hr = HideBalloon();
+                break;
         }
-        VariantClear(&a);
-        VariantClear(&b);
+        for (VARIANT* v : {&a, &b, &c, &d, &e}) VariantClear(v);
         return hr;
     }
 
@@ -149,7 +172,45 @@ public:
         return S_OK;
     }
 
+    HRESULT STDMETHODCALLTYPE ShowBalloon(LONG x, LONG y, BSTR title, BSTR text, LONG ms) override {
+        if (!owner_) return E_UNEXPECTED;
+        if (!balloon_ && !MakeBalloon()) return HRESULT_FROM_WIN32(GetLastError());
+        TOOLINFOW info = BalloonInfo(text);
+        SendMessageW(balloon_, TTM_TRACKACTIVATE, FALSE, reinterpret_cast<LPARAM>(&info));
+        // TTI_INFO: the blue "i" beside the title; a balloon without a title shows no icon either.
+        SendMessageW(balloon_, TTM_SETTITLEW, title && *title ? 1 : 0, reinterpret_cast<LPARAM>(title ? title : L""));
+        SendMessageW(balloon_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&info));
+        SendMessageW(balloon_, TTM_TRACKPOSITION, 0, MAKELPARAM(static_cast<short>(x), static_cast<short>(y)));
+        SendMessageW(balloon_, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&info));
+        SetTimer(balloon_, kBalloonTimer, static_cast<UINT>(ms > 0 ? ms : 5000), HideBalloonWhenDue);
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE HideBalloon() override {
+        if (balloon_) HideBalloonWhenDue(balloon_, 0, kBalloonTimer, 0);
+        return S_OK;
+    }
+
 private:
+    // The balloon is a tip window of its own, tracked by hand: the help tips' window follows the mouse.
+    bool MakeBalloon() {
+        balloon_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+                                   WS_POPUP | TTS_BALLOON | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT, CW_USEDEFAULT,
+                                   CW_USEDEFAULT, CW_USEDEFAULT, owner_, nullptr, gModule, nullptr);
+        if (!balloon_) return false;
+        SendMessageW(balloon_, TTM_SETMAXTIPWIDTH, 0, MulDiv(320, DpiOf(owner_), 96));
+        TOOLINFOW info = BalloonInfo(nullptr);
+        SendMessageW(balloon_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&info));
+        return true;
+    }
+    TOOLINFOW BalloonInfo(BSTR text) const {
+        TOOLINFOW info{};
+        info.cbSize = TTTOOLINFOW_V2_SIZE;
+        info.uFlags = TTF_TRACK;  // without TTF_ABSOLUTE the stem points at the tracking point
+        info.hwnd = owner_;
+        info.uId = lumora::kBalloonToolId;
+        info.lpszText = text ? text : const_cast<wchar_t*>(L"");
+        return info;
+    }
     TOOLINFOW Info(LONG_PTR control, BSTR text) const {
         TOOLINFOW info{};
         // The size of the version-5.8 structure, so the tips work without visual styles too.
@@ -164,6 +225,7 @@ private:
     LONG refs_ = 1;
     HWND owner_ = nullptr;
     HWND tip_ = nullptr;
+    HWND balloon_ = nullptr;  // made at the first balloon
 };
 
 class Factory final : public IClassFactory {
