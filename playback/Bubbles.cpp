@@ -10,7 +10,7 @@ constexpr double kPi = 3.14159265358979323846;
 
 BubbleColour FromHue(int hue) {
     // Full saturation, light: pastel colours that read on the dark display.
-    const double h = static_cast<double>(((hue % 360) + 360) % 360) / 60.0;
+    const double h = static_cast<double>(hue % 360) / 60.0;  // hues are never negative
     const double x = 1.0 - std::fabs(std::fmod(h, 2.0) - 1.0);
     double r = 0, g = 0, b = 0;
     switch (static_cast<int>(h)) {

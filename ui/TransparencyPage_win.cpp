@@ -64,9 +64,10 @@ public:
     }
 
     bool Confirm(HWND) override {
-        // The options' page has told the user of a registry fault already; an INI file that cannot be
-        // written leaves the windows as they were before the dialog, which the caller restores.
-        SaveWindowTransparency(ini_, Current());
+        // Only a change is written. An INI file that cannot be written leaves the windows as they were
+        // before the dialog: the caller shows what is kept.
+        const WindowTransparency now = Current();
+        if (!(now == LoadWindowTransparency(ini_))) SaveWindowTransparency(ini_, now);
         return true;
     }
 

@@ -30,11 +30,6 @@ TEST(Docking, TheListSnapsToTheRightOrBottomEdgeWithinTheSnapDistanceAndLeavesIt
         EXPECT_EQ(SnapDock(c.moving, kOwner, kDockSnapPixels), c.dock) << c.moving.left << "," << c.moving.top;
         EXPECT_EQ(SnapPlace(c.moving, kOwner, kDockSnapPixels), c.placed) << c.moving.left << "," << c.moving.top;
     }
-    // Docked, it follows the owner wherever that goes, and takes the length of the edge it docks to.
-    const WindowRect moved{300, 50, 760, 350};
-    EXPECT_EQ(DockedListPlace(ListDock::Right, moved, {560, 100, 860, 400}), (WindowRect{760, 50, 1060, 350}));
-    EXPECT_EQ(DockedListPlace(ListDock::Below, moved, {100, 400, 400, 600}), (WindowRect{300, 350, 760, 550}));
-    EXPECT_EQ(DockedListPlace(ListDock::None, moved, {1, 2, 3, 4}), (WindowRect{1, 2, 3, 4}));
 }
 
 TEST(Docking, AKeptPlaceThatNoScreenShowsComesBackOnTheNearestWorkArea) {
@@ -63,6 +58,7 @@ TEST(WindowFade, TheAlphaRampEndsExactlyAtTheWindowsOwnOpacity) {
     EXPECT_EQ(FadeSteps(-5, 20, 10, 15), (std::vector<int>{20}));        // one step, however short
     EXPECT_EQ(FadeSteps(0, 20, 10, 0), (std::vector<int>{20}));
     EXPECT_TRUE(FadeSteps(128, 128).empty());
+    EXPECT_TRUE(FadeSteps(400, 255).empty());  // above opaque is opaque
     const std::vector<int> full = FadeSteps(0, 128);
     EXPECT_EQ(full.size(), static_cast<size_t>(kFadeMs / kFadeTickMs));
     EXPECT_TRUE(std::is_sorted(full.begin(), full.end()));

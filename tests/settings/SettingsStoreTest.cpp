@@ -194,11 +194,10 @@ TEST(IniFiles, TheUsersOwnFileTakesOverFromTheWindowsDirectoryAndAnUnreadableOne
                                               {"1", " 255 ", 255},
                                               {"1", "19", 255},
                                               {"1", "256", 255},
-                                              {"1", "1000", 255},
                                               {"1", "abc", 255},
                                               {"1", "", 255},
                                               {"0", "200", 255},
-                                              {"2", "200", 255}}) {
+                                              {"1", "99999999999", 255}}) {
         ini.Write(std::string(kPlayerIniFile), "透明度", "form_tm_check1", check);
         ini.Write(std::string(kPlayerIniFile), "透明度", "form_tm_2", value);
         const WindowTransparency t = LoadWindowTransparency(ini);
@@ -234,6 +233,8 @@ TEST(WindowPlacement, KeptPlacesAndTheirValues) {
     values["F4H"] = 0;
     EXPECT_FALSE(KeptPlace(kPlaylistWindowPlace, read, dpi, kMonitors));
     values = {{"F4L", 1440}, {"F4T", 1440}, {"F4W", 0}, {"F4H", 1440}};
+    EXPECT_FALSE(KeptPlace(kPlaylistWindowPlace, read, dpi, kMonitors));
+    values = {{"F4L", 1440}, {"F4W", 1440}, {"F4H", 1440}};  // no top
     EXPECT_FALSE(KeptPlace(kPlaylistWindowPlace, read, dpi, kMonitors));
 
     // The main window keeps its own size.
