@@ -53,6 +53,39 @@ TEST_F(SessionTest, BalloonsTellTheStartAndThePlayingFile) {
     })) << shown;
 }
 
+// The list's tip tells of the entry under the pointer: "经典" its whole line and path, else its information.
+// The previous and next buttons name their neighbours, the volume its per cent.
+TEST_F(SessionTest, TipsTellOfWhatThePointerIsOn) {
+    StoreOption("L22", "1");
+    StoreOption("L70", "0");
+    for (const wchar_t* name : {L"一.wav", L"二.wav"}) WriteBytes(media_ / name, SilentWave(30));
+    ASSERT_TRUE(lumora_.Open(media_.Text()));
+    ASSERT_EQ(lumora_.Lines().size(), 2u);
+    HWND lines = GetDlgItem(lumora_.list, IDC_PLAYLIST_LINES);
+    HWND listTips = nullptr;
+    for (HWND w : AllWindows(L"tooltips_class32")) listTips = GetWindow(w, GW_OWNER) == lumora_.list ? w : listTips;
+    ASSERT_NE(listTips, nullptr);
+    if (!IsWindowVisible(lumora_.list)) Click(lumora_.main, IDC_MAIN_LIST);
+    ASSERT_TRUE(WaitFor([&] { return IsWindowVisible(lumora_.list) != FALSE; }));
+    // The middle of the second line (the list shows from its first).
+    const auto height = static_cast<int>(SendMessageW(lines, LB_GETITEMHEIGHT, 0, 0));
+    PostMessageW(lines, WM_MOUSEMOVE, 0, MAKELPARAM(8, height + height / 2));
+    const std::string path = PathText(media_ / L"二.wav");
+    EXPECT_TRUE(WaitFor([&] { return ToolTipText(listTips, lines) == lumora_.Lines()[1] + "\r\n" + path; }))
+        << ToolTipText(listTips, lines);
+
+    HWND mainTips = nullptr;  // the component's help window: the main window's with the most tools
+    for (HWND w : AllWindows(L"tooltips_class32")) {
+        if (GetWindow(w, GW_OWNER) == lumora_.main &&
+            (!mainTips || SendMessageW(w, TTM_GETTOOLCOUNT, 0, 0) > SendMessageW(mainTips, TTM_GETTOOLCOUNT, 0, 0)))
+            mainTips = w;
+    }
+    ASSERT_NE(mainTips, nullptr);
+    const auto tipOf = [&](int id) { return ToolTipText(mainTips, GetDlgItem(lumora_.main, id)); };
+    EXPECT_TRUE(WaitFor([&] { return tipOf(IDC_MAIN_NEXT).ends_with(lumora_.Lines()[1]); })) << tipOf(IDC_MAIN_NEXT);
+    EXPECT_TRUE(tipOf(IDC_MAIN_VOLUME).ends_with("100%")) << tipOf(IDC_MAIN_VOLUME);
+}
+
 // Whether the shell holds Lumora's icon: changing nothing in it succeeds only for an icon that exists.
 bool IconShown(HWND main) {
     NOTIFYICONDATAW data{};
