@@ -5,7 +5,11 @@
 #include <commctrl.h>
 #include <shlwapi.h>
 
+#include <array>
 #include <iterator>
+#include <utility>
+
+#include "common/SkinDescription.h"
 
 #include "mediainfo/LyricsLookup.h"
 #include "ports/FileSystem.h"
@@ -53,6 +57,7 @@ constexpr MenuSlot kMainMenu[] = {
     {Kind::Item, IDM_OPEN_LIST},
     {Kind::Item, IDM_SAVE_LIST},
     {Kind::Item, IDM_JUMP_TO_TIME},
+    {Kind::Item, IDM_SONG_MENU},
     {Kind::Separator},
     {Kind::Item, IDM_DEFAULT_LIST_SAVE},
     {Kind::Item, IDM_DEFAULT_LIST_DELETE},
@@ -70,11 +75,35 @@ constexpr MenuSlot kMainMenu[] = {
     {Kind::Item, IDM_LYRICS_SETTINGS},
     {Kind::Item, IDM_SHOW_PLAYLIST},
     {Kind::Separator},
+    {Kind::SubmenuBegin, 0, kSkinMenuText},
+    {Kind::Item, IDM_SKIN_FIRST},
+    {Kind::Item, IDM_SKIN_FIRST + 1},
+    {Kind::Item, IDM_SKIN_FIRST + 2},
+    {Kind::Item, IDM_SKIN_FIRST + 3},
+    {Kind::Item, IDM_SKIN_FIRST + 4},
+    {Kind::SubmenuEnd},
     {Kind::Item, IDM_SETTINGS},
     {Kind::Separator},
     {Kind::Item, IDM_EXIT},
 };
 
+// The quick button "界面" opens the skins alone.
+constexpr MenuSlot kSkinMenu[] = {
+    {Kind::Item, IDM_SKIN_FIRST},     {Kind::Item, IDM_SKIN_FIRST + 1}, {Kind::Item, IDM_SKIN_FIRST + 2},
+    {Kind::Item, IDM_SKIN_FIRST + 3}, {Kind::Item, IDM_SKIN_FIRST + 4},
+};
+static_assert(std::size(kSkinMenu) == 5, "one entry for each of SkinChoices()");
+
+// Checked at the skin in use.
+template <size_t I>
+CommandState CheckedAtSkin(const UiState& ui) {
+    return {true, ui.skin == SkinChoices()[I].value};
+}
+template <size_t... I>
+constexpr std::array<StateQuery, sizeof...(I)> SkinStates(std::index_sequence<I...>) {
+    return {&CheckedAtSkin<I>...};
+}
+constexpr auto kSkinStates = SkinStates(std::make_index_sequence<std::size(kSkinMenu)>());
 constexpr MenuSlot kTrayMenu[] = {
     {Kind::Item, IDM_TRAY_PLAY_PAUSE}, {Kind::Item, IDM_TRAY_NEXT}, {Kind::Item, IDM_TRAY_PREVIOUS}, {Kind::Separator},
     {Kind::Item, IDM_TRAY_SHOW},       {Kind::Item, IDM_EXIT},
@@ -99,10 +128,12 @@ void App::BuildCommands() {
     };
     // The right-click menu of the main window; some also have a button.
     add({IDM_OPEN_FILES, IDC_MAIN_OPEN}, "打开文件(&O)...", [this] { TakeAddResult(queue_.AddFromOpenDialog()); });
-    add({IDM_OPEN_FOLDER}, "打开文件夹(&F)...", [this] { TakeAddResult(queue_.AddFromFolder()); });
+    add({IDM_OPEN_FOLDER, IDC_QUICK_FOLDER}, "打开文件夹(&F)...", [this] { TakeAddResult(queue_.AddFromFolder()); });
     add({IDM_OPEN_LIST}, "打开列表文件(&P)...", [this] { OpenListFile(); });
     add({IDM_SAVE_LIST}, "保存列表文件(&S)...", [this] { lists_.SaveListFile(); });
     add({IDM_JUMP_TO_TIME, IDC_MAIN_TIME}, "直接播放(&T)...", [this] { player_.JumpToTime(); });
+    add({IDM_SONG_MENU}, kSongMenuText, [this] { ShowSongMenu(false); });
+    add({IDC_MAIN_SONG_MENU}, {}, [this] { ShowSongMenu(true); });
     add({IDM_DEFAULT_LIST_SAVE}, "“把当前列表设成默认列表”", [this] { defaultList_.SaveDefaultList(); });
     add({IDM_DEFAULT_LIST_DELETE}, "删除当前默认列表", [this] { defaultList_.DeleteDefaultList(); });
     add({IDM_LIBRARY_LOAD, IDC_MAIN_LIBRARY}, "打开‘我的音乐库’", [this] { library_.LoadLibrary(); });
@@ -110,17 +141,28 @@ void App::BuildCommands() {
     add({IDM_LIBRARY_ADD_ALL}, "把当前所有文件保存到‘我的音乐库’", [this] { library_.AddAllToLibrary(); });
     add({IDM_LIBRARY_CHANGE}, "更改“我的音乐库”的路径", [this] { library_.ChangeLibraryFolder(); });
     add({IDM_LIBRARY_DELETE}, "删除“我的音乐库”", [this] { library_.DeleteLibrary(); });
-    add({IDM_MEDIA_INFO}, "媒体信息编辑(&I)...", [this] { OpenInfoEditor(); });
+    add({IDM_MEDIA_INFO, IDC_QUICK_INFO}, "媒体信息编辑(&I)...", [this] { OpenInfoEditor(); });
     add({IDM_ASSIGN_LYRICS}, "为当前文件指定歌词文件...", [this] { AssignLyrics(); });
-    add({IDM_LYRICS_WINDOW}, kLyricsWindowCaption, [this] {
-        display_.Toggle();
-        displayClosedByUser_ = !display_.Visible();
-    }, CheckedWhileLyricsWindowShown);
+    add(
+        {IDM_LYRICS_WINDOW, IDC_QUICK_LYRICS}, kLyricsWindowCaption,
+        [this] {
+            display_.Toggle();
+            displayClosedByUser_ = !display_.Visible();
+        },
+        CheckedWhileLyricsWindowShown);
     add({IDM_LYRICS_SETTINGS}, "歌词显示设置...", [this] { EditLyricsSettings(); });
     add({IDM_SHOW_PLAYLIST, IDC_MAIN_LIST}, "文件列表(&L)", [this] { playlist_.Toggle(); }, CheckedWhilePlaylistShown);
-    add({IDM_SETTINGS}, "功能与设置(&G)...", [this] { OpenSettings(SettingsPageChoice::First); });
+    add({IDM_SETTINGS, IDC_QUICK_SETTINGS}, "功能与设置(&G)...", [this] { OpenSettings(SettingsPageChoice::First); });
     add({IDM_SETTINGS_FILE_TYPES}, {}, [this] { OpenSettings(SettingsPageChoice::FileTypes); });
     add({IDM_EXIT}, "退出(&X)", [this] { Close(); });
+    for (size_t i = 0; i < kSkinStates.size(); ++i) {
+        const SkinChoice& skin = SkinChoices()[i];
+        add(
+            {IDM_SKIN_FIRST + static_cast<int>(i)}, skin.name, [this, &skin] { ChooseSkin(skin.value); },
+            kSkinStates[i]);
+    }
+    add({IDC_QUICK_SKIN}, {},
+        [this] { window_.ShowMenuUnder(IDC_QUICK_SKIN, commands_.Menu(kSkinMenu, CurrentUiState())); });
     add({IDM_TRAY_PLAY_PAUSE}, "播放/暂停(&P)", [this] { player_.PlayPause(); });
     add({IDM_TRAY_NEXT}, "下一首(&N)", [this] { player_.Next(); });
     add({IDM_TRAY_PREVIOUS}, "上一首(&V)", [this] { player_.Previous(); });
@@ -153,12 +195,18 @@ void App::BuildCommands() {
 }
 
 UiState App::CurrentUiState() const {
-    return {display_.Visible(), playlist_.Visible(), playlist_.SelectedIndex()};
+    return {display_.Visible(), playlist_.Visible(), playlist_.SelectedIndex(),
+            SkinFor(settings_.Number(opt::kSkin)).value};
 }
 
 // A command waits for nested work to end (its windows stay usable, but nothing new starts inside it).
 void App::OnCommand(int id) {
-    if (!IsBusy()) commands_.Run(id, CurrentUiState());
+    if (IsBusy()) return;
+    if (id >= kFirstSongCommand && id <= kLastSongCommand) {
+        player_.PlayEntry(id - kFirstSongCommand + 1);  // a line of the song menu or a block
+    } else {
+        commands_.Run(id, CurrentUiState());
+    }
 }
 void App::RunCommand(int id) {
     if (!IsBusy()) commands_.Run(id, CurrentUiState());

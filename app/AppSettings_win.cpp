@@ -15,12 +15,14 @@
 #include "ui/Prompts_win.h"
 #include "ui/SettingsDialog_win.h"
 #include "ui/SoundCardWindow_win.h"
+#include "ui/TransparencyPage_win.h"
 
 namespace lumora {
 
 void App::OpenSettings(SettingsPageChoice page) {
     SettingsStore edited = settings_;
     std::vector<std::unique_ptr<SettingsPage>> pages = MakeOptionPages(edited);
+    pages.push_back(MakeTransparencyPage(services_.ini, [this](const WindowTransparency& t) { ApplyTransparency(t); }));
     const int fileTypesPage = static_cast<int>(pages.size());
     // File types go to the machine's own registry for the user, a portable copy's too: the shell reads
     // nothing else. The pages' boxes belong to the dialog.
@@ -52,7 +54,10 @@ void App::OpenSettings(SettingsPageChoice page) {
     tools.inspectSoundCard = [](HWND owner) { ShowSoundCardInspector(owner); };
     pages.push_back(MakeToolsPage(std::move(tools)));
     SettingsDialog dialog(std::move(pages), page == SettingsPageChoice::FileTypes ? fileTypesPage : 0);
-    if (!dialog.Run(window_.Handle(), [&](HWND open) { pagePrompts.SetOwner(open); })) return;
+    const bool confirmed = dialog.Run(window_.Handle(), [&](HWND open) { pagePrompts.SetOwner(open); });
+    // What the transparency page previewed gives way to what is kept: its own values after "确定".
+    ApplyTransparency(LoadWindowTransparency(services_.ini));
+    if (!confirmed) return;
     // A failed save has told the user why; the options in use stay as they were.
     if (!SaveSettings(edited, services_.registry, kVersionText, ProgramFolder())) return;
     settings_ = edited;

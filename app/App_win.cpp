@@ -21,12 +21,15 @@
 #include "settings/IniFiles.h"
 #include "settings/OptionNames.h"
 #include "settings/RegistryWrapper.h"
+#include "settings/SongMenu.h"
 #include "settings/TipOverrides.h"
 #include "settings/WindowPlacement.h"
 #include "ui/ControlIds.h"
 #include "ui/Menu_win.h"
 #include "ui/Prompts_win.h"
+#include "ui/Theme_win.h"
 #include "ui/WindowClass_win.h"
+#include "ui/WindowFade_win.h"
 
 namespace lumora {
 namespace {
@@ -37,8 +40,14 @@ ScreenExtent ScreenInTwips() {
     return {PixelsToTwipsX(GetSystemMetrics(SM_CXSCREEN)), PixelsToTwipsY(GetSystemMetrics(SM_CYSCREEN))};
 }
 
-BOOL CALLBACK AddMonitor(HMONITOR, HDC, LPRECT r, LPARAM list) {
-    reinterpret_cast<std::vector<WindowRect>*>(list)->push_back({r->left, r->top, r->right, r->bottom});
+// Each monitor's work area: a window restored there is not under a taskbar.
+BOOL CALLBACK AddMonitor(HMONITOR monitor, HDC, LPRECT, LPARAM list) {
+    MONITORINFO info{};
+    info.cbSize = sizeof info;
+    if (GetMonitorInfoW(monitor, &info)) {
+        const RECT& r = info.rcWork;
+        reinterpret_cast<std::vector<WindowRect>*>(list)->push_back({r.left, r.top, r.right, r.bottom});
+    }
     return TRUE;
 }
 
@@ -138,9 +147,10 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
 
     queue_.Clear();
 
+    ApplyTransparency(LoadWindowTransparency(services_.ini));
     RestorePositions();
-    ShowWindow(main, SW_SHOW);
-    if (settings_.IsOn(opt::kListWindowAtStart)) ShowWindow(playlist_.Handle(), SW_SHOWNOACTIVATE);
+    FadeIn(main, SW_SHOW);
+    if (settings_.IsOn(opt::kListWindowAtStart)) FadeIn(playlist_.Handle());
     if (settings_.IsOn(opt::kVideoWindowAtStart)) video_.ShowAsIs();  // "启动时打开视频窗口"
     UpdateWindow(main);
     // "启动提示软件信息(气泡提示)": once the window stands.
@@ -163,7 +173,6 @@ bool App::Start(const std::string& argument, const std::string& osCode) {
     } else {
         OpenArgument(argument);
     }
-    if (const auto alpha = ReadWindowOpacity(services_.ini, TransparentWindow::Main)) window_.SetOpacity(*alpha);
     ApplyLyricsSettings(LoadLyricsDisplaySettings(services_.registry));
     HandOffArrived();
     return true;
@@ -177,6 +186,18 @@ void App::ApplyLyricsSettings(const LyricsDisplaySettings& settings) {
     lyricsSettings_ = settings;
     lyrics_.SetLineByteLimit(settings.lineByteLimit);
     display_.SetLyricsLook(settings.look);
+}
+
+void App::ApplyTransparency(const WindowTransparency& transparency) {
+    SetWindowOpacity(window_.Handle(), transparency.AlphaOf(TransparentWindow::Main));
+    SetWindowOpacity(playlist_.Handle(), transparency.AlphaOf(TransparentWindow::List));
+    SetWindowOpacity(display_.Handle(), transparency.AlphaOf(TransparentWindow::Lyrics));
+}
+
+void App::ShowBubbles() {
+    display_.SetBubbles(BubblesShown(settings_.IsOn(opt::kBubbles), settings_.IsOn(opt::kNoLyricsWindowBubbles),
+                                     player_.IsPlaying() && !player_.UsingDecoder1()),
+                        settings_.IsOn(opt::kColouredBubbles));
 }
 
 void App::ShowTips() {
@@ -204,10 +225,14 @@ void App::SetLevel(int level) {
     decoder2_.SetVolume(level);
 }
 
-void App::ShowLines(const std::vector<std::string>& lines) { playlist_.SetLines(lines); }
+void App::ShowLines(const std::vector<std::string>& lines) {
+    playlist_.SetLines(lines);
+    ShowSongBlocks();
+}
 
 void App::ShowTexts(const QueueTexts& texts) {
     window_.ShowQueueTexts(texts);
+    ShowSongBlocks();
     playlist_.SetCaption(texts.listCaption);
     RefreshTips();
     UpdateTrayIcon();  // its tip names the playing file
@@ -229,6 +254,7 @@ void App::ShowPlayback(const PlaybackTexts& texts) {
                                                            : Controls::Closed);
     RefreshTips();
     UpdateTimers();
+    ShowBubbles();
     screenSaver_.Update(player_.IsPlaying());
 }
 
@@ -257,10 +283,15 @@ void App::OptionsChanged() {
     keepOnTop(playlist_.Handle(), settings_.IsOn(opt::kListWindowTopmost));
     keepOnTop(display_.Handle(), settings_.IsOn(opt::kListWindowTopmost));
     window_.ShowDecoderWorkaround(settings_.IsOn(opt::kDecoderWorkaround));
+    ApplyLooks();
+    SetWindowFades(!settings_.IsOn(opt::kNoWindowFades));
+    ShowBubbles();
     ShowTips();
     playlist_.CreateInfoTip(settings_.IsOn(opt::kClassicListTips));
     screenSaver_.Update(player_.IsPlaying());
     UpdateTimers();
+    window_.ShowSongBlocks(settings_.IsOn(opt::kModuleSongMenu));
+    ShowSongBlocks();
     if (settings_.IsOn(opt::kMediaKeysAlways)) {
         hotKeys_.Hold(window_.Handle());
     } else {
@@ -320,6 +351,40 @@ void App::PointBalloon(const BalloonText& balloon) {
     window_.ShowBalloon(at, balloon.title, balloon.text, kBalloonShowMs);
 }
 
+void App::ApplyLooks() {
+    const SkinLook look = LookWithUserColours(Theme::BuiltInLook(SkinFor(settings_.Number(opt::kSkin))), settings_,
+                                              [](int index) { return static_cast<SkinColour>(GetSysColor(index)); });
+    if (Theme::Apply(look)) {
+        window_.Restyle();
+        playlist_.Restyle();
+        display_.Restyle();
+    }
+    window_.ShowQuickButtons(settings_.IsOn(opt::kShortcutButtons));
+    window_.SetRunningTextSpeed(settings_.Number(opt::kRunningTextSpeed));
+    window_.SetColouredProgress(settings_.IsOn(opt::kColouredProgress));
+    // The menus' colours follow the skin unless the user chose their own.
+    menuLook_.flat = menuLook_.flat || settings_.IsOn(opt::kXpMenus);
+    menuLook_.colours = ChooseMenuColours(settings_, Theme::Panel(), Theme::Text(), Theme::ButtonHot());
+    window_.SetMenuLook(menuLook_);
+    playlist_.SetMenuLook(menuLook_);
+}
+
+void App::ChooseSkin(int value) {
+    if (WriteOptionNow(settings_, services_.registry, opt::kSkin, std::to_string(value))) ApplyLooks();
+}
+
+void App::ShowSongMenu(bool fromButton) {
+    POINT at = window_.SongMenuPoint();
+    if (!fromButton) GetCursorPos(&at);
+    const PlayQueue& queue = queue_.Queue();
+    TrackSongMenu(window_.Handle(), queue.Lines(), queue.Current(), ids::kFirstSongCommand, at.x, at.y, menuLook_,
+                  SongMenuOptionsFrom(settings_));
+}
+
+void App::ShowSongBlocks() {
+    if (settings_.IsOn(opt::kModuleSongMenu)) window_.SetSongBlocks(queue_.Queue().Lines(), queue_.Queue().Current());
+}
+
 void App::ShowLyricsLines(std::string_view first, std::string_view second) {
     display_.SetLyrics(std::string(first), std::string(second));
 }
@@ -338,7 +403,7 @@ void App::FileOpened(const std::string& path) {
     if (lyrics_.Load(path)) {
         if (settings_.IsOn(opt::kAutoOpenLyricsWindow)) display_.Show();
     } else if (settings_.IsOn(opt::kAutoCloseLyricsWindow) && !player_.UsingDecoder1()) {
-        ShowWindow(display_.Handle(), SW_HIDE);
+        display_.Hide();
     }
     stream_.Opened(path, player_.LengthMs(), settings_.IsOn(opt::kRepairMediaInfo));
     // The system's media controls show the tag's title and artist; a file without a title shows its name.
@@ -506,7 +571,7 @@ void App::OnTrayIcon(UINT mouseMessage) {
         SetForegroundWindow(window_.Handle());
         POINT at{};
         GetCursorPos(&at);
-        TrackMenu(window_.Handle(), TrayMenu(), at.x, at.y);
+        TrackMenu(window_.Handle(), TrayMenu(), at.x, at.y, menuLook_);
         PostMessageW(window_.Handle(), WM_NULL, 0, 0);
     }
 }
@@ -581,6 +646,10 @@ void App::RestorePositions() {
     const auto listKept = KeptPlace(kPlaylistWindowPlace, fromRegistry, CurrentDpi(), monitors);
     playlist_.Restore(listKept, StartListDock(settings_.Number(opt::kListWindowPlace), listKept, RectOf(main)));
     video_.Restore(KeptPlace(kVideoWindowPlace, fromSettings, CurrentDpi(), monitors));
+    const auto fromIni = [&](std::string_view name) {
+        return ParseDecimal(services_.ini.Read(kPlayerIniFile, kWindowPlaceSection, name));
+    };
+    display_.Restore(KeptPlace(kLyricsWindowPlace, fromIni, CurrentDpi(), monitors, RectOf(display_.Handle())));
 }
 
 bool App::WriteSetupValues(const std::vector<std::pair<std::string_view, std::string>>& values) {
@@ -601,11 +670,17 @@ void App::SavePositions() {
         values.push_back(std::move(value));
     }
     WriteSetupValues(values);
+    if (display_.HasPlace()) {
+        for (const auto& [name, text] : PlaceValues(kLyricsWindowPlace, RectOf(display_.Handle()), CurrentDpi())) {
+            services_.ini.Write(kPlayerIniFile, kWindowPlaceSection, name, text);
+        }
+    }
 }
 
 void App::Close() {
     defaultList_.SaveDefaultListOnExit();  // only when "L56" asks for it
     SavePositions();
+    FadeOutNow({display_.Handle(), playlist_.Handle(), window_.Handle()});
     hotKeys_.Release();
     tray_.Remove();
     engine_.CloseAll();

@@ -28,6 +28,7 @@
 #include "playlist/ListFileController.h"
 #include "playlist/MusicLibrary.h"
 #include "playlist/QueueController.h"
+#include "settings/IniFiles.h"
 #include "settings/SettingsStore.h"
 #include "ui/AudioDisplayWindow_win.h"
 #include "ui/MainWindow_win.h"
@@ -154,7 +155,18 @@ private:
     // The store changed (the settings dialog's confirmation, the "倒制" button): what the windows show from
     // it at start is shown anew. Everything else reads the store when it is used.
     void OptionsChanged();
+    // The skin and the looks of the options, in every window; unchanged looks are not drawn again.
+    void ApplyLooks();
+    // A skin chosen from the menu: kept at once, shown at once.
+    void ChooseSkin(int value);
+    // The song menu "选歌" under its button, or at the pointer when its menu entry chose it.
+    void ShowSongMenu(bool fromButton);
+    void ShowSongBlocks();
 
+    // The main, list and lyrics windows' opacity: kept, or previewed by the settings page "透明度".
+    void ApplyTransparency(const WindowTransparency& transparency);
+    // The bubbles of the audio display while decoder 2 plays ("L27", "L37", "L64").
+    void ShowBubbles();
     void ShowTips();
     void RefreshTips();
     void UpdateTimers();
@@ -204,6 +216,8 @@ private:
     unsigned runningTimers_ = 0;  // a bit for each TimerId that runs
     bool displayClosedByUser_ = false;  // until the next file opens
     bool closed_ = false;
+    // Flat menus ("使用XP菜单…") come at once when switched on, and stay until the next start.
+    MenuLook menuLook_;
 };
 
 }  // namespace lumora

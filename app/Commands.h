@@ -14,6 +14,7 @@ struct UiState {
     bool lyricsWindowShown = false;
     bool playlistShown = false;
     int selectedEntry = 0;  // the playlist window's selected line, 1-based; 0 for none
+    int skin = 2;           // "L35"
 };
 
 struct CommandState {

@@ -62,17 +62,38 @@ bool WriteScratchValue(IniFiles& ini, std::string_view text) {
     return ini.Write(kPlayerIniFile, kScratchSection, kScratchKey, text);
 }
 
-std::optional<int> ReadWindowOpacity(IniFiles& ini, TransparentWindow window) {
-    constexpr std::string_view kSection = "透明度";
-    if (ini.Read(kPlayerIniFile, kSection, "form_tm_check1") != "1") return std::nullopt;
-    const std::string key = "form_tm_" + std::to_string(static_cast<int>(window));
-    const std::string text = ini.Read(kPlayerIniFile, kSection, key);
-    if (!IsDigits(text) || text.size() > 3) {
-        return std::nullopt;
+namespace {
+
+constexpr std::string_view kTransparencySection = "透明度";
+constexpr std::string_view kTransparencyOn = "form_tm_check1";
+
+std::string OpacityKey(size_t window) { return "form_tm_" + std::to_string(window); }
+
+}  // namespace
+
+int ClampOpacity(int opacity) {
+    return opacity < kLeastOpacity ? kLeastOpacity : opacity > kOpaque ? kOpaque : opacity;
+}
+
+WindowTransparency LoadWindowTransparency(IniFiles& ini) {
+    WindowTransparency t;
+    t.on = Trim(ini.Read(kPlayerIniFile, kTransparencySection, kTransparencyOn)) == "1";
+    for (size_t i = 0; i < t.opacity.size(); ++i) {
+        const std::string text(Trim(ini.Read(kPlayerIniFile, kTransparencySection, OpacityKey(i))));
+        if (!IsDigits(text) || text.size() > 3) continue;
+        const int value = std::stoi(text);
+        if (value >= kLeastOpacity && value <= kOpaque) t.opacity[i] = value;
     }
-    const int value = std::stoi(text);
-    if (value < 20 || value > 255) return std::nullopt;
-    return value;
+    return t;
+}
+
+bool SaveWindowTransparency(IniFiles& ini, const WindowTransparency& t) {
+    if (!ini.Write(kPlayerIniFile, kTransparencySection, kTransparencyOn, t.on ? "1" : "0")) return false;
+    for (size_t i = 0; i < t.opacity.size(); ++i) {
+        if (!ini.Write(kPlayerIniFile, kTransparencySection, OpacityKey(i), std::to_string(ClampOpacity(t.opacity[i]))))
+            return false;
+    }
+    return true;
 }
 
 }  // namespace lumora

@@ -2,6 +2,7 @@
 // Reading and writing one key of an INI file kept in code page 936. A file named without a
 // folder lives in the user's data folder; one of the same name in the Windows directory, where
 // older versions kept it, is read until the user's own copy exists, and never written.
+#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -42,8 +43,22 @@ bool WriteScratchValue(IniFiles& ini, std::string_view text);
 
 // Window transparency kept in the player's INI file, section "透明度": "form_tm_check1" = "1"
 // turns it on, "form_tm_0" (main), "form_tm_1" (list) and "form_tm_2" (lyrics window) hold the
-// opacity, 20 to 255 (255 = opaque). Empty optional when off or the stored value is unusable.
+// opacity, 20 to 255 (255 = opaque), as decimal text.
 enum class TransparentWindow { Main = 0, List = 1, Lyrics = 2 };
-std::optional<int> ReadWindowOpacity(IniFiles& ini, TransparentWindow window);
+inline constexpr int kOpaque = 255;
+inline constexpr int kLeastOpacity = 20;  // below this a window could no longer be found again
+
+struct WindowTransparency {
+    bool on = false;
+    // By TransparentWindow; a stored value that is not a number of 20 to 255 reads as opaque.
+    std::array<int, 3> opacity{kOpaque, kOpaque, kOpaque};
+    // The alpha the window is shown with: opaque while transparency is off.
+    int AlphaOf(TransparentWindow window) const { return on ? opacity[static_cast<size_t>(window)] : kOpaque; }
+    bool operator==(const WindowTransparency&) const = default;
+};
+WindowTransparency LoadWindowTransparency(IniFiles& ini);
+// Writes every value, each opacity brought into 20 to 255 first; false at the first write that fails.
+bool SaveWindowTransparency(IniFiles& ini, const WindowTransparency& transparency);
+int ClampOpacity(int opacity);
 
 }  // namespace lumora

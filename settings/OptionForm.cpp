@@ -7,6 +7,7 @@
 #include "common/Text.h"
 #include "settings/OptionNames.h"
 #include "settings/SettingsStore.h"
+#include "settings/SongMenu.h"
 
 namespace lumora {
 namespace {
@@ -86,6 +87,9 @@ constexpr auto kItems = std::to_array<FormItem>({
     {opt::kCloseVideoForAudio, K::Check},
     {opt::kVideoWindowAtStart, K::Check},
     {opt::kNoVideoWindowForVideo, K::Check},
+    // Windows: the user's own colours (after the rest, so that no other control's id moves)
+    {opt::kBackColour, K::Colour},
+    {opt::kPanelTextColour, K::Colour},
 });
 // clang-format on
 
@@ -146,7 +150,11 @@ std::string NumberRangeMessage(long long low, long long high) {
 }
 
 bool SongMenuOverflows(int filesPerColumn, bool autoType, int screenHeight, int lineHeight) {
-    return autoType && static_cast<long long>(filesPerColumn) * lineHeight > screenHeight;
+    SongMenuOptions options;
+    options.filesPerColumn = filesPerColumn;
+    options.autoType = autoType;
+    const SongMenuScreen screen{lineHeight > 0 ? screenHeight / lineHeight : 0, 1};
+    return autoType && LayOutSongMenu(0, options, screen).cut;
 }
 
 std::string SongMenuLayoutEntry(int index) {

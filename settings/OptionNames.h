@@ -79,6 +79,10 @@ inline constexpr std::string_view kMediaKeysAlways = "MediaKeysAlways";
 inline constexpr std::string_view kListWindowPlace = "ListWindowPlace";
 // "1": the LRC and SMI readers' timing correction (CorrectLyricsSeconds) for the lyrics display.
 inline constexpr std::string_view kLyricsTimingCorrection = "LyricsTimingCorrection";
+// The user's own colours beside "“背景”" (L6) and "“字颜色”" (L8): the windows' background and the panels' text,
+// drawn in place of the skin's while the check box is on. Colours as L34B.
+inline constexpr std::string_view kBackColour = "BackColour";
+inline constexpr std::string_view kPanelTextColour = "PanelTextColour";
 
 // ---- Values the windows keep (twips), loaded with the options --------------------------------
 inline constexpr std::string_view kMainTop = "TOP";

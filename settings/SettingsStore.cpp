@@ -142,6 +142,8 @@ constexpr std::array kOptions = std::to_array<Option>({
     {opt::kMediaKeysAlways, Rule::Flag, "0", kDefault},
     {opt::kListWindowPlace, Rule::Choice, "0", kDefault, 0, 0, Bits({0, 1, 2})},
     {opt::kLyricsTimingCorrection, Rule::Flag, "0", kDefault},
+    {opt::kBackColour, Rule::Colour, "4733972", kDefault},        // a deep teal, RGB 20,60,72
+    {opt::kPanelTextColour, Rule::Colour, "15790320", kDefault},  // a soft white
     // Loaded at start-up but written by the windows that own them.
     {opt::kMainTop, Rule::Top, "", kNone},
     {opt::kMainLeft, Rule::Left, "", kNone},

@@ -1,9 +1,33 @@
 #include "settings/WindowPlacement.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace lumora {
 namespace {
 
 constexpr long long kTwipsPerInch = 1440;
+
+WindowRect Offset(const WindowRect& r, long long dx, long long dy) {
+    return {r.left + dx, r.top + dy, r.right + dx, r.bottom + dy};
+}
+
+// How far `r` must travel to touch `area` (0 when they overlap): the sum of the gaps on both axes.
+long long Distance(const WindowRect& r, const WindowRect& area) {
+    const long long dx = std::max({0LL, area.left - r.right, r.left - area.right});
+    const long long dy = std::max({0LL, area.top - r.bottom, r.top - area.bottom});
+    return dx + dy;
+}
+
+// The overlap of two ranges, never negative.
+long long Overlap(long long a0, long long a1, long long b0, long long b1) {
+    return std::max(0LL, std::min(a1, b1) - std::max(a0, b0));
+}
+
+// `place`'s start moved so that [start, start+length) lies in [low, high); the low end wins when it is too long.
+long long Into(long long start, long long length, long long low, long long high) {
+    return std::max(low, std::min(start, high - length));
+}
 
 }  // namespace
 
@@ -18,13 +42,6 @@ int ScaleBy(int value, int numerator, int denominator) {
 }
 
 int ScaleForDpi(int value, int dpi) { return ScaleBy(value, dpi > 0 ? dpi : kBaseDpi, kBaseDpi); }
-
-bool IsOnScreen(const WindowRect& place, std::span<const WindowRect> monitors) {
-    for (const WindowRect& m : monitors) {
-        if (place.left < m.right && m.left < place.right && place.top < m.bottom && m.top < place.bottom) return true;
-    }
-    return false;
-}
 
 std::optional<WindowRect> KeptPlace(const PlacementNames& names, const ReadNumber& read, ScreenDpi dpi,
                                     std::span<const WindowRect> monitors, const WindowRect& currentSize) {
@@ -44,8 +61,28 @@ std::optional<WindowRect> KeptPlace(const PlacementNames& names, const ReadNumbe
         r.right = r.left + currentSize.Width();
         r.bottom = r.top + currentSize.Height();
     }
-    if (!IsOnScreen(r, monitors)) return std::nullopt;
-    return r;
+    return OntoWorkArea(r, monitors);
+}
+
+WindowRect OntoWorkArea(const WindowRect& place, std::span<const WindowRect> workAreas, int visible) {
+    if (workAreas.empty()) return place;
+    const long long needX = std::min<long long>(visible, place.Width());
+    const long long needY = std::min<long long>(visible, place.Height());
+    const WindowRect* nearest = &workAreas.front();
+    long long best = std::numeric_limits<long long>::max();
+    for (const WindowRect& area : workAreas) {
+        if (Overlap(place.left, place.right, area.left, area.right) >= needX &&
+            Overlap(place.top, place.bottom, area.top, area.bottom) >= needY) {
+            return place;
+        }
+        if (const long long d = Distance(place, area); d < best) {
+            best = d;
+            nearest = &area;
+        }
+    }
+    const long long left = Into(place.left, place.Width(), nearest->left, nearest->right);
+    const long long top = Into(place.top, place.Height(), nearest->top, nearest->bottom);
+    return Offset(place, left - place.left, top - place.top);
 }
 
 std::vector<std::pair<std::string_view, std::string>> PlaceValues(const PlacementNames& names, const WindowRect& place,

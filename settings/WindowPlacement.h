@@ -48,11 +48,20 @@ struct PlacementNames {
 inline constexpr PlacementNames kMainWindowPlace{opt::kMainLeft, opt::kMainTop, {}, {}};
 inline constexpr PlacementNames kPlaylistWindowPlace{opt::kListLeft, opt::kListTop, opt::kListWidth, opt::kListHeight};
 inline constexpr PlacementNames kVideoWindowPlace{opt::kVideoLeft, opt::kVideoTop, opt::kVideoWidth, opt::kVideoHeight};
+// The "音频\歌词显示" window keeps its last place in the player's INI file, not in the setup key (which
+// holds the places of the option table only): section "窗口位置", "FromX" and "FromY", twips as above.
+// Its size follows its lyrics, so none is kept.
+inline constexpr std::string_view kWindowPlaceSection = "窗口位置";
+inline constexpr PlacementNames kLyricsWindowPlace{"FromX", "FromY", {}, {}};
 
-// True when the rectangle shares at least one pixel with one of the monitors' rectangles.
-bool IsOnScreen(const WindowRect& place, std::span<const WindowRect> monitors);
+// Never restored off every screen (a monitor unplugged, the resolution lowered): `place` where at least `visible`
+// pixels of it show on one of `workAreas` (both ways, or the whole window where it is smaller); otherwise moved, size
+// kept, into the work area nearest to it, its top-left corner first when it is larger than that area. Unchanged when
+// there is no work area.
+WindowRect OntoWorkArea(const WindowRect& place, std::span<const WindowRect> workAreas, int visible = 32);
 
-// The kept place in pixels: every value there, the sizes positive, and the place on a screen.
+// The kept place in pixels: every value there and the sizes positive; moved onto the nearest of the
+// `monitors` (their work areas) when too little of it shows on any.
 // A window without size names keeps `currentSize`'s width and height.
 using ReadNumber = std::function<std::optional<long long>(std::string_view name)>;
 std::optional<WindowRect> KeptPlace(const PlacementNames& names, const ReadNumber& read, ScreenDpi dpi,

@@ -7,8 +7,10 @@
 #include "platform/WinText_win.h"
 #include "ui/ControlIds.h"
 #include "ui/Dpi_win.h"
+#include "ui/SkinPaint_win.h"
 #include "ui/Theme_win.h"
 #include "ui/WindowClass_win.h"
+#include "ui/WindowFade_win.h"
 
 namespace lumora {
 namespace {
@@ -26,8 +28,13 @@ static_assert(std::size(kPanelIds) == 10, "one remembered text for each panel li
 
 // Room kept at the bottom of the spectrum for the two lyrics lines.
 constexpr int kLyricsMargin = 4;
+constexpr UINT_PTR kBubbleTimer = 1;
+constexpr UINT kUpdateBubbles = WM_APP + 1;
 
 }  // namespace
+
+// Other bubbles each run.
+AudioDisplayWindow::AudioDisplayWindow() : bubbles_(static_cast<std::uint32_t>(GetTickCount())) {}
 
 AudioDisplayWindow::~AudioDisplayWindow() {
     if (currentFont_) DeleteObject(currentFont_);
@@ -49,7 +56,8 @@ void AudioDisplayWindow::SetLyricsLook(const LyricsLook& look) {
     if (background_) DeleteObject(background_);
     currentFont_ = LyricsFont(look.currentPoints);
     nextFont_ = LyricsFont(look.nextPoints);
-    background_ = CreateSolidBrush(look.background);
+    colours_ = LyricsColoursFor(look, Theme::Look());
+    background_ = CreateSolidBrush(colours_.background);
     if (picture_) {
         picture_->Release();
         picture_ = nullptr;
@@ -79,6 +87,14 @@ void AudioDisplayWindow::LayOutPanel() {
     SendDlgItemMessageW(hwnd_, ids::IDC_LYRICS_CURRENT, WM_SETFONT, reinterpret_cast<WPARAM>(currentFont_), FALSE);
     SendDlgItemMessageW(hwnd_, ids::IDC_LYRICS_NEXT, WM_SETFONT, reinterpret_cast<WPARAM>(nextFont_), FALSE);
     PlaceLyrics();
+}
+
+void AudioDisplayWindow::Restyle() {
+    if (!hwnd_) return;
+    SetClassLongPtrW(hwnd_, GCLP_HBRBACKGROUND, reinterpret_cast<LONG_PTR>(Theme::DisplayBrush()));
+    Theme::Caption(hwnd_);
+    SetLyricsLook(look_);  // the lyrics' colours and the fonts in the skin's
+    RedrawWindow(hwnd_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_FRAME);
 }
 
 void AudioDisplayWindow::SetLyrics(const std::string& current, const std::string& next) {
@@ -150,6 +166,7 @@ bool AudioDisplayWindow::Create(HWND owner) {
                             Scaled(kHeight, WindowDpi(owner)), owner, nullptr, GetModuleHandleW(nullptr), this);
     if (!hwnd_) return false;
     dpi_ = WindowDpi(hwnd_);
+    Theme::Caption(hwnd_);
     for (int id : kPanelIds) {
         // SS_NOTIFY: the balloon help needs the line to see the mouse.
         CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_NOPREFIX | SS_NOTIFY | SS_LEFTNOWORDWRAP, 0, 0, 0,
@@ -174,20 +191,64 @@ void AudioDisplayWindow::ShowTips(const DisplayTips& tips, COLORREF background, 
 }
 
 void AudioDisplayWindow::Show() {
-    if (!hwnd_ || IsWindowVisible(hwnd_)) return;
-    RECT o;
-    GetWindowRect(owner_, &o);
-    RECT r;
-    GetWindowRect(hwnd_, &r);
-    SetWindowPos(hwnd_, nullptr, o.left, o.bottom, o.right - o.left, r.bottom - r.top, SWP_NOZORDER | SWP_NOACTIVATE);
-    ShowWindow(hwnd_, SW_SHOWNOACTIVATE);
+    if (!hwnd_ || Visible()) return;
+    if (!placed_) {
+        RECT o;
+        GetWindowRect(owner_, &o);
+        RECT r;
+        GetWindowRect(hwnd_, &r);
+        SetWindowPos(hwnd_, nullptr, o.left, o.bottom, o.right - o.left, r.bottom - r.top,
+                     SWP_NOZORDER | SWP_NOACTIVATE);
+        placed_ = true;
+    }
+    FadeIn(hwnd_);
 }
+
+void AudioDisplayWindow::Hide() { FadeOut(hwnd_); }
+
+bool AudioDisplayWindow::Visible() const { return hwnd_ && ShownOrShowing(hwnd_); }
 
 void AudioDisplayWindow::Toggle() {
     if (Visible()) {
-        ShowWindow(hwnd_, SW_HIDE);
+        Hide();
     } else {
         Show();
+    }
+}
+
+void AudioDisplayWindow::Restore(const std::optional<WindowRect>& kept) {
+    if (!hwnd_ || !kept) return;
+    SetWindowPos(hwnd_, nullptr, static_cast<int>(kept->left), static_cast<int>(kept->top), 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    placed_ = true;
+}
+
+void AudioDisplayWindow::SetBubbles(bool on, bool colourChanging) {
+    if (on == bubblesOn_ && colourChanging == bubblesColourChanging_) return;
+    bubblesOn_ = on;
+    bubblesColourChanging_ = colourChanging;
+    UpdateBubbles();
+    if (hwnd_) InvalidateRect(hwnd_, nullptr, FALSE);
+}
+
+RECT AudioDisplayWindow::SpectrumArea() const {
+    RECT client;
+    GetClientRect(hwnd_, &client);
+    client.left = Scaled(kPanelWidth, dpi_);
+    return client;
+}
+
+void AudioDisplayWindow::UpdateBubbles() {
+    if (!hwnd_) return;
+    const bool run = bubblesOn_ && IsWindowVisible(hwnd_);
+    if (run == bubblesRunning_) return;
+    bubblesRunning_ = run;
+    if (run) {
+        const RECT area = SpectrumArea();
+        bubbles_.SetArea(area.right - area.left, area.bottom);
+        SetTimer(hwnd_, kBubbleTimer, BubbleField::kStepMs, nullptr);
+    } else {
+        KillTimer(hwnd_, kBubbleTimer);
     }
 }
 
@@ -215,9 +276,20 @@ void AudioDisplayWindow::SetInfoLines(const std::vector<std::string>& lines) {
 }
 
 void AudioDisplayWindow::Paint(HDC dc) {
-    RECT client;
-    GetClientRect(hwnd_, &client);
-    client.left = Scaled(kPanelWidth, dpi_);
+    RECT whole;
+    GetClientRect(hwnd_, &whole);
+    // The stream panel's ground between its lines (the lines paint their own).
+    const int saved = SaveDC(dc);
+    for (int id : kPanelIds) {
+        RECT line;
+        GetWindowRect(GetDlgItem(hwnd_, id), &line);
+        MapWindowPoints(nullptr, hwnd_, reinterpret_cast<POINT*>(&line), 2);
+        ExcludeClipRect(dc, line.left, line.top, line.right, line.bottom);
+    }
+    const RECT panel{0, 0, Scaled(kPanelWidth, dpi_), whole.bottom};
+    FillRect(dc, &panel, Theme::DisplayBrush());
+    RestoreDC(dc, saved);
+    RECT client = SpectrumArea();
     // Drawn off screen first, so the bars do not flicker.
     HDC mem = CreateCompatibleDC(dc);
     HBITMAP bitmap = CreateCompatibleBitmap(dc, client.right, client.bottom);
@@ -240,26 +312,62 @@ void AudioDisplayWindow::Paint(HDC dc) {
         picture_->Render(mem, client.left + (areaWidth - dw) / 2, (client.bottom - dh) / 2, dw, dh, 0, h, w, -h,
                          nullptr);
     }
+    if (bubblesOn_) {
+        PaintBubbles(mem, client);
+    } else {
+        PaintBars(mem, client);
+    }
+    BitBlt(dc, client.left, 0, client.right - client.left, client.bottom, mem, client.left, 0, SRCCOPY);
+    SelectObject(mem, old);
+    DeleteObject(bitmap);
+    DeleteDC(mem);
+}
+
+void AudioDisplayWindow::PaintBars(HDC mem, const RECT& client) {
     const int gap = Scaled(3, dpi_);
     const int foot = Scaled(4, dpi_);  // room under the bars
     const int width = (client.right - client.left - gap) / kSpectrumBands - gap;
-    HBRUSH bar = CreateSolidBrush(Theme::kDisplayText);
-    HBRUSH cap = CreateSolidBrush(Theme::kAccent);
+    const SkinLook& skin = Theme::Look();
+    // Bars glow towards the accent at their top; the peaks are the accent itself.
+    const SkinGradient bar{BlendColour(skin.displayText, skin.accent, 450), skin.displayText};
+    HBRUSH cap = Theme::SolidBrush(skin.accent);
     for (int b = 0; b < kSpectrumBands; ++b) {
         const int height =
             static_cast<int>(bands_[static_cast<size_t>(b)] * static_cast<float>(client.bottom - 2 * foot));
         const int x = client.left + gap + b * (width + gap);
         RECT r{x, client.bottom - foot - height, x + width, client.bottom - foot};
-        FillRect(mem, &r, bar);
+        FillGradient(mem, r, bar);
         RECT top{x, r.top - gap, x + width, r.top};
         FillRect(mem, &top, cap);
     }
-    DeleteObject(bar);
-    DeleteObject(cap);
-    BitBlt(dc, client.left, 0, client.right - client.left, client.bottom, mem, client.left, 0, SRCCOPY);
-    SelectObject(mem, old);
-    DeleteObject(bitmap);
-    DeleteDC(mem);
+}
+
+void AudioDisplayWindow::PaintBubbles(HDC mem, const RECT& area) {
+    // Each bubble: a faint tint of its colour over the background inside a ring of it, and a small light
+    // spot up and to the left, as glass shows.
+    const auto mix = [](BYTE a, BYTE b) { return static_cast<BYTE>((a + 4 * b) / 5); };
+    const COLORREF back = look_.background;
+    HBRUSH shine = CreateSolidBrush(RGB(255, 255, 255));
+    const int ring = std::max(1, Scaled(1, dpi_));
+    for (const Bubble& b : bubbles_.Bubbles()) {
+        const BubbleColour c = bubbles_.ColourOf(b, bubblesColourChanging_);
+        HPEN pen = CreatePen(PS_SOLID, ring, RGB(c.red, c.green, c.blue));
+        HBRUSH tint = CreateSolidBrush(
+            RGB(mix(c.red, GetRValue(back)), mix(c.green, GetGValue(back)), mix(c.blue, GetBValue(back))));
+        HGDIOBJ oldPen = SelectObject(mem, pen);
+        HGDIOBJ oldBrush = SelectObject(mem, tint);
+        const int x = area.left + static_cast<int>(b.x), y = static_cast<int>(b.y), r = static_cast<int>(b.radius);
+        Ellipse(mem, x - r, y - r, x + r + 1, y + r + 1);
+        const int s = std::max(1, r / 4), sx = x - r / 2, sy = y - r / 2;
+        SelectObject(mem, GetStockObject(NULL_PEN));
+        SelectObject(mem, shine);
+        Ellipse(mem, sx - s, sy - s, sx + s + 1, sy + s + 1);
+        SelectObject(mem, oldBrush);
+        SelectObject(mem, oldPen);
+        DeleteObject(tint);
+        DeleteObject(pen);
+    }
+    DeleteObject(shine);
 }
 
 LRESULT AudioDisplayWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
@@ -277,14 +385,37 @@ LRESULT AudioDisplayWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
             HDC dc = reinterpret_cast<HDC>(wp);
             const int id = GetDlgCtrlID(reinterpret_cast<HWND>(lp));
             if ((id == ids::IDC_LYRICS_CURRENT || id == ids::IDC_LYRICS_NEXT)) {
-                SetTextColor(dc, id == ids::IDC_LYRICS_CURRENT ? look_.current : look_.next);
-                SetBkColor(dc, look_.background);
+                SetTextColor(dc, id == ids::IDC_LYRICS_CURRENT ? colours_.current : colours_.next);
+                SetBkColor(dc, colours_.background);
                 return reinterpret_cast<LRESULT>(background_);
             }
             return reinterpret_cast<LRESULT>(Theme::PaintDisplay(dc));
         }
         case WM_SIZE:
             PlaceLyrics();
+            if (bubblesRunning_) {
+                const RECT area = SpectrumArea();
+                bubbles_.SetArea(area.right - area.left, area.bottom);
+            }
+            break;
+        case WM_SHOWWINDOW:
+            // Its own ShowWindow call has not made the window visible yet: the timer follows once it has.
+            PostMessageW(hwnd_, kUpdateBubbles, 0, 0);
+            break;
+        case kUpdateBubbles:
+            UpdateBubbles();
+            return 0;
+        case WM_TIMER:
+            if (wp == kBubbleTimer) {
+                bubbles_.Step();
+                const RECT area = SpectrumArea();
+                InvalidateRect(hwnd_, &area, FALSE);
+                return 0;
+            }
+            break;
+        case WM_MOVE:
+            // Moved by the user (or restored): it keeps that place.
+            if (IsWindowVisible(hwnd_)) placed_ = true;
             break;
         case kWmDpiChanged:
             dpi_ = NewDpi(wp);
@@ -292,7 +423,7 @@ LRESULT AudioDisplayWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
             TakeSuggestedRect(hwnd_, lp);  // its WM_SIZE places the lyrics again
             return 0;
         case WM_CLOSE:
-            ShowWindow(hwnd_, SW_HIDE);
+            Hide();
             if (onUserClose) onUserClose();
             return 0;
     }

@@ -79,6 +79,15 @@ inline constexpr int IDM_TRAY_NEXT = 1224;
 inline constexpr int IDM_TRAY_PREVIOUS = 1225;
 inline constexpr int IDM_TRAY_SHOW = 1226;
 
+// The song menu "选歌": its button and block view 1930-1939, its menu entry 1230-1239, and one command
+// per queue entry from kFirstSongCommand on (entry n sends kFirstSongCommand + n - 1).
+inline constexpr char kSongMenuText[] = "选歌";
+inline constexpr int IDC_MAIN_SONG_MENU = 1930;
+inline constexpr int IDC_MAIN_SONG_BLOCKS = 1931;
+inline constexpr int IDM_SONG_MENU = 1230;
+inline constexpr int kFirstSongCommand = 3000;
+inline constexpr int kLastSongCommand = 3998;
+
 // Playlist window: 1100-1149; its menu 1250-1299.
 inline constexpr int IDC_PLAYLIST_LINES = 1101;
 inline constexpr int IDM_PLAYLIST_REMOVE = 1251;
@@ -188,6 +197,22 @@ inline constexpr int IDC_ICONS_FILE = 1851;  // the files offered, the system's 
 inline constexpr int IDC_ICONS_BROWSE = 1852;
 inline constexpr int IDC_ICONS_LIST = 1853;  // one item per icon, its index as the item's data
 inline constexpr int IDC_ICONS_INDEX = 1854;
+
+// Skins and looks: the main window's quick buttons 1900-1929, the skin menu's commands 1960-1969.
+inline constexpr int IDC_QUICK_LYRICS = 1901;
+inline constexpr int IDC_QUICK_INFO = 1902;
+inline constexpr int IDC_QUICK_FOLDER = 1903;
+inline constexpr int IDC_QUICK_SETTINGS = 1904;
+inline constexpr int IDC_QUICK_SKIN = 1905;  // the skin menu under it
+inline constexpr int kScrollTimerId = 1920;  // the main window's running text
+// One command per skin, in the order of SkinChoices() (common/SkinDescription.h).
+inline constexpr int IDM_SKIN_FIRST = 1960;
+inline constexpr char kSkinMenuText[] = "界面";  // the skin menu and its quick button
+// The settings dialog's transparency page: 1950-1959.
+inline constexpr char kTransparencyPageTitle[] = "透明度";
+inline constexpr int IDC_TRANSPARENCY_ON = 1950;      // "form_tm_check1"
+inline constexpr int IDC_TRANSPARENCY_SLIDER = 1951;  // 1951-1953: main, list and lyrics window, 20-255
+inline constexpr int IDC_TRANSPARENCY_VALUE = 1954;   // 1954-1956: each slider's value as a text
 
 // Splash window: 1300-1349.
 inline constexpr int IDC_SPLASH_OS = 1301;

@@ -6,6 +6,7 @@
 #include "platform/WinText_win.h"
 #include "ui/ControlIds.h"
 #include "ui/DialogTemplate_win.h"
+#include "ui/ImageButton_win.h"
 #include "ui/Prompts_win.h"
 #include "ui/Theme_win.h"
 
@@ -115,6 +116,10 @@ INT_PTR IconChooser::OnDialogMessage(UINT msg, WPARAM wp, LPARAM lp) {
     switch (msg) {
         case WM_INITDIALOG:
             OnInit();
+            MakeImageButtons(hwnd_);
+            return TRUE;
+        case WM_DRAWITEM:  // its push buttons are image buttons
+            DrawImageButton(*reinterpret_cast<const DRAWITEMSTRUCT*>(lp));
             return TRUE;
         case WM_CTLCOLORDLG:
         case WM_CTLCOLORSTATIC:

@@ -7,6 +7,7 @@
 #include "platform/WinText_win.h"
 #include "ui/ControlIds.h"
 #include "ui/DialogTemplate_win.h"
+#include "ui/ImageButton_win.h"
 #include "ui/Prompts_win.h"
 #include "ui/Theme_win.h"
 #include "ui/WindowBase_win.h"
@@ -40,10 +41,14 @@ class EditorWindow final : public InfoEditorView, public WindowBase<EditorWindow
 public:
     EditorWindow(InfoEditorDialog& fields, FileSystem& fs) : fields_(fields), fs_(fs) {}
 
-    INT_PTR OnDialogMessage(UINT msg, WPARAM wp, LPARAM) {
+    INT_PTR OnDialogMessage(UINT msg, WPARAM wp, LPARAM lp) {
         switch (msg) {
             case WM_INITDIALOG:
                 OnInit();
+                MakeImageButtons(hwnd_);
+                return TRUE;
+            case WM_DRAWITEM:  // its push buttons are image buttons
+                DrawImageButton(*reinterpret_cast<const DRAWITEMSTRUCT*>(lp));
                 return TRUE;
             case WM_COMMAND:
                 OnCommand(LOWORD(wp), HIWORD(wp));

@@ -10,6 +10,7 @@
 #include "ui/ControlIds.h"
 #include "ui/DialogTemplate_win.h"
 #include "ui/Dpi_win.h"
+#include "ui/ImageButton_win.h"
 #include "ui/Prompts_win.h"
 #include "ui/Theme_win.h"
 
@@ -83,6 +84,10 @@ INT_PTR LyricsSettingsDialog::OnDialogMessage(UINT msg, WPARAM wp, LPARAM lp) {
     switch (msg) {
         case WM_INITDIALOG:
             OnInit();
+            MakeImageButtons(hwnd_);
+            return TRUE;
+        case WM_DRAWITEM:  // its push buttons are image buttons
+            DrawImageButton(*reinterpret_cast<const DRAWITEMSTRUCT*>(lp));
             return TRUE;
         case kWmDpiChanged:  // the dialog manager scales the rest
             Theme::SliderThumb(GetDlgItem(hwnd_, IDC_LYRICS_SET_LIMIT), NewDpi(wp));

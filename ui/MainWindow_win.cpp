@@ -8,6 +8,7 @@
 #include "app/Notices.h"
 #include "mediainfo/StreamPanel.h"
 #include "platform/WinText_win.h"
+#include "ui/AudioDisplayWindow_win.h"
 #include "ui/ControlIds.h"
 #include "ui/Dpi_win.h"
 #include "ui/ImageButton_win.h"
@@ -56,6 +57,14 @@ constexpr int kTagLineShift = 22;  // the room the tag line takes in the display
 constexpr int kClientHeight = 248 + kTagLineShift;
 constexpr int kTipKey = 100000;  // tips are remembered beside the texts, under id + kTipKey
 constexpr int kStatusParts[] = {230, 350, -1};
+// The quick buttons' row under the status line.
+constexpr int kQuickTop = 250;
+constexpr int kQuickHeight = 22;
+constexpr int kQuickIds[] = {IDC_QUICK_LYRICS, IDC_QUICK_INFO, IDC_QUICK_FOLDER, IDC_QUICK_SETTINGS, IDC_QUICK_SKIN};
+constexpr const char* kQuickCaptions[] = {"歌词", "信息", "文件夹", "设置", kSkinMenuText};
+constexpr int kSliderIds[] = {IDC_MAIN_PROGRESS, IDC_MAIN_VOLUME, IDC_MAIN_SPEED};
+
+bool IsQuickButton(int id) { return std::find(std::begin(kQuickIds), std::end(kQuickIds), id) != std::end(kQuickIds); }
 
 HWND Label(HWND parent, int id, const wchar_t* text, int x, int y, int cx, int cy, DWORD align = SS_LEFT) {
     // SS_NOTIFY: the balloon help needs the label to see the mouse.
@@ -125,37 +134,66 @@ LRESULT MainWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
             }
             return 0;
         case WM_HSCROLL: OnScroll(reinterpret_cast<HWND>(lp), LOWORD(wp), static_cast<short>(HIWORD(wp))); return 0;
-        case WM_TIMER: events_->OnTimer(static_cast<unsigned>(wp)); return 0;
+        case WM_TIMER:
+            if (wp == kScrollTimerId) {
+                runningText_.Step(pace_.pixels);
+                InvalidateRect(GetDlgItem(hwnd_, IDC_MAIN_TAG_LINE), nullptr, FALSE);
+            } else {
+                events_->OnTimer(static_cast<unsigned>(wp));
+            }
+            return 0;
         case WM_DROPFILES: OnDropFiles(reinterpret_cast<HDROP>(wp)); return 0;
         case WM_CONTEXTMENU: OnContextMenu(static_cast<short>(LOWORD(lp)), static_cast<short>(HIWORD(lp))); return 0;
         case WM_MOVE: events_->OnMoved(); return 0;
-        case WM_SIZE:
-            if (wp == SIZE_MINIMIZED) events_->OnMinimized();
-            break;
         case kWmTrayIcon:
             events_->OnTrayIcon(static_cast<UINT>(lp));
             return 0;
         case kWmProgressPointer:
             events_->OnProgressPointer(static_cast<int>(wp));
             return 0;
-        case WM_DRAWITEM: DrawImageButton(*reinterpret_cast<DRAWITEMSTRUCT*>(lp)); return TRUE;
-        case WM_CTLCOLORSTATIC: {
-            HDC dc = reinterpret_cast<HDC>(wp);
-            if (IsDisplayControl(GetDlgCtrlID(reinterpret_cast<HWND>(lp)))) {
-                return reinterpret_cast<LRESULT>(Theme::PaintDisplay(dc));
+        case WM_MEASUREITEM:
+        case WM_MENUCHAR:
+            if (const auto result = FlatMenuMessage(msg, wp, lp)) return *result;
+            break;
+        case WM_DRAWITEM: {
+            if (FlatMenuMessage(msg, wp, lp)) return TRUE;
+            const auto& item = *reinterpret_cast<DRAWITEMSTRUCT*>(lp);
+            if (item.CtlType == ODT_STATIC) {
+                DrawTagLine(item);
+            } else {
+                DrawImageButton(item);
             }
-            SetTextColor(dc, Theme::kText);
-            SetBkColor(dc, Theme::kBackground);
-            return reinterpret_cast<LRESULT>(Theme::BackgroundBrush());
+            return TRUE;
         }
+        case WM_NOTIFY: {
+            auto* header = reinterpret_cast<NMHDR*>(lp);
+            if (header->code == static_cast<UINT>(NM_CUSTOMDRAW) &&
+                std::find(std::begin(kSliderIds), std::end(kSliderIds), static_cast<int>(header->idFrom)) !=
+                    std::end(kSliderIds)) {
+                return DrawSlider(*reinterpret_cast<NMCUSTOMDRAW*>(lp));
+            }
+            break;
+        }
+        case WM_CTLCOLORSTATIC:
+        case WM_CTLCOLORBTN:
+            return ColourControl(reinterpret_cast<HDC>(wp), reinterpret_cast<HWND>(lp), msg == WM_CTLCOLORBTN);
+        case WM_ERASEBKGND:
+            return 1;  // WM_PAINT paints all of it
         case WM_PAINT: {
             PAINTSTRUCT ps;
             HDC dc = BeginPaint(hwnd_, &ps);
-            const RECT display = Scaled(RECT{6, 6, kClientWidth - 6, kDisplayBottom}, dpi_);
-            FillRect(dc, &display, Theme::DisplayBrush());
+            backdrop_.Draw(dc, ps.rcPaint);
             EndPaint(hwnd_, &ps);
             return 0;
         }
+        // Shown, hidden, minimised or restored: the running text's timer runs only while it can be seen.
+        case WM_SIZE:
+            if (wp == SIZE_MINIMIZED) events_->OnMinimized();
+            UpdateScrollTimer(wp != SIZE_MINIMIZED && IsWindowVisible(hwnd_));
+            break;
+        case WM_SHOWWINDOW:
+            UpdateScrollTimer(wp != FALSE && !IsIconic(hwnd_));
+            break;
         case WM_ACTIVATE:
             // As a dialog does: the control that had the focus gets it back when the window is active again.
             if (LOWORD(wp) == WA_INACTIVE) {
@@ -223,9 +261,9 @@ void MainWindow::OnCreate() {
     Label(hwnd_, IDC_MAIN_SEGMENT_A, Widen(t.segmentA).c_str(), 360, 123, 94, 16);
     Label(hwnd_, IDC_MAIN_SEGMENT_B, Widen(t.segmentB).c_str(), 360, 139, 94, 16);
 
-    Label(hwnd_, IDC_MAIN_VOLUME_LABEL, Widen(kVolumeLabel).c_str(), 8, 160, 30, 18);
-    Label(hwnd_, IDC_MAIN_VOLUME_MIN, L"MIN", 38, 160, 22, 18);
-    Slider(hwnd_, IDC_MAIN_VOLUME, 60, 156, 104, 24, 0, 20, 20);
+    Label(hwnd_, IDC_MAIN_VOLUME_LABEL, Widen(kVolumeLabel).c_str(), 8, 160, 28, 18);
+    Label(hwnd_, IDC_MAIN_VOLUME_MIN, L"MIN", 36, 160, 27, 18);
+    Slider(hwnd_, IDC_MAIN_VOLUME, 63, 156, 101, 24, 0, 20, 20);
     Label(hwnd_, IDC_MAIN_VOLUME_MAX, L"MAX", 164, 160, 28, 18);
     Label(hwnd_, IDC_MAIN_SPEED_LABEL, L"速度", 196, 160, 30, 18);
     HWND speed = Slider(hwnd_, IDC_MAIN_SPEED, 226, 156, 150, 24, 1, 200, 100);
@@ -233,8 +271,9 @@ void MainWindow::OnCreate() {
         reinterpret_cast<WNDPROC>(SetWindowLongPtrW(speed, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(SpeedSliderProc)));
     Label(hwnd_, IDC_MAIN_SEGMENT_RANGE, Widen(t.segmentRange).c_str(), 384, 160, 70, 18, SS_RIGHT);
 
-    Label(hwnd_, IDC_MAIN_PREVIOUS_LABEL, L"", 8, 184, 220, 18, SS_LEFTNOWORDWRAP | SS_ENDELLIPSIS);
-    Label(hwnd_, IDC_MAIN_NEXT_LABEL, L"", 232, 184, 100, 18, SS_LEFTNOWORDWRAP | SS_ENDELLIPSIS);
+    Label(hwnd_, IDC_MAIN_PREVIOUS_LABEL, L"", 8, 184, 170, 18, SS_LEFTNOWORDWRAP | SS_ENDELLIPSIS);
+    Label(hwnd_, IDC_MAIN_NEXT_LABEL, L"", 182, 184, 100, 18, SS_LEFTNOWORDWRAP | SS_ENDELLIPSIS);
+    CreateImageButton(hwnd_, IDC_MAIN_SONG_MENU, Widen(kSongMenuText).c_str(), 286, 181, 46, 22);
     CreateImageButton(hwnd_, IDC_MAIN_DECODER_WORKAROUND, Widen(kDecoderWorkaroundCaption).c_str(), 336, 181, 44, 22);
     CreateImageButton(hwnd_, IDC_MAIN_LIBRARY, L"音乐库", 384, 181, 70, 22);
     Label(hwnd_, IDC_MAIN_STATUS_LINE, Widen(t.statusLine).c_str(), 8, 206, kClientWidth - 16, 18);
@@ -242,6 +281,7 @@ void MainWindow::OnCreate() {
     status_ = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, hwnd_,
                               reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_MAIN_STATUS)), GetModuleHandleW(nullptr),
                               nullptr);
+    Theme::PlainCheckBox(status_);  // (without visual styles, which would ignore its colour)
     // Everything under the display moves down to make room for the tag line.
     for (HWND child = GetWindow(hwnd_, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         if (child == status_) continue;
@@ -250,9 +290,21 @@ void MainWindow::OnCreate() {
         MapWindowPoints(nullptr, hwnd_, reinterpret_cast<POINT*>(&r), 2);
         if (r.top >= 62) SetWindowPos(child, nullptr, r.left, r.top + kTagLineShift, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
     }
+    // The block view lies under everything, in a band of its own that is there only while it shows.
+    if (blocks_.Create(hwnd_, IDC_MAIN_SONG_BLOCKS)) {
+        SetWindowPos(blocks_.Handle(), nullptr, 6, kQuickTop + kQuickHeight + 4, kClientWidth - 12, 76, SWP_NOZORDER);
+        blocks_.onChoose = [this](int entry) { events_->OnCommand(kFirstSongCommand + entry - 1); };
+    }
     const std::string tagLine = StreamPanelTexts{}.title;
-    Label(hwnd_, IDC_MAIN_TAG_LINE, Widen(tagLine).c_str(), 14, 62, kClientWidth - 28, 18, SS_LEFTNOWORDWRAP);
+    // Drawn by the window: it runs when it does not fit.
+    Label(hwnd_, IDC_MAIN_TAG_LINE, Widen(tagLine).c_str(), 14, 62, kClientWidth - 28, 18, SS_OWNERDRAW);
     shown_[IDC_MAIN_TAG_LINE] = tagLine;
+    const int quickWidth =
+        (kClientWidth - 16 - 6 * static_cast<int>(std::size(kQuickIds) - 1)) / static_cast<int>(std::size(kQuickIds));
+    for (size_t i = 0; i < std::size(kQuickIds); ++i) {
+        CreateImageButton(hwnd_, kQuickIds[i], Widen(kQuickCaptions[i]).c_str(),
+                          8 + static_cast<int>(i) * (quickWidth + 6), kQuickTop, quickWidth, kQuickHeight);
+    }
     // The controls above were placed for 96 DPI: that layout is kept and scaled for the window's DPI.
     for (HWND child = GetWindow(hwnd_, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         if (child == status_) continue;
@@ -262,15 +314,24 @@ void MainWindow::OnCreate() {
         layout96_.emplace_back(GetDlgCtrlID(child), r);
     }
     dpi_ = WindowDpi(hwnd_);
+    Theme::Caption(hwnd_);
     Layout();
 }
 
 void MainWindow::Layout() {
     int bottom96 = 0;  // under the lowest control
     for (const auto& [id, r96] : layout96_) {
-        bottom96 = std::max(bottom96, static_cast<int>(r96.bottom));
         HWND control = GetDlgItem(hwnd_, id);
-        const RECT r = Scaled(r96, dpi_);
+        // (the style, not IsWindowVisible: the window itself may not show yet)
+        const bool blocksHidden = id == IDC_MAIN_SONG_BLOCKS && (GetWindowLongW(control, GWL_STYLE) & WS_VISIBLE) == 0;
+        // A hidden quick button, or the song blocks while hidden, take no room.
+        const bool hidden = (IsQuickButton(id) && !quickButtons_) || blocksHidden;
+        RECT place96 = r96;
+        // The song blocks lie under the quick buttons, or in their place while they are hidden.
+        if (id == IDC_MAIN_SONG_BLOCKS && !quickButtons_) OffsetRect(&place96, 0, kQuickTop - place96.top);
+        if (!hidden) bottom96 = std::max(bottom96, static_cast<int>(place96.bottom));
+        const RECT r = hidden ? RECT{} : Scaled(place96, dpi_);
+        if (IsQuickButton(id)) ShowWindow(control, hidden ? SW_HIDE : SW_SHOWNA);
         SetWindowPos(control, nullptr, r.left, r.top, r.right - r.left, r.bottom - r.top,
                      SWP_NOZORDER | SWP_NOACTIVATE);
         HFONT font = id == IDC_MAIN_TITLE ? Theme::BigFont(dpi_) : Theme::UiFont(dpi_);
@@ -280,6 +341,9 @@ void MainWindow::Layout() {
         if (lstrcmpiW(cls, TRACKBAR_CLASSW) == 0) Theme::SliderThumb(control, dpi_);
     }
     SendMessageW(status_, WM_SETFONT, reinterpret_cast<WPARAM>(Theme::UiFont(dpi_)), FALSE);
+    // The status bar draws its text in the system's colour: its ground is a light tint of the skin's.
+    SendMessageW(status_, SB_SETBKCOLOR, 0,
+                 static_cast<LPARAM>(BlendColour(Theme::Look().background.to, SkinRgb(255, 255, 255), 800)));
     SendMessageW(status_, WM_SIZE, 0, 0);  // its height follows the font
     // The client area at this DPI, and never so low that the status bar covers a control: its height
     // may follow the system's DPI rather than the window's.
@@ -288,7 +352,7 @@ void MainWindow::Layout() {
     GetWindowRect(hwnd_, &window);
     GetClientRect(hwnd_, &client);
     const int width = Scaled(kClientWidth, dpi_);
-    const int height = std::max<int>(Scaled(kClientHeight, dpi_), Scaled(bottom96 + 2, dpi_) + (bar.bottom - bar.top));
+    const int height = std::max<int>(Scaled(kClientHeight, dpi_), Scaled(bottom96 + 4, dpi_) + (bar.bottom - bar.top));
     if (client.right != width || client.bottom != height) {
         // The frame as it is drawn: under Wine and before Windows 10 it need not follow the window's DPI.
         SetWindowPos(hwnd_, nullptr, 0, 0, (window.right - window.left) + width - client.right,
@@ -300,7 +364,161 @@ void MainWindow::Layout() {
         widths[i] = kStatusParts[i] < 0 ? -1 : Scaled(kStatusParts[i], dpi_);
     }
     SendMessageW(status_, SB_SETPARTS, std::size(widths), reinterpret_cast<LPARAM>(widths));
-    InvalidateRect(hwnd_, nullptr, TRUE);
+    backdrop_.Make(hwnd_, [this](HDC dc, const RECT& area) { PaintBackdrop(dc, area); });
+    MeasureTagLine(false);
+    RedrawWindow(hwnd_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+void MainWindow::PaintBackdrop(HDC dc, const RECT& client) const {
+    const SkinLook& look = Theme::Look();
+    FillGradient(dc, client, look.background);
+    const RECT display = Scaled(RECT{6, 6, kClientWidth - 6, kDisplayBottom}, dpi_);
+    FillRounded(dc, display, Scaled(look.displayRadius, dpi_), look.display, 0, look.displayEdge, Scaled(1, dpi_));
+    // A fine line between the display's lines and the tag line under them.
+    RECT rule = Scaled(RECT{14, 60, kClientWidth - 14, 61}, dpi_);
+    rule.bottom = rule.top + std::max(1, Scaled(1, dpi_));
+    FillRect(dc, &rule, Theme::SolidBrush(BlendColour(look.display.to, look.displayEdge, 500)));
+}
+
+LRESULT MainWindow::ColourControl(HDC dc, HWND control, bool button) {
+    const SkinLook& look = Theme::Look();
+    const int id = GetDlgCtrlID(control);
+    SetBkMode(dc, TRANSPARENT);
+    if (!button) {
+        SetTextColor(dc, id == IDC_MAIN_TIME || id == IDC_MAIN_PERCENT ? look.accent
+                         : IsDisplayControl(id)                        ? look.displayText
+                                                                       : look.text);
+    }
+    HBRUSH brush = backdrop_.BrushFor(dc, control);
+    return reinterpret_cast<LRESULT>(brush ? brush : Theme::BackgroundBrush());
+}
+
+void MainWindow::Restyle() {
+    SetClassLongPtrW(hwnd_, GCLP_HBRBACKGROUND, reinterpret_cast<LONG_PTR>(Theme::BackgroundBrush()));
+    Theme::Caption(hwnd_);
+    Layout();  // the fonts in the skin's weights, and the backdrop
+}
+
+void MainWindow::ShowQuickButtons(bool on) {
+    if (on == quickButtons_) return;
+    quickButtons_ = on;
+    Layout();
+    events_->OnMoved();  // the docked windows follow the new height
+}
+
+void MainWindow::SetRunningTextSpeed(std::optional<long long> speed) {
+    const ScrollPace pace = RunningTextPace(speed);
+    if (pace.intervalMs == pace_.intervalMs && pace.pixels == pace_.pixels) return;
+    pace_ = pace;
+    if (scrolling_) KillTimer(hwnd_, kScrollTimerId);
+    scrolling_ = false;  // started again at the new pace
+    UpdateScrollTimer();
+}
+
+void MainWindow::SetColouredProgress(bool on) {
+    if (on == colouredProgress_) return;
+    colouredProgress_ = on;
+    InvalidateRect(GetDlgItem(hwnd_, IDC_MAIN_PROGRESS), nullptr, TRUE);
+}
+
+void MainWindow::ShowMenuUnder(int id, const std::vector<MenuLine>& lines) {
+    RECT r;
+    GetWindowRect(GetDlgItem(hwnd_, id), &r);
+    TrackMenu(hwnd_, lines, r.left, r.bottom, menuLook_);
+}
+
+void MainWindow::MeasureTagLine(bool newText) {
+    HWND line = GetDlgItem(hwnd_, IDC_MAIN_TAG_LINE);
+    if (!line) return;
+    const std::wstring text = WindowTextOf(line);
+    HDC dc = GetDC(line);
+    HGDIOBJ old = SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(line, WM_GETFONT, 0, 0)));
+    SIZE size{};
+    GetTextExtentPoint32W(dc, text.c_str(), static_cast<int>(text.size()), &size);
+    SelectObject(dc, old);
+    ReleaseDC(line, dc);
+    RECT box;
+    GetClientRect(line, &box);
+    runningText_.Measure(size.cx, box.right, newText);
+    UpdateScrollTimer();
+    InvalidateRect(line, nullptr, FALSE);
+}
+
+void MainWindow::UpdateScrollTimer(std::optional<bool> seen) {
+    const bool run = runningText_.Moves() && seen.value_or(IsWindowVisible(hwnd_) && !IsIconic(hwnd_));
+    if (run == scrolling_) return;
+    scrolling_ = run;
+    if (run) {
+        SetTimer(hwnd_, kScrollTimerId, pace_.intervalMs, nullptr);
+    } else {
+        KillTimer(hwnd_, kScrollTimerId);
+        runningText_.Rewind();  // stopped: shown from its start
+        InvalidateRect(GetDlgItem(hwnd_, IDC_MAIN_TAG_LINE), nullptr, FALSE);
+    }
+}
+
+void MainWindow::DrawTagLine(const DRAWITEMSTRUCT& item) {
+    BufferedDc buffer(item.hDC, item.rcItem);
+    HDC dc = buffer.Get();
+    const RECT area = buffer.Area();
+    HBRUSH behind = backdrop_.BrushFor(dc, item.hwndItem);
+    FillRect(dc, &area, behind ? behind : Theme::DisplayBrush());
+    const std::wstring text = WindowTextOf(item.hwndItem);
+    SetBkMode(dc, TRANSPARENT);
+    SetTextColor(dc, Theme::DisplayText());
+    HGDIOBJ old = SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(item.hwndItem, WM_GETFONT, 0, 0)));
+    const UINT format = DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_NOCLIP;
+    RECT r = area;
+    r.left -= runningText_.Offset();
+    r.right = r.left + runningText_.Period() + area.right;
+    DrawTextW(dc, text.c_str(), -1, &r, format);
+    if (runningText_.Moves()) {
+        OffsetRect(&r, runningText_.Period(), 0);
+        DrawTextW(dc, text.c_str(), -1, &r, format);
+    }
+    SelectObject(dc, old);
+}
+
+LRESULT MainWindow::DrawSlider(NMCUSTOMDRAW& draw) {
+    if (draw.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+    if (draw.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
+    const SkinLook& look = Theme::Look();
+    HWND slider = draw.hdr.hwndFrom;
+    switch (draw.dwItemSpec) {
+        case TBCD_CHANNEL: {
+            // A rounded groove, filled from its start to the thumb.
+            RECT thumb{};
+            SendMessageW(slider, TBM_GETTHUMBRECT, 0, reinterpret_cast<LPARAM>(&thumb));
+            const int middle = (draw.rc.top + draw.rc.bottom) / 2;
+            const int half = std::max(2, Scaled(3, dpi_));
+            const RECT groove{draw.rc.left, middle - half, draw.rc.right, middle + half};
+            FillRounded(draw.hdc, groove, half, {look.track, look.track}, 0, look.buttonEdge, 0);
+            const int low = static_cast<int>(SendMessageW(slider, TBM_GETRANGEMIN, 0, 0));
+            const int high = static_cast<int>(SendMessageW(slider, TBM_GETRANGEMAX, 0, 0));
+            const int pos = static_cast<int>(SendMessageW(slider, TBM_GETPOS, 0, 0));
+            const int permille = high > low ? (pos - low) * 1000 / (high - low) : 0;
+            const COLORREF done = static_cast<int>(draw.hdr.idFrom) == IDC_MAIN_PROGRESS
+                                      ? ProgressTrackColour(look, permille, colouredProgress_)
+                                      : look.trackDone.from;
+            RECT played = groove;
+            played.right = std::max(groove.left, static_cast<LONG>((thumb.left + thumb.right) / 2));
+            FillRounded(draw.hdc, played, half, {BlendColour(done, SkinRgb(255, 255, 255), 200), done}, 0, done, 0);
+            return CDRF_SKIPDEFAULT;
+        }
+        case TBCD_THUMB: {
+            RECT r = draw.rc;
+            const int width = std::min<int>(r.right - r.left, Scaled(12, dpi_));
+            r.left = (r.left + r.right - width) / 2;
+            r.right = r.left + width;
+            InflateRect(&r, 0, -Scaled(2, dpi_));
+            const bool hot = (draw.uItemState & (CDIS_HOT | CDIS_SELECTED)) != 0 || GetFocus() == slider;
+            FillRounded(draw.hdc, r, width / 2, look.thumb, 40, hot ? look.accent : look.buttonEdge,
+                        std::max(1, Scaled(1, dpi_)));
+            return CDRF_SKIPDEFAULT;
+        }
+        default:
+            return CDRF_SKIPDEFAULT;  // no tick marks
+    }
 }
 
 void MainWindow::OnScroll(HWND slider, int code, int thumbPosition) {
@@ -352,7 +570,7 @@ void MainWindow::OnContextMenu(int x, int y) {
         x = r.left + Scaled(20, dpi_);
         y = r.top + Scaled(40, dpi_);
     }
-    TrackMenu(hwnd_, events_->ContextMenu(), x, y);
+    TrackMenu(hwnd_, events_->ContextMenu(), x, y, menuLook_);
 }
 
 void MainWindow::SetText(int id, const std::string& text) {
@@ -400,7 +618,11 @@ void MainWindow::ShowPlayback(const PlaybackTexts& t) {
     EnableWindow(GetDlgItem(hwnd_, IDC_MAIN_FORWARD), t.backForwardEnabled);
 }
 
-void MainWindow::ShowTagLine(const std::string& text) { SetText(IDC_MAIN_TAG_LINE, text); }
+void MainWindow::ShowTagLine(const std::string& text) {
+    if (shown_[IDC_MAIN_TAG_LINE] == text) return;
+    SetText(IDC_MAIN_TAG_LINE, text);
+    MeasureTagLine(true);
+}
 
 void MainWindow::SetVolumePosition(int position) {
     SendDlgItemMessageW(hwnd_, IDC_MAIN_VOLUME, TBM_SETPOS, TRUE, position);
@@ -461,6 +683,12 @@ void MainWindow::SetTips(const TransportTips& t) {
     for (const auto& tip : tips) set(tip.id, *tip.text, tip.information);
     set(IDC_MAIN_LIBRARY, t.help ? "加载“我的音乐库”" : "", false);
     set(IDC_MAIN_TAG_LINE, t.help ? "当前文件的标签信息：标题、歌手、专集、年代和其他" : "", false);
+    set(IDC_MAIN_SONG_MENU, t.help ? "从当前列表中选一首播放" : "", false);
+    set(IDC_QUICK_LYRICS, t.help ? kLyricsWindowCaption : "", false);
+    set(IDC_QUICK_INFO, t.help ? kInfoEditorTitle : "", false);
+    set(IDC_QUICK_FOLDER, t.help ? "打开文件夹" : "", false);
+    set(IDC_QUICK_SETTINGS, t.help ? kSettingsTitle : "", false);
+    set(IDC_QUICK_SKIN, t.help ? "选择界面" : "", false);
 }
 
 void MainWindow::ShowBalloon(std::optional<POINT> at, const std::string& title, const std::string& text, unsigned ms) {
@@ -472,11 +700,6 @@ void MainWindow::ShowBalloon(std::optional<POINT> at, const std::string& title, 
         at = POINT{(r.left + r.right) / 2, r.bottom};
     }
     tips_.ShowBalloon(*at, title, text, ms);
-}
-
-void MainWindow::SetOpacity(int alpha) {
-    SetWindowLongW(hwnd_, GWL_EXSTYLE, GetWindowLongW(hwnd_, GWL_EXSTYLE) | WS_EX_LAYERED);
-    SetLayeredWindowAttributes(hwnd_, 0, static_cast<BYTE>(alpha), LWA_ALPHA);
 }
 
 bool MainWindow::TakeDialogKey(const MSG& msg) {
@@ -497,6 +720,20 @@ bool MainWindow::TakeDialogKey(const MSG& msg) {
 
 void MainWindow::ShowDecoderWorkaround(bool on) {
     SetImageButtonLatched(GetDlgItem(hwnd_, IDC_MAIN_DECODER_WORKAROUND), on);
+}
+
+void MainWindow::ShowSongBlocks(bool on) {
+    HWND view = blocks_.Handle();
+    if (!view || on == ((GetWindowLongW(view, GWL_STYLE) & WS_VISIBLE) != 0)) return;
+    ShowWindow(view, on ? SW_SHOWNA : SW_HIDE);
+    Layout();
+    events_->OnMoved();  // the docked list follows the new height
+}
+
+POINT MainWindow::SongMenuPoint() const {
+    RECT r{};
+    GetWindowRect(GetDlgItem(hwnd_, IDC_MAIN_SONG_MENU), &r);
+    return {r.left, r.bottom};
 }
 
 void MainWindow::BringToFront() {

@@ -4,6 +4,8 @@
 #include <windows.h>
 // (shellapi.h needs windows.h first)
 #include <shellapi.h>
+// (commctrl.h too)
+#include <commctrl.h>
 
 #include <cstdint>
 #include <map>
@@ -12,9 +14,13 @@
 #include <vector>
 
 #include "app/Commands.h"
+#include "common/SkinDescription.h"
 #include "playback/PlaybackController.h"
 #include "playback/TransportTexts.h"
 #include "playlist/PlayQueue.h"
+#include "ui/SkinPaint_win.h"
+#include "ui/Menu_win.h"
+#include "ui/SongBlockView_win.h"
 #include "settings/TipOverrides.h"
 #include "ui/TooltipClient_win.h"
 #include "ui/WindowBase_win.h"
@@ -73,12 +79,28 @@ public:
     void SetTipOverrides(TipOverrides overrides) { tipOverrides_ = std::move(overrides); }
     // A balloon of tooltip.dll pointing at `at`, or at the display when none is given.
     void ShowBalloon(std::optional<POINT> at, const std::string& title, const std::string& text, unsigned ms);
-    void SetOpacity(int alpha);
     // The "倒制" button held down while "解码倒制" is on.
     void ShowDecoderWorkaround(bool on);
     // While on, the screen saver's and the display power-off's system commands are refused.
     void RefuseScreenSaver(bool on) { refuseScreenSaver_ = on; }
     void BringToFront();
+    // The current skin (ui/Theme_win.h): drawn anew, fonts and all.
+    void Restyle();
+    // "显示主窗体“快捷按钮”": the row of quick buttons under the status line, the window as tall as it needs.
+    void ShowQuickButtons(bool on);
+    // "L30": the running text's speed.
+    void SetRunningTextSpeed(std::optional<long long> speed);
+    // "进度滑道变色": the played part of the progress track changes colour as the file plays.
+    void SetColouredProgress(bool on);
+    // A menu under the control `id` (a quick button's).
+    void ShowMenuUnder(int id, const std::vector<MenuLine>& lines);
+    // How its right-click menu looks.
+    void SetMenuLook(const MenuLook& look) { menuLook_ = look; }
+    // The block view of the song choice under the controls, shown or hidden; the window grows to hold it.
+    void ShowSongBlocks(bool on);
+    void SetSongBlocks(const std::vector<std::string>& lines, int current) { blocks_.SetEntries(lines, current); }
+    // Where the song menu opens from its button: the button's lower left corner on the screen.
+    POINT SongMenuPoint() const;
     // The keys of a dialog, for the window and its controls: Tab and Shift+Tab move the focus between
     // the controls, Enter clicks the focused button. True when `msg` was such a key.
     bool TakeDialogKey(const MSG& msg);
@@ -94,6 +116,14 @@ private:
     void OnContextMenu(int x, int y);
     void SetText(int id, const std::string& text);
     void SetTip(int id, const std::string& text);
+    void PaintBackdrop(HDC dc, const RECT& client) const;
+    LRESULT ColourControl(HDC dc, HWND control, bool button);
+    // The tag line runs when it does not fit; these measure, move and draw it.
+    void MeasureTagLine(bool newText);
+    // `seen`: whether the window can be seen, when the system is about to change it.
+    void UpdateScrollTimer(std::optional<bool> seen = std::nullopt);
+    void DrawTagLine(const DRAWITEMSTRUCT& item);
+    LRESULT DrawSlider(NMCUSTOMDRAW& draw);
 
     MainWindowEvents* events_ = nullptr;
     HWND status_ = nullptr;
@@ -112,6 +142,14 @@ private:
     // What each control shows now, by control id (status bar parts by -1 - part).
     std::map<int, std::string> shown_;
     bool refuseScreenSaver_ = false;
+    Backdrop backdrop_;
+    RunningText runningText_;
+    ScrollPace pace_ = RunningTextPace(std::nullopt);
+    bool scrolling_ = false;  // the running text's timer runs
+    bool colouredProgress_ = false;
+    bool quickButtons_ = true;
+    MenuLook menuLook_;
+    SongBlockView blocks_;
 };
 
 }  // namespace lumora

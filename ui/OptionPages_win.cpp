@@ -10,6 +10,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "common/SkinDescription.h"
 #include "platform/WinText_win.h"
 #include "playback/VideoSizing.h"
 #include "settings/OptionForm.h"
@@ -28,7 +29,7 @@ namespace {
 using namespace ids;
 
 enum class Row {
-    Check,    // a check box; with `companion`, a number field or list after its caption
+    Check,    // a check box; with `companion`, a number field, list or colour button (`text2`) after its caption
     Radio,    // a radio group: `text`, `text2` and, for three choices, `text3`
     Slider,   // a label ("text" + the number) over a slider
     Number,   // a label with a number field after it
@@ -63,14 +64,9 @@ constexpr std::string_view kSongMenuWarning = "设置不当“选歌”菜单会
 // Where the list window opens at start, by the number kept for it.
 constexpr std::string_view kListPlaces[] = {"上次的位置", "主窗体右侧", "主窗体下方"};
 
-// The skins a user may choose, with the number each keeps in the store.
-struct Skin {
-    int value;
-    std::string_view name;
-};
-constexpr Skin kSkins[] = {
-    {0, "界面1：黄色旋风"}, {1, "界面2：蓝色海洋"}, {2, "界面3：夜空"}, {5, "界面4：青竹"}, {6, "界面5：银灰"},
-};
+// The colour buttons of the balloons, and of the windows' own background and text.
+constexpr std::string_view kBackColourButton = "背景颜色...";
+constexpr std::string_view kTextColourButton = "文字颜色...";
 
 // clang-format off
 std::vector<PageRows> Pages() {
@@ -131,8 +127,8 @@ std::vector<PageRows> Pages() {
             {R::Check, opt::kShortcutButtons, "显示主窗体“快捷按钮”"},
             {R::Check, opt::kXpMenus, "使用XP菜单（Win98/ME不适合使用此功能）取消时必须重启此软件"},
             {R::Check, opt::kNoWindowFades, "关闭“窗口”渐变效果。"},
-            {R::Check, opt::kBackgroundColours, "“背景”", {}, {}, "打开设置“背景”选项。"},
-            {R::Check, opt::kPanelTextColours, "“字颜色”", {}, {}, "打开“设置面板的颜色”选项。"},
+            {R::Check, opt::kBackgroundColours, "“背景”", kBackColourButton, {}, "打开设置“背景”选项。", 0, opt::kBackColour},
+            {R::Check, opt::kPanelTextColours, "“字颜色”", kTextColourButton, {}, "打开“设置面板的颜色”选项。", 0, opt::kPanelTextColour},
             {R::Check, opt::kMenuColours, "“菜单”", {}, {}, "打开设置“菜单”选项。"},
             {R::Colour, opt::kMenuBackColour, "“字颜色1”", {}, {}, kMenuColourTip, 12},
             {R::Colour, opt::kMenuTextColour, "“字颜色2”", {}, {}, kMenuColourTip, 12},
@@ -141,8 +137,8 @@ std::vector<PageRows> Pages() {
             {R::Check, opt::kBalloonHelp, "“显示“气泡”式帮助提示文本”"},
             {R::Check, opt::kInfoBalloons, "“显示“气泡”式信息提示文本”"},
             {R::Check, opt::kDefaultBalloonColours, "“气泡”提示文本，使用默认颜色"},
-            {R::Colour, opt::kBalloonBackColour, "背景颜色...", {}, {}, {}, 12},
-            {R::Colour, opt::kBalloonTextColour, "文字颜色...", {}, {}, {}, 12},
+            {R::Colour, opt::kBalloonBackColour, kBackColourButton, {}, {}, {}, 12},
+            {R::Colour, opt::kBalloonTextColour, kTextColourButton, {}, {}, {}, 12},
             {R::Check, opt::kStartupInfoBalloon, "启动提示软件信息(气泡提示)"},
             {R::Check, opt::kPlayInfoBalloon, "播放信息(气泡提示)"},
             {R::Check, opt::kHourlyChime, "整点报时(气泡提示)"},
@@ -215,7 +211,13 @@ public:
                     const short h = static_cast<short>(lines * kLineHeight + 2);
                     add(DialogTemplate::kButton, Id(r.option), r.text, x, y, std::min(textWidth, width), h,
                         BS_AUTOCHECKBOX | BS_MULTILINE | BS_TOP | WS_TABSTOP | WS_GROUP);
-                    if (!r.companion.empty() && FindFormItem(r.companion)->kind == FormControl::Choice) {
+                    if (!r.companion.empty() && FindFormItem(r.companion)->kind == FormControl::Colour) {
+                        const short bx = static_cast<short>(x + textWidth + 4);
+                        add(DialogTemplate::kButton, Id(r.companion), r.text2, bx, static_cast<short>(y - 2), 56, 13,
+                            BS_PUSHBUTTON | WS_TABSTOP);
+                        add(DialogTemplate::kStatic, Id(r.companion, 3), "", static_cast<short>(bx + 60),
+                            static_cast<short>(y - 1), 24, 11, SS_NOTIFY | WS_BORDER);
+                    } else if (!r.companion.empty() && FindFormItem(r.companion)->kind == FormControl::Choice) {
                         t.AddControl(WC_COMBOBOXW, static_cast<WORD>(Id(r.companion)), L"",
                                      static_cast<short>(x + textWidth + 4), static_cast<short>(y - 2), 80, 80,
                                      CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP);
@@ -318,7 +320,7 @@ public:
                 const FormItem* c = FindFormItem(r.companion);
                 if (c->kind == FormControl::Choice) {
                     FillList(GetDlgItem(page, Id(r.companion)), r.companion, ShownValue(*c, edited_));
-                } else {
+                } else if (c->kind != FormControl::Colour) {
                     SetDlgItemTextW(page, Id(r.companion), Widen(std::to_string(ShownValue(*c, edited_))).c_str());
                 }
             }
@@ -339,9 +341,9 @@ public:
             case WM_COMMAND: {
                 const int id = LOWORD(wp);
                 for (const RowLayout& r : layout_.rows) {
-                    if (r.kind == Row::Colour && (id == Id(r.option) || id == Id(r.option, 3)) &&
-                        HIWORD(wp) == BN_CLICKED) {
-                        PickColour(r.option);
+                    const std::string_view colour = ColourOf(r);
+                    if (!colour.empty() && (id == Id(colour) || id == Id(colour, 3)) && HIWORD(wp) == BN_CLICKED) {
+                        PickColour(colour);
                         return Answer(result, TRUE);
                     }
                 }
@@ -352,9 +354,8 @@ public:
                 const int id = GetDlgCtrlID(reinterpret_cast<HWND>(lp));
                 auto dc = reinterpret_cast<HDC>(wp);
                 for (const RowLayout& r : layout_.rows) {
-                    if (r.kind == Row::Colour && id == Id(r.option, 3)) {
-                        return Answer(result, Brush(Colour(r.option)));
-                    }
+                    const std::string_view colour = ColourOf(r);
+                    if (!colour.empty() && id == Id(colour, 3)) return Answer(result, Brush(Colour(colour)));
                 }
                 if (id == IDC_SET_BALLOON_PREVIEW && IsWindowEnabled(reinterpret_cast<HWND>(lp))) {
                     SetTextColor(dc, Colour(opt::kBalloonTextColour));
@@ -363,7 +364,7 @@ public:
                 }
                 if (id == IDC_SET_SONG_MENU_WARNING) {
                     HBRUSH panel = Theme::PaintPanel(dc);
-                    SetTextColor(dc, Theme::kAccent);
+                    SetTextColor(dc, Theme::Accent());
                     return Answer(result, panel);
                 }
                 return false;
@@ -393,6 +394,7 @@ private:
         for (const RowLayout& r : layout_.rows) {
             if (r.kind == Row::Check && !r.companion.empty()) {
                 PlaceAfter(GetDlgItem(page_, Id(r.option)), checkBox, GetDlgItem(page_, Id(r.companion)));
+                PlaceAfter(GetDlgItem(page_, Id(r.companion)), -1, GetDlgItem(page_, Id(r.companion, 3)));
             } else if (r.kind == Row::Choice) {
                 HWND list = GetDlgItem(page_, Id(r.option));
                 PlaceAfter(GetDlgItem(page_, Id(r.option, 3)), 0, list);
@@ -460,7 +462,7 @@ private:
             if (data == value) SendMessageW(list, CB_SETCURSEL, static_cast<WPARAM>(at), 0);
         };
         if (option == opt::kSkin) {
-            for (const Skin& s : kSkins) addEntry(s.name, s.value);
+            for (const SkinChoice& s : SkinChoices()) addEntry(s.name, s.value);
         } else if (option == opt::kSongMenuLayout) {
             for (int i = 0; i <= 99; ++i) addEntry(SongMenuLayoutEntry(i), i);
         } else if (option == opt::kListWindowPlace) {
@@ -548,6 +550,13 @@ private:
         InvalidateRect(GetDlgItem(page_, IDC_SET_BALLOON_PREVIEW), nullptr, TRUE);
     }
 
+    // The colour a row picks: a colour row's own, or its check box's companion.
+    static std::string_view ColourOf(const RowLayout& r) {
+        if (r.kind == Row::Colour) return r.option;
+        const FormItem* c = r.companion.empty() ? nullptr : FindFormItem(r.companion);
+        return c && c->kind == FormControl::Colour ? r.companion : std::string_view{};
+    }
+
     // Controls whose state follows another one on the same page.
     void UpdateDependents() {
         if (GetDlgItem(page_, IDC_SET_BALLOON_PREVIEW)) {
@@ -566,6 +575,13 @@ private:
             const bool overflows = SongMenuOverflows(at == CB_ERR ? 0 : static_cast<int>(at), autoType,
                                                      work.bottom - work.top, GetSystemMetrics(SM_CYMENUSIZE));
             ShowWindow(warning, overflows ? SW_SHOW : SW_HIDE);
+        }
+        // The windows' own colours count only while their check box is on.
+        for (const auto& [check, colour] : {std::pair{opt::kBackgroundColours, opt::kBackColour},
+                                            std::pair{opt::kPanelTextColours, opt::kPanelTextColour}}) {
+            if (!GetDlgItem(page_, Id(colour))) continue;
+            const bool on = IsDlgButtonChecked(page_, Id(check)) == BST_CHECKED;
+            for (int id : {Id(colour), Id(colour, 3)}) EnableWindow(GetDlgItem(page_, id), on);
         }
         if (HWND delay = GetDlgItem(page_, Id(opt::kVolumeFadeDelay))) {
             EnableWindow(delay, IsDlgButtonChecked(page_, Id(opt::kNoVolumeFade)) != BST_CHECKED);

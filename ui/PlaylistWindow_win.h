@@ -9,6 +9,7 @@
 
 #include "app/Commands.h"
 #include "settings/WindowPlacement.h"
+#include "ui/Menu_win.h"
 #include "ui/WindowBase_win.h"
 
 namespace lumora {
@@ -32,17 +33,22 @@ public:
     void Select(int index);
     // The selected line, 1-based; 0 for none.
     int SelectedIndex() const;
-    bool Visible() const { return hwnd_ && IsWindowVisible(hwnd_); }
+    // False while it fades out.
+    bool Visible() const;
     void SetCaption(const std::string& caption);
     // The information tip on the list ("L22" "1": the classic tip, otherwise a balloon).
     void CreateInfoTip(bool classic);
     void Toggle();
-    // Follows the main window while docked.
+    // Follows the main window while docked (ListDock), also after a drag docked it.
     void FollowOwner();
     // A kept place (in pixels) gives the window its size and, undocked, its place; `dock` (StartListDock)
     // the edge it docks to.
     void Restore(const std::optional<WindowRect>& kept, ListDock dock);
     WindowRect Place() const;
+    // The current skin (ui/Theme_win.h).
+    void Restyle();
+    // How its right-click menu looks.
+    void SetMenuLook(const MenuLook& look) { menuLook_ = look; }
 
     LRESULT OnMessage(UINT msg, WPARAM wp, LPARAM lp);
 
@@ -50,6 +56,7 @@ private:
     void OnContextMenu(int x, int y);
     void OnMoving(RECT& r);
     void UpdateInfoTip();
+    void DrawLine(const DRAWITEMSTRUCT& item) const;
 
     PlaylistCommands* commands_ = nullptr;
     HWND owner_ = nullptr;
@@ -58,6 +65,7 @@ private:
     int pointed_ = 0;  // the entry under the pointer (from 1), 0 while it is over none: the tip tells of it
     ListDock dock_ = ListDock::Right;
     int dpi_ = 96;  // the DPI its font and sizes are for
+    MenuLook menuLook_;
 };
 
 }  // namespace lumora

@@ -7,6 +7,9 @@
 #include "platform/WinText_win.h"
 #include "ui/ControlIds.h"
 #include "ui/DialogTemplate_win.h"
+#include "ui/Dpi_win.h"
+#include "ui/ImageButton_win.h"
+#include "ui/SkinPaint_win.h"
 #include "ui/Theme_win.h"
 
 namespace lumora {
@@ -23,6 +26,73 @@ constexpr short kButtonsHeight = 22;
 
 // The dialog open now: the keyboard hook of its modal loop finds it here (one settings dialog at a time).
 SettingsDialog* g_open = nullptr;
+
+// The tab strip drawn in the skin: the system's own is drawn in the system's colours only.
+void PaintTabs(HWND tabs, HDC target) {
+    const SkinLook& look = Theme::Look();
+    const int dpi = WindowDpi(tabs);
+    RECT client;
+    GetClientRect(tabs, &client);
+    BufferedDc buffer(target, client);
+    HDC dc = buffer.Get();
+    RECT page = client;
+    TabCtrl_AdjustRect(tabs, FALSE, &page);
+    RECT header = client;
+    header.bottom = page.top - Scaled(2, dpi);
+    FillRect(dc, &client, Theme::SolidBrush(look.tabFace));
+    // The page's frame.
+    RECT frame{client.left, header.bottom, client.right, client.bottom};
+    FillRounded(dc, frame, 0, {look.panel, look.panel}, 0, look.buttonEdge, 1);
+    HFONT font = reinterpret_cast<HFONT>(SendMessageW(tabs, WM_GETFONT, 0, 0));
+    HGDIOBJ oldFont = SelectObject(dc, font);
+    SetBkMode(dc, TRANSPARENT);
+    const int current = TabCtrl_GetCurSel(tabs);
+    for (int i = 0; i < TabCtrl_GetItemCount(tabs); ++i) {
+        RECT r;
+        TabCtrl_GetItemRect(tabs, i, &r);
+        wchar_t text[64] = {};
+        TCITEMW item{};
+        item.mask = TCIF_TEXT;
+        item.pszText = text;
+        item.cchTextMax = static_cast<int>(std::size(text));
+        TabCtrl_GetItem(tabs, i, &item);
+        const bool chosen = i == current;
+        InflateRect(&r, -Scaled(1, dpi), 0);
+        if (chosen) {
+            r.bottom = header.bottom + 1;  // it opens into its page
+            FillRounded(dc, r, Scaled(4, dpi), {BlendColour(look.panel, look.accent, 300), look.panel}, 0,
+                        look.buttonEdge, 1);
+            RECT mark{r.left + Scaled(3, dpi), r.top + 1, r.right - Scaled(3, dpi), r.top + 1 + Scaled(2, dpi)};
+            FillRect(dc, &mark, Theme::SolidBrush(look.accent));
+            RECT join{r.left + 1, header.bottom, r.right - 1, header.bottom + 1};
+            FillRect(dc, &join, Theme::SolidBrush(look.panel));
+        } else {
+            FillRounded(dc, r, Scaled(4, dpi), {BlendColour(look.tabFace, look.text, 60), look.tabFace}, 0,
+                        BlendColour(look.tabFace, look.buttonEdge, 500), 1);
+        }
+        SetTextColor(dc, chosen ? look.text : BlendColour(look.text, look.tabFace, 300));
+        DrawTextW(dc, text, -1, &r, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+    }
+    SelectObject(dc, oldFont);
+}
+
+LRESULT CALLBACK TabsProc(HWND tabs, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR, DWORD_PTR) {
+    switch (msg) {
+        case WM_ERASEBKGND:
+            return 1;
+        case WM_PAINT: {
+            PAINTSTRUCT ps;
+            HDC dc = BeginPaint(tabs, &ps);
+            PaintTabs(tabs, dc);
+            EndPaint(tabs, &ps);
+            return 0;
+        }
+        case WM_NCDESTROY:
+            RemoveWindowSubclass(tabs, TabsProc, 1);
+            break;
+    }
+    return DefSubclassProc(tabs, msg, wp, lp);
+}
 
 }  // namespace
 
@@ -52,9 +122,14 @@ public:
                     Theme::PlainCheckBox(c);
                 }
             }
+            MakeImageButtons(hwnd_);
             return FALSE;
         }
         INT_PTR result = FALSE;
+        if (msg == WM_DRAWITEM && reinterpret_cast<const DRAWITEMSTRUCT*>(lp)->CtlType == ODT_BUTTON) {
+            DrawImageButton(*reinterpret_cast<const DRAWITEMSTRUCT*>(lp));
+            return TRUE;
+        }
         if (page_.OnMessage(hwnd_, msg, wp, lp, result)) return result;
         if (msg == WM_CTLCOLORDLG || msg == WM_CTLCOLORSTATIC || msg == WM_CTLCOLORBTN) {
             return reinterpret_cast<INT_PTR>(Theme::PaintPanel(reinterpret_cast<HDC>(wp)));
@@ -111,7 +186,10 @@ void SettingsDialog::FitTabs() {
 void SettingsDialog::OnInit() {
     SetWindowTextW(hwnd_, Widen(kSettingsTitle).c_str());
     if (onOpen_) onOpen_(hwnd_);
+    Theme::Caption(hwnd_);
     HWND tabs = GetDlgItem(hwnd_, IDC_SET_TABS);
+    SetWindowSubclass(tabs, TabsProc, 1, 0);
+    MakeImageButtons(hwnd_);
     for (size_t i = 0; i < pages_.size(); ++i) {
         std::wstring title = pages_[i]->Title();
         TCITEMW item{};
@@ -188,6 +266,18 @@ INT_PTR SettingsDialog::OnDialogMessage(UINT msg, WPARAM wp, LPARAM lp) {
         case WM_SIZE:  // a DPI change has scaled the tab strip
             PlacePages();
             return FALSE;
+        case WM_ERASEBKGND: {
+            RECT client;
+            GetClientRect(hwnd_, &client);
+            FillGradient(reinterpret_cast<HDC>(wp), client, Theme::Look().background);
+            SetWindowLongPtrW(hwnd_, DWLP_MSGRESULT, 1);
+            return TRUE;
+        }
+        case WM_CTLCOLORBTN:  // behind the buttons' corners, at the foot of the background
+            return reinterpret_cast<INT_PTR>(Theme::SolidBrush(Theme::Look().background.to));
+        case WM_DRAWITEM:
+            DrawImageButton(*reinterpret_cast<const DRAWITEMSTRUCT*>(lp));
+            return TRUE;
         case WM_CLOSE:
             EndDialog(hwnd_, IDCANCEL);
             return TRUE;

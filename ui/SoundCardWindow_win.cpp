@@ -12,6 +12,7 @@
 #include "platform/WinText_win.h"
 #include "ui/ControlIds.h"
 #include "ui/DialogTemplate_win.h"
+#include "ui/ImageButton_win.h"
 #include "ui/Prompts_win.h"
 #include "ui/Theme_win.h"
 #include "ui/TipGuard_win.h"
@@ -33,6 +34,10 @@ public:
         switch (msg) {
             case WM_INITDIALOG:
                 OnInit();
+                MakeImageButtons(hwnd_);
+                return TRUE;
+            case WM_DRAWITEM:  // its push buttons are image buttons
+                DrawImageButton(*reinterpret_cast<const DRAWITEMSTRUCT*>(lp));
                 return TRUE;
             case WM_CTLCOLORDLG:
             case WM_CTLCOLORBTN:
@@ -42,7 +47,7 @@ public:
                 HBRUSH brush = Theme::PaintPanel(dc);
                 const int id = GetDlgCtrlID(reinterpret_cast<HWND>(lp));
                 if (id == IDC_SOUND_FORMATS_HEADING || id == IDC_SOUND_FUNCTIONS_HEADING) {
-                    SetTextColor(dc, Theme::kAccent);
+                    SetTextColor(dc, Theme::Accent());
                 }
                 return reinterpret_cast<INT_PTR>(brush);
             }

@@ -71,14 +71,14 @@ LRESULT SplashWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
             GetClientRect(hwnd_, &r);
             r.bottom -= Scaled(50, dpi_);
             SetBkMode(dc, TRANSPARENT);
-            SetTextColor(dc, Theme::kAccent);
+            SetTextColor(dc, Theme::Accent());
             HFONT big =
                 CreateFontW(Scaled(-40, dpi_), 0, 0, 0, FW_BOLD, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
                             OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY, DEFAULT_PITCH, L"MS Shell Dlg");
             HGDIOBJ old = SelectObject(dc, big);
             DrawTextW(dc, L"Lumora", -1, &r, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
             SelectObject(dc, Theme::UiFont(dpi_));
-            SetTextColor(dc, Theme::kText);
+            SetTextColor(dc, Theme::Text());
             RECT version = r;
             version.top = r.bottom - Scaled(40, dpi_);
             const std::wstring text = L"版本 " + Widen(kVersionText);
@@ -90,8 +90,8 @@ LRESULT SplashWindow::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
         }
         case WM_CTLCOLORSTATIC: {
             HDC dc = reinterpret_cast<HDC>(wp);
-            SetTextColor(dc, Theme::kText);
-            SetBkColor(dc, Theme::kBackground);
+            SetTextColor(dc, Theme::Text());
+            SetBkColor(dc, Theme::Background());
             return reinterpret_cast<LRESULT>(Theme::BackgroundBrush());
         }
         case WM_TIMER:

@@ -3,13 +3,14 @@
 #include <string>
 
 #include "platform/WinText_win.h"
+#include "ui/Boxes_win.h"
 
 namespace lumora {
 namespace {
 
 void ShowFaultBox(const char* what) {
-    MessageBoxW(nullptr, (L"Lumora 内部出错，这一操作没有完成，程序继续运行。\n\n" + Widen(what)).c_str(), L"Lumora",
-                MB_OK | MB_ICONWARNING | MB_TASKMODAL);
+    ShowBox(GetActiveWindow(), "Lumora 内部出错，这一操作没有完成，程序继续运行。\n\n" + std::string(what), "Lumora",
+            BoxButtons::Ok);
 }
 
 WindowFaultReporter gReporter = ShowFaultBox;

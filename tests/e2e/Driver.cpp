@@ -145,6 +145,27 @@ RECT AskRect(HWND control, UINT message) {
     return r;
 }
 
+HWND PageControl(HWND dialog, int id) {
+    for (HWND page = FindWindowExW(dialog, nullptr, L"#32770", nullptr); page;
+         page = FindWindowExW(dialog, page, L"#32770", nullptr)) {
+        if (HWND control = GetDlgItem(page, id)) return control;
+    }
+    return nullptr;
+}
+
+bool TextFits(HWND control) {
+    const std::wstring text = Widen(Text(control));
+    HDC dc = GetDC(control);
+    HGDIOBJ old = SelectObject(dc, reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0)));
+    SIZE size{};
+    GetTextExtentPoint32W(dc, text.c_str(), static_cast<int>(text.size()), &size);
+    SelectObject(dc, old);
+    ReleaseDC(control, dc);
+    RECT r;
+    GetClientRect(control, &r);
+    return size.cx <= r.right && size.cy <= r.bottom;
+}
+
 int Seconds(const std::string& hhmmss) {
     int h = 0, m = 0, s = 0;
     if (std::sscanf(hhmmss.c_str(), "%d:%d:%d", &h, &m, &s) != 3) return -1;

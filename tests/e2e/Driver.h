@@ -66,6 +66,10 @@ inline std::string ToolTipText(HWND tips, HWND control) {
 HWND HelpTips(HWND window);
 // A rectangle a control answers into memory (TBM_GETTHUMBRECT, TBM_GETCHANNELRECT).
 RECT AskRect(HWND control, UINT message);
+// A control of one of the settings dialog's pages (each page is a child dialog of the frame).
+HWND PageControl(HWND dialog, int id);
+// The control's text fits it (width and height) in the control's own font.
+bool TextFits(HWND control);
 // "00:01:02" in seconds; -1 for anything else ("-").
 int Seconds(const std::string& hhmmss);
 

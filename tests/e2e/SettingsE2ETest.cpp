@@ -16,15 +16,6 @@ namespace {
 
 using namespace ids;
 
-// A control of one of the dialog's pages (each page is a child dialog of the frame).
-HWND PageControl(HWND dialog, int id) {
-    for (HWND page = FindWindowExW(dialog, nullptr, L"#32770", nullptr); page;
-         page = FindWindowExW(dialog, page, L"#32770", nullptr)) {
-        if (HWND control = GetDlgItem(page, id)) return control;
-    }
-    return nullptr;
-}
-
 // Every key and value below `path`, with each value's type and bytes.
 using Tree = std::map<std::wstring, std::wstring>;
 void Snapshot(const std::wstring& path, Tree& tree) {
@@ -152,7 +143,7 @@ TEST_F(SessionTest, SettingsShowTheStoredOptionsAndSaveThemOnlyOnConfirmation) {
     StoreOption("L26", "1");
     ASSERT_TRUE(lumora_.Start(""));
     const auto topmost = [&] { return (GetWindowLongW(lumora_.main, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; };
-    EXPECT_TRUE(topmost());
+    EXPECT_TRUE(WaitFor(topmost));  // (the windows exist before the options are applied to them)
     HWND dialog = OpenBox(lumora_.main, IDM_SETTINGS, kSettingsTitle);
     ASSERT_NE(dialog, nullptr);
     const int back = FormControlId(opt::kBackSeconds);

@@ -15,21 +15,6 @@ namespace {
 
 using namespace ids;
 
-// The label's text fits its control (width and height) in the control's own font.
-bool TextFits(HWND parent, int id) {
-    HWND label = GetDlgItem(parent, id);
-    const std::wstring text = Widen(ControlText(parent, id));
-    HDC dc = GetDC(label);
-    HGDIOBJ old = SelectObject(dc, reinterpret_cast<HGDIOBJ>(SendMessageW(label, WM_GETFONT, 0, 0)));
-    SIZE size{};
-    GetTextExtentPoint32W(dc, text.c_str(), static_cast<int>(text.size()), &size);
-    SelectObject(dc, old);
-    ReleaseDC(label, dc);
-    RECT r;
-    GetClientRect(label, &r);
-    return size.cx <= r.right && size.cy <= r.bottom;
-}
-
 // The colours of the window's client area as the screen shows it, every fourth pixel each way: one
 // for an unpainted picture.
 size_t ScreenColours(HWND window) {
@@ -126,8 +111,8 @@ TEST_P(SoundPlayback, LongFileThroughTheTransport) {
     ASSERT_TRUE(WaitFor([&] { return lumora_.Time() >= a + 2; }));
     PostMessageW(lumora_.main, WM_COMMAND, MAKEWPARAM(IDC_MAIN_SEGMENT_B, STN_CLICKED), 0);
     ASSERT_TRUE(WaitFor([&] { return ControlText(lumora_.main, IDC_MAIN_SEGMENT_B) != "B=N/A"; }));
-    EXPECT_TRUE(TextFits(lumora_.main, IDC_MAIN_SEGMENT_A));
-    EXPECT_TRUE(TextFits(lumora_.main, IDC_MAIN_SEGMENT_B));
+    EXPECT_TRUE(TextFits(GetDlgItem(lumora_.main, IDC_MAIN_SEGMENT_A)));
+    EXPECT_TRUE(TextFits(GetDlgItem(lumora_.main, IDC_MAIN_SEGMENT_B)));
     const int b = Seconds(ControlText(lumora_.main, IDC_MAIN_SEGMENT_B).substr(2));
     int loops = 0;
     for (int previous = lumora_.Time(), i = 0; i < 100 && loops < 5; ++i) {

@@ -189,15 +189,29 @@ TEST(IniFiles, TheUsersOwnFileTakesOverFromTheWindowsDirectoryAndAnUnreadableOne
     EXPECT_FALSE(WriteScratchValue(ini, "y"));
     EXPECT_EQ(fs.files[mine], taken);
     fs.unreadable.clear();
-    // The window opacity only when switched on and in range.
-    for (const auto& [check, value, opacity] :
-         {std::tuple<const char*, const char*, std::optional<int>>{"1", "20", 20}, {"1", "255", 255}, {"1", "19", std::nullopt},
-          {"1", "256", std::nullopt}, {"1", "abc", std::nullopt}, {"0", "200", std::nullopt}}) {
+    // The windows' opacity, opaque while switched off and wherever a value is no number of 20 to 255.
+    for (const auto& [check, value, alpha] : {std::tuple<const char*, const char*, int>{"1", "20", 20},
+                                              {"1", " 255 ", 255},
+                                              {"1", "19", 255},
+                                              {"1", "256", 255},
+                                              {"1", "1000", 255},
+                                              {"1", "abc", 255},
+                                              {"1", "", 255},
+                                              {"0", "200", 255},
+                                              {"2", "200", 255}}) {
         ini.Write(std::string(kPlayerIniFile), "透明度", "form_tm_check1", check);
-        ini.Write(std::string(kPlayerIniFile), "透明度", "form_tm_0", value);
-        EXPECT_EQ(ReadWindowOpacity(ini, TransparentWindow::Main), opacity) << check << "/" << value;
-        EXPECT_EQ(ReadWindowOpacity(ini, TransparentWindow::List), std::nullopt);
+        ini.Write(std::string(kPlayerIniFile), "透明度", "form_tm_2", value);
+        const WindowTransparency t = LoadWindowTransparency(ini);
+        EXPECT_EQ(t.AlphaOf(TransparentWindow::Lyrics), alpha) << check << "/" << value;
+        EXPECT_EQ(t.AlphaOf(TransparentWindow::Main), 255);
     }
+    // What the settings page keeps comes back, each value brought into range.
+    WindowTransparency kept{true, {19, 128, 300}};
+    ASSERT_TRUE(SaveWindowTransparency(ini, kept));
+    EXPECT_EQ(ini.Read(std::string(kPlayerIniFile), "透明度", "form_tm_0"), "20");
+    EXPECT_EQ(LoadWindowTransparency(ini), (WindowTransparency{true, {20, 128, 255}}));
+    fs.unreadable.push_back(mine);
+    EXPECT_FALSE(SaveWindowTransparency(ini, {}));
 }
 
 const WindowRect kMonitors[] = {{0, 0, 1024, 768}, {1024, 0, 2048, 768}};
@@ -214,8 +228,8 @@ TEST(WindowPlacement, KeptPlacesAndTheirValues) {
 
     values["F4L"] = 1440 * 20;  // on the second monitor
     EXPECT_TRUE(KeptPlace(kPlaylistWindowPlace, read, dpi, kMonitors));
-    values["F4L"] = 1440 * 30;  // right of every monitor
-    EXPECT_FALSE(KeptPlace(kPlaylistWindowPlace, read, dpi, kMonitors));
+    values["F4L"] = 1440 * 30;  // right of every monitor: moved onto the nearest
+    EXPECT_EQ(KeptPlace(kPlaylistWindowPlace, read, dpi, kMonitors), (WindowRect{1856, 120, 2048, 240}));
     values["F4L"] = 0;
     values["F4H"] = 0;
     EXPECT_FALSE(KeptPlace(kPlaylistWindowPlace, read, dpi, kMonitors));
@@ -226,7 +240,7 @@ TEST(WindowPlacement, KeptPlacesAndTheirValues) {
     values = {{"LEFT", 0}, {"TOP", 0}};
     EXPECT_EQ(KeptPlace(kMainWindowPlace, read, dpi, kMonitors, {5, 5, 465, 305}), (WindowRect{0, 0, 460, 300}));
     values["LEFT"] = -460 * 15;  // ends exactly where the first monitor begins
-    EXPECT_FALSE(KeptPlace(kMainWindowPlace, read, dpi, kMonitors, {5, 5, 465, 305}));
+    EXPECT_EQ(KeptPlace(kMainWindowPlace, read, dpi, kMonitors, {5, 5, 465, 305}), (WindowRect{0, 0, 460, 300}));
 
     using Values = std::vector<std::pair<std::string_view, std::string>>;
     EXPECT_EQ(PlaceValues(kPlaylistWindowPlace, {96, 48, 288, 144}, {96, 96}),
