@@ -397,6 +397,7 @@ void App::FileClosed() {
 
 void App::FileOpened(const std::string& path) {
     displayClosedByUser_ = false;
+    pointerMs_.reset();  // a time of the last file
     UpdateTimers();
     // "当正在播放的媒体文件装有“歌词”时，自动打开…" / "…没有“歌词”时，自动关闭“音频\歌词显示”窗口"
     if (lyrics_.Load(path)) {

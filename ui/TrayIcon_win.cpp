@@ -29,6 +29,7 @@ bool TrayIcon::Show(HWND owner, const std::wstring& tip) {
 }
 
 void TrayIcon::SetTip(const std::wstring& tip) {
+    if (tip == tip_) return;
     tip_ = tip;
     if (shown_) Notify(NIM_MODIFY);
 }

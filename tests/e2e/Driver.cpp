@@ -112,15 +112,25 @@ std::string AskInto(HWND window, UINT message, WPARAM wParam, size_t bytes,
     return out;
 }
 
-std::string ToolTipText(HWND tips, HWND control) {
+HWND HelpTips(HWND window) {
+    HWND tips = nullptr;
+    for (HWND w : AllWindows(L"tooltips_class32")) {
+        if (GetWindow(w, GW_OWNER) == window &&
+            (!tips || SendMessageW(w, TTM_GETTOOLCOUNT, 0, 0) > SendMessageW(tips, TTM_GETTOOLCOUNT, 0, 0)))
+            tips = w;
+    }
+    return tips;
+}
+
+std::string ToolText(HWND tips, HWND owner, UINT_PTR id) {
     // The tool's record, then room for its text, which the record points at.
     constexpr size_t kChars = 1024;
     const std::string answer =
         AskInto(tips, TTM_GETTEXTW, kChars, sizeof(TOOLINFOW) + kChars * sizeof(wchar_t), [&](char* remote) {
             TOOLINFOW info{};
             info.cbSize = TTTOOLINFOW_V2_SIZE;
-            info.hwnd = GetParent(control);
-            info.uId = reinterpret_cast<UINT_PTR>(control);
+            info.hwnd = owner;
+            info.uId = id;
             info.lpszText = reinterpret_cast<wchar_t*>(remote + sizeof(TOOLINFOW));
             return std::string(reinterpret_cast<const char*>(&info), sizeof info);
         });

@@ -57,8 +57,13 @@ inline std::string ControlText(HWND parent, int id) { return Text(GetDlgItem(par
 void SetControlText(HWND parent, int id, const std::string& text);
 // Waits until the control shows `expected`; fails with what it shows in the end.
 ::testing::AssertionResult Shows(HWND parent, int id, const std::string& expected, DWORD ms = kTimeoutMs);
-// The text a tooltip window holds for `control` (a tool added by its window handle).
-std::string ToolTipText(HWND tips, HWND control);
+// The text a tooltip window holds for tool `id` of `owner`; for `control` (a tool added by its window handle).
+std::string ToolText(HWND tips, HWND owner, UINT_PTR id);
+inline std::string ToolTipText(HWND tips, HWND control) {
+    return ToolText(tips, GetParent(control), reinterpret_cast<UINT_PTR>(control));
+}
+// The balloon-help window of tooltip.dll on `window`: of the tip windows it owns, the one with the most tools.
+HWND HelpTips(HWND window);
 // A rectangle a control answers into memory (TBM_GETTHUMBRECT, TBM_GETCHANNELRECT).
 RECT AskRect(HWND control, UINT message);
 // A control of one of the settings dialog's pages (each page is a child dialog of the frame).

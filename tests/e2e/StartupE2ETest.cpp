@@ -76,17 +76,9 @@ TEST_F(LumoraE2E, OneSessionFromAnEmptyStartToItsCloseThenTheDefaultList) {
     HWND main = lumora_.main, list = lumora_.list;
 
     // Every control has a tip, and the tips follow the player.
-    // The component's help window is the one the main window owns with the most tools (the playlist has its
-    // own, and the component's balloon has one tool).
+    // The component's help window (the playlist has its own, the component's balloon one of its own too).
     HWND tips = nullptr;
-    WaitFor([&] {
-        for (HWND w : AllWindows(L"tooltips_class32")) {
-            if (GetWindow(w, GW_OWNER) == main &&
-                (!tips || SendMessageW(w, TTM_GETTOOLCOUNT, 0, 0) > SendMessageW(tips, TTM_GETTOOLCOUNT, 0, 0)))
-                tips = w;
-        }
-        return tips != nullptr;
-    });
+    WaitFor([&] { return (tips = HelpTips(main)) != nullptr; });
     ASSERT_NE(tips, nullptr) << "the balloon-tip component made no tip window";
     size_t children = 0;  // the controls, and the status bar, which has no tip
     for (HWND child = nullptr; (child = FindWindowExW(main, child, nullptr, nullptr)) != nullptr;) ++children;

@@ -246,22 +246,19 @@ TEST(TransportTips, InformationAndHelpFollowTheirOptions) {
     TransportTips t = make("1", "1");
     EXPECT_EQ(t.next + "|" + t.volume + "|" + t.progress,
               "播放 “下一首”002-(s2.wma)|当前音量为：75%|指针所指时间：00:01:00");
-    EXPECT_EQ(make("1", "1", std::nullopt).progress, r.last.progressLine.empty() ? "播放进度" : r.last.progressLine);
     EXPECT_EQ(MakeTransportTips(r.settings, r.queue.Queue(), r.last, false, 60000).progress.find("指针"),
               std::string::npos);  // no file, no time under the pointer
     t = make("1", "0");
-    EXPECT_EQ(t.previous + "|" + t.volume + "|" + t.progress, "播放 “上一首”|" + r.last.volumeTip + "|播放进度");
-    EXPECT_FALSE(t.play.empty());
+    EXPECT_EQ(t.previous + "|" + t.volume + "|" + t.progress + "|" + t.stop,
+              "播放 “上一首”|" + r.last.volumeTip + "|播放进度|停止播放");
+    EXPECT_FALSE(MakeDisplayTips(r.settings).panel.empty());
     t = make("0", "1");
-    EXPECT_EQ(t.play + t.stop + t.modeLoop + t.decoderWorkaround + t.volumeLabel, "");
-    EXPECT_EQ(t.previous + "|" + t.volume, "播放 “上一首”003-(s3.wma)|当前音量为：75%");
-    EXPECT_FALSE(t.help);
+    EXPECT_EQ(t.previous + "|" + t.volume + "|" + t.play + t.modeLoop + t.decoderWorkaround + t.volumeLabel,
+              "播放 “上一首”003-(s3.wma)|当前音量为：75%|");
     EXPECT_EQ(MakeDisplayTips(r.settings), DisplayTips{});
     t = make("0", "0");
     EXPECT_EQ(t.previous + t.next + t.volume + t.progress + t.play, "");
     EXPECT_FALSE(t.help || t.information);
-    r.settings.SetText("L31", "1");
-    EXPECT_FALSE(MakeDisplayTips(r.settings).panel.empty() || MakeDisplayTips(r.settings).lyrics.empty());
 }
 
 // Stopped, or on a file that cannot be played, nothing of the previous file stays on show.
