@@ -2,6 +2,8 @@
 # Screenshots of Lumora's main, list and lyrics windows at several screen DPIs, to look at by eye:
 # nothing may be clipped, overlap or come out blurred at any of them.
 #   dpi-screens.sh BUILD_DIR OUT_DIR [DPI...]      (default DPIs: 96 144 192)
+# LUMORA_SKIN=N shows skin N (L35) with the coloured progress track; LUMORA_SETTINGS=1 shows the settings
+# dialog instead of the three windows (scripts/skin-screens.sh uses both).
 # Writes OUT_DIR/dpi-<DPI>.png. Wine reads the DPI ("LogPixels") as each program starts, its virtual
 # desktop included, so each DPI gets a session of its own, in a prefix of its own (build/wine-dpi) that
 # the tests never use, with Wine's "light" visual styles on.
@@ -45,6 +47,10 @@ for dpi in "$@"; do
         wine reg delete "HKCU\\Software\\Tavrinsoft" /f >/dev/null 2>&1 || true
         wine reg add "$key" /v LEFT /t REG_BINARY /d 323235 /f >/dev/null
         wine reg add "$key" /v TOP /t REG_BINARY /d 323235 /f >/dev/null
+        if [ -n "${LUMORA_SKIN:-}" ]; then
+            wine reg add "$key" /v L35 /t REG_BINARY /d "3$LUMORA_SKIN" /f >/dev/null
+            wine reg add "$key" /v L43 /t REG_BINARY /d 31 /f >/dev/null
+        fi
         # Visual styles on, as on Windows 10 and 11: the themed controls must go with Lumora'"'"'s colours.
         theme="HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\ThemeManager"
         wine reg add "$theme" /v DllName /d "C:\\windows\\resources\\themes\\light\\light.msstyles" /f >/dev/null
@@ -54,11 +60,17 @@ for dpi in "$@"; do
         # A new session: the desktop too at this DPI.
         wineserver -k 2>/dev/null || true
         wineserver -w
-        wine explorer /desktop=LumoraDpi,2000x1400 "$exe" "$(winepath -w "$song")" &
+        arg=$(winepath -w "$song")
+        # The windows at the top left; the settings dialog in the middle of the desktop.
+        crop="$((dpi * 17 / 2)):$((dpi * 11 / 2)):0:0"
+        if [ "${LUMORA_SETTINGS:-}" = 1 ]; then
+            arg=set
+            crop="$((dpi * 11)):$((dpi * 17 / 2)):$((1000 - dpi * 11 / 2)):$((700 - dpi * 17 / 4))"
+        fi
+        wine explorer /desktop=LumoraDpi,2000x1400 "$exe" "$arg" &
         pid=$!
-        sleep 12
-        ffmpeg -loglevel error -y -f x11grab -video_size 2000x1400 -i "$DISPLAY" -frames:v 1 \
-            -vf "crop=$((dpi * 17 / 2)):$((dpi * 11 / 2)):0:0" "$png"
+        sleep 14
+        ffmpeg -loglevel error -y -f x11grab -video_size 2000x1400 -i "$DISPLAY" -frames:v 1 -vf "crop=$crop" "$png"
         kill "$pid" 2>/dev/null || true
         wineserver -k 2>/dev/null || true
     ' _ "$dpi" "$build/Lumora.exe" "$song" "$out/dpi-$dpi.png"

@@ -8,6 +8,7 @@
 #include "platform/WinText_win.h"
 #include "settings/SongMenu.h"
 #include "ui/Dpi_win.h"
+#include "ui/SkinPaint_win.h"
 #include "ui/Theme_win.h"
 #include "ui/WindowClass_win.h"
 
@@ -20,28 +21,6 @@ constexpr int kMargin = 4;
 constexpr int kCellWidth = 38;
 constexpr int kCellHeight = 24;
 constexpr int kGap = 4;
-
-// A bitmap to draw into before the view shows it: no flicker while the list scrolls.
-class BackBuffer {
-public:
-    BackBuffer(HDC target, int width, int height)
-        : dc_(CreateCompatibleDC(target)), bitmap_(CreateCompatibleBitmap(target, width, height)) {
-        old_ = SelectObject(dc_, bitmap_);
-    }
-    ~BackBuffer() {
-        SelectObject(dc_, old_);
-        DeleteObject(bitmap_);
-        DeleteDC(dc_);
-    }
-    BackBuffer(const BackBuffer&) = delete;
-    BackBuffer& operator=(const BackBuffer&) = delete;
-    HDC Dc() const { return dc_; }
-
-private:
-    HDC dc_;
-    HBITMAP bitmap_;
-    HGDIOBJ old_;
-};
 
 }  // namespace
 
@@ -122,9 +101,9 @@ LRESULT SongBlockView::OnMessage(UINT msg, WPARAM wp, LPARAM lp) {
             RECT client;
             GetClientRect(hwnd_, &client);
             if (client.right > 0 && client.bottom > 0) {
-                BackBuffer buffer(dc, client.right, client.bottom);
-                Paint(buffer.Dc(), client);
-                BitBlt(dc, 0, 0, client.right, client.bottom, buffer.Dc(), 0, 0, SRCCOPY);
+                // Drawn into a bitmap first: no flicker while the list scrolls.
+                BufferedDc buffer(dc, client);
+                Paint(buffer.Get(), client);
             }
             EndPaint(hwnd_, &ps);
             return 0;
